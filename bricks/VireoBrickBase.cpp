@@ -1,0 +1,475 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "VireoBrickBase.h"
+
+#include "LinkTypes.h"
+#include "SceneCodeWriter.h"
+#include "VireoExtComplexIn.h"
+#include "VireoExtMatrixParam.h"
+#include "VireoExtOutParam.h"
+#include "VireoExtPropertyParam.h"
+#include "VireoExtVec3Param.h"
+#include "dzapp.h"
+#include "dzboolproperty.h"
+#include "dzcolorproperty.h"
+#include "dzenumproperty.h"
+#include "dzfileproperty.h"
+#include "dzfloatproperty.h"
+#include "dzimageproperty.h"
+#include "dzintproperty.h"
+#include "dzshaderstring.h"
+#include "dzstringproperty.h"
+#include "dzundostack.h"
+
+namespace {
+
+const char* const lockParamName = "VireoBrickBaseLockParam";
+const char* const customParamsKey = "VireoExtCustomParameters";
+const char* const labelKey = "Label";
+const char* const nameKey = "Name";
+const char* const typeKey = "ExtTypeID";
+const char* const directionKey = "Direction";
+
+/// The limit of unlimited floats, as a single-precision number.
+const float floatLimit = 1e38f;
+
+QLatin1String generalPath()
+{
+    return QLatin1String("/General");
+}
+
+QString entryKey(int position)
+{
+    return QString::fromLatin1("para%1").arg(position);
+}
+
+/// The whole number that a file stores as a float; 0 for one that is out of range.
+int wholeNumber(double value)
+{
+    return value > -1e9 && value < 1e9 ? static_cast<int>(value) : 0;
+}
+
+} // namespace
+
+VireoBrickBase::VireoBrickBase()
+    : customParams(new QList<QPointer<DzBrickParam>>)
+{
+    // Provided and required alike, so that only bricks of this family can feed one another.
+    addScopedParam(DzBrickParam::StringType, QLatin1String(lockParamName), -1);
+    addRequiredParam(DzBrickParam::StringType, QLatin1String(lockParamName));
+}
+
+VireoBrickBase::~VireoBrickBase()
+{
+    delete customParams;
+}
+
+QStringList VireoBrickBase::getBrickActionList() const
+{
+    QStringList actions;
+    actions << QString() << QLatin1String("VireoAddCustomExtInParamAction")
+            << QLatin1String("VireoRemoveCustomExtInParamAction");
+    return actions + DzShaderBrick::getBrickActionList();
+}
+
+bool VireoBrickBase::providesParams(const DzShaderBrick* other, const DzBrickParam* param) const
+{
+    return qobject_cast<const VireoBrickBase*>(other) && DzShaderBrick::providesParams(other, param);
+}
+
+void VireoBrickBase::setBrickRenderSettings()
+{
+}
+
+DzShaderString* VireoBrickBase::getShaderCodeCall() const
+{
+    return new DzShaderString(QString());
+}
+
+CodeResult* VireoBrickBase::writeCode(CodeResult* result, SceneCodeWriter*)
+{
+    result->kind = CodeResult::NothingKind;
+    result->name.clear();
+    return result;
+}
+
+void VireoBrickBase::writeParameters(SceneCodeWriter* writer)
+{
+    for (int i = 0; i < getNumParameters(); ++i)
+        writeParameter(getParameter(i), writer);
+}
+
+void VireoBrickBase::writeParameter(DzBrickParam* param, SceneCodeWriter* writer)
+{
+    if (!param)
+        return;
+    VireoParam* writing = static_cast<VireoParam*>(param->qt_metacast("VireoParam"));
+    if (!writing)
+        return;
+    // This one class writes its scale by itself, as a texture of its own.
+    if (param->getName() == QLatin1String("scale") && inherits("VireoTexClrConstantBrick"))
+        return;
+    writing->writeParameterCode(writer);
+}
+
+QString VireoBrickBase::getLuxType() const
+{
+    return QString();
+}
+
+VireoExtPropertyParam* VireoBrickBase::addPropertyParam(bool custom, DzProperty* property,
+    const QString& propertyPath, const QString& propertyText, const QString& label,
+    const QString& name, const QString& linkType)
+{
+    VireoExtPropertyParam* param = new VireoExtPropertyParam;
+    property->setLabel(label);
+    if (!linkType.isEmpty()) {
+        if (DzNumericProperty* numeric = qobject_cast<DzNumericProperty*>(property))
+            numeric->setIsMappable(true);
+        param->setDirection(DzBrickParam::InputDirection);
+    }
+    param->setProperty(property, propertyText, linkType);
+    param->setPropertyPath(0, propertyPath);
+    addToBrick(custom, param, name, label);
+    return param;
+}
+
+void VireoBrickBase::addToBrick(
+    bool custom, DzBrickParam* param, const QString& name, const QString& label)
+{
+    param->setName(name);
+    param->DzBrickParam::setLabel(label);
+    addParameter(param);
+    if (custom)
+        customParams->append(QPointer<DzBrickParam>(param));
+}
+
+VireoExtPropertyParam* VireoBrickBase::addFloatParam(bool custom, const QString& propertyPath,
+    const QString& propertyText, const QString& label, const QString& name, float value,
+    float defaultValue, float min, float max, bool clamped, const QString& linkType)
+{
+    DzUndoStackLock lock;
+    DzFloatProperty* property = new DzFloatProperty(name, true, false, value);
+    property->setMinMax(min, max);
+    property->setIsClamped(clamped);
+    property->setDefaultValue(defaultValue);
+    property->setValue(value);
+    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+}
+
+VireoExtPropertyParam* VireoBrickBase::addFloatParamFlagged(bool custom,
+    const QString& propertyPath, const QString& propertyText, const QString& label,
+    const QString& name, float value, float defaultValue, float min, float max, bool clamped,
+    const QString& linkType)
+{
+    VireoExtPropertyParam* param = addFloatParam(custom, propertyPath, propertyText, label, name,
+        value, defaultValue, min, max, clamped, linkType);
+    param->setFresnel(true);
+    return param;
+}
+
+VireoExtPropertyParam* VireoBrickBase::addIntParam(bool custom, const QString& propertyPath,
+    const QString& propertyText, const QString& label, const QString& name, int value,
+    int defaultValue, int min, int max, bool clamped, const QString& linkType)
+{
+    DzUndoStackLock lock;
+    DzIntProperty* property = new DzIntProperty(name, true, false, value);
+    property->setMinMax(min, max);
+    property->setIsClamped(clamped);
+    property->setDefaultValue(defaultValue);
+    property->setValue(value);
+    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+}
+
+VireoExtPropertyParam* VireoBrickBase::addEnumParam(bool custom, const QString& propertyPath,
+    const QString& propertyText, const QString& label, const QString& name,
+    const QStringList& items, int value, const QString& linkType)
+{
+    DzUndoStackLock lock;
+    DzEnumProperty* property = new DzEnumProperty(name, true, false);
+    for (int i = 0; i < items.size(); ++i)
+        property->addItem(items.at(i));
+    property->setDefaultValue(value);
+    property->setValue(value);
+    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+}
+
+VireoExtPropertyParam* VireoBrickBase::addColorParam(bool custom, const QString& propertyPath,
+    const QString& propertyText, const QString& label, const QString& name, const QColor& value,
+    const QColor& defaultValue, const QString& linkType)
+{
+    DzUndoStackLock lock;
+    DzColorProperty* property = new DzColorProperty(name, true, false, value);
+    property->setDefaultColorValue(defaultValue);
+    property->setColorValue(value);
+    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+}
+
+VireoExtPropertyParam* VireoBrickBase::addBoolParam(bool custom, const QString& propertyPath,
+    const QString& propertyText, const QString& label, const QString& name, bool value,
+    bool defaultValue, const QString& linkType)
+{
+    DzUndoStackLock lock;
+    DzBoolProperty* property = new DzBoolProperty(name, true, false, value);
+    property->setDefaultBoolValue(defaultValue);
+    property->setBoolValue(value);
+    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+}
+
+VireoExtPropertyParam* VireoBrickBase::addImageParam(bool custom, const QString& propertyPath,
+    const QString& propertyText, const QString& label, const QString& name,
+    const QString& linkType)
+{
+    DzUndoStackLock lock;
+    return addPropertyParam(custom, new DzImageProperty(name, true), propertyPath, propertyText, label,
+        name, linkType);
+}
+
+VireoExtPropertyParam* VireoBrickBase::addStringParam(bool custom, const QString& propertyPath,
+    const QString& propertyText, const QString& label, const QString& name,
+    const QString& linkType)
+{
+    DzUndoStackLock lock;
+    return addPropertyParam(custom, new DzStringProperty(name, true), propertyPath, propertyText, label,
+        name, linkType);
+}
+
+VireoExtPropertyParam* VireoBrickBase::addFileParam(bool custom, const QString& propertyPath,
+    const QString& propertyText, const QString& label, const QString& name,
+    const QString& linkType)
+{
+    DzUndoStackLock lock;
+    return addPropertyParam(custom, new DzFileProperty(name, true), propertyPath, propertyText, label,
+        name, linkType);
+}
+
+VireoExtVec3Param* VireoBrickBase::addVec3Param(bool custom, const QString& propertyPath,
+    const QString& label, const QString& name, int type, const DzVec3& defaultValue, int direction)
+{
+    DzUndoStackLock lock;
+    VireoExtVec3Param* param = new VireoExtVec3Param(type, defaultValue);
+    param->setDirection(direction);
+    for (int i = 0; i < param->getNumProperties(); ++i)
+        param->setPropertyPath(i, propertyPath);
+    addToBrick(custom, param, name, label);
+    return param;
+}
+
+VireoExtMatrixParam* VireoBrickBase::addMatrixParam(bool custom, const QString& propertyPath,
+    const QString& label, const QString& name, bool shouldWriteToken, int direction)
+{
+    DzUndoStackLock lock;
+    VireoExtMatrixParam* param = new VireoExtMatrixParam;
+    param->setShouldWriteTokenInShader(shouldWriteToken);
+    param->setDirection(direction);
+    for (int i = 0; i < param->getNumProperties(); ++i)
+        param->setPropertyPath(i, propertyPath);
+    addToBrick(custom, param, name, label);
+    return param;
+}
+
+VireoExtComplexIn* VireoBrickBase::addComplexInput(
+    bool custom, int linkKind, const QString& name, const QString& label)
+{
+    DzUndoStackLock lock;
+    VireoExtComplexIn* param = new VireoExtComplexIn;
+    param->setArgName(name);
+    param->setLinkType(linkKind);
+    addToBrick(custom, param, name, label);
+    return param;
+}
+
+DzBrickParam* VireoBrickBase::addCustomInput(
+    int linkType, const QString& name, const QString& label, int direction)
+{
+    const QString path = generalPath();
+    const QString typeName = linkTypeName(linkType);
+    switch (linkType) {
+    case MaterialLink:
+    case VolumeLink:
+        return addComplexInput(true, linkType, name, label);
+    case FloatLink:
+        return addFloatParam(true, path, name, label, name, 0, 0, -floatLimit, floatLimit, false,
+            typeName);
+    case FresnelLink:
+        return addFloatParamFlagged(true, path, name, label, name, 0, 0, -floatLimit, floatLimit,
+            false, typeName);
+    case ColorLink:
+        return addColorParam(true, path, name, label, name, QColor(), QColor(), typeName);
+    case StringLink:
+        return addStringParam(true, path, name, label, name, typeName);
+    case PointLink:
+    case VectorLink:
+    case NormalLink:
+        return addVec3Param(true, path, label, name, linkType, DzVec3(), direction);
+    case MatrixLink:
+        return addMatrixParam(true, path, label, name, false, direction);
+    default:
+        return nullptr;
+    }
+}
+
+void VireoBrickBase::purgeCustomParams() const
+{
+    customParams->removeAll(QPointer<DzBrickParam>());
+}
+
+int VireoBrickBase::getNumCustomParams() const
+{
+    purgeCustomParams();
+    return customParams->size();
+}
+
+DzBrickParam* VireoBrickBase::getCustomParam(int index) const
+{
+    purgeCustomParams();
+    return customParams->value(index);
+}
+
+void VireoBrickBase::removeCustomParam(DzBrickParam* param)
+{
+    // Undo of the whole brick is up to whoever lets the user remove the input.
+    DzUndoStackLock lock;
+    if (param && customParams->removeAll(QPointer<DzBrickParam>(param)) > 0)
+        deleteParam(param);
+}
+
+void VireoBrickBase::getAttributes(DzSettings* settings) const
+{
+    writeCustomParams(settings->setSettingsValue(QLatin1String(customParamsKey)));
+    DzShaderBrick::getAttributes(settings);
+}
+
+const DzSettings* VireoBrickBase::keptMembersOf(const DzBrickParam* param) const
+{
+    for (int i = 0; i < m_keptMembers.size(); ++i)
+        if (m_keptMembers.at(i).param == param)
+            return &m_keptMembers.at(i).members;
+    return nullptr;
+}
+
+void VireoBrickBase::writeCustomParams(DzSettings* settings) const
+{
+    const int count = getNumCustomParams();
+    for (int i = 0; i < count; ++i) {
+        const DzBrickParam* param = customParams->at(i);
+        DzSettings* entry = settings->setSettingsValue(entryKey(i));
+        if (const DzSettings* kept = keptMembersOf(param))
+            entry->replaceWithSettings(*kept);
+        entry->setStringValue(QLatin1String(labelKey), param->getLabel());
+        entry->setStringValue(QLatin1String(nameKey), param->getName());
+        // Whole numbers are stored as floats.
+        entry->setFloatValue(QLatin1String(typeKey), param->getType());
+        entry->setFloatValue(QLatin1String(directionKey), param->getDirection());
+    }
+    int next = count;
+    for (int i = 0; i < m_keptEntries.getNumValues(); ++i) {
+        const QString key = m_keptEntries.getKey(i);
+        if (const DzSettings* entry = m_keptEntries.getSettingsValue(key))
+            settings->setSettingsValue(entryKey(next++), *entry);
+        else if (!settings->hasKey(key))
+            m_keptEntries.copySetting(key, settings);
+    }
+}
+
+DzElement* VireoBrickBase::setAttributes(const DzSettings* settings)
+{
+    {
+        DzUndoStackLock lock;
+        purgeCustomParams();
+        while (!customParams->isEmpty())
+            deleteParam(customParams->takeLast());
+        m_keptMembers.clear();
+        m_keptEntries.clear();
+        if (const DzSettings* stored = settings->getSettingsValue(QLatin1String(customParamsKey)))
+            readCustomParams(*stored);
+    }
+    return DzShaderBrick::setAttributes(settings);
+}
+
+void VireoBrickBase::readCustomParams(const DzSettings& settings)
+{
+    for (int i = 0; i < settings.getNumValues(); ++i) {
+        const QString key = settings.getKey(i);
+        const DzSettings* entry = settings.getSettingsValue(key);
+        if (entry && readCustomParam(*entry, i))
+            continue;
+        settings.copySetting(key, &m_keptEntries);
+        dzApp->warning(tr("%1: the custom input \"%2\" is of a kind that this program does not "
+                          "know; its data is kept")
+                           .arg(getPreferredName(), key));
+    }
+}
+
+bool VireoBrickBase::readCustomParam(const DzSettings& entry, int position)
+{
+    const QString fallback = QString::fromLatin1("arg_%1").arg(position);
+    const int linkType = wholeNumber(entry.getFloatValue(QLatin1String(typeKey), 0));
+    const QString label = entry.getStringValue(QLatin1String(labelKey), fallback);
+    const QString name = entry.getStringValue(QLatin1String(nameKey), fallback);
+    const int direction = wholeNumber(
+        entry.getFloatValue(QLatin1String(directionKey), DzBrickParam::SettingsDirection));
+    DzBrickParam* param = addCustomInput(linkType, name, label, direction);
+    if (!param)
+        return false;
+    static const char* const understood[] = { labelKey, nameKey, typeKey, directionKey };
+    int known = 0;
+    for (int i = 0; i < 4; ++i)
+        known += entry.hasKey(QLatin1String(understood[i])) ? 1 : 0;
+    if (known < entry.getNumValues()) {
+        KeptMembers kept;
+        kept.param = param;
+        kept.members = entry;
+        m_keptMembers.append(kept);
+    }
+    return true;
+}
+
+VireoExtPropertyParam* VireoBrickBase::addFloatRow(
+    const QString& name, const QString& label, float value, float defaultValue)
+{
+    return addFloatParam(false, generalPath(), name, label, name, value, defaultValue, -floatLimit,
+        floatLimit, false, linkTypeName(FloatLink));
+}
+
+VireoExtPropertyParam* VireoBrickBase::addFresnelRow(
+    const QString& name, const QString& label, float value, float defaultValue)
+{
+    return addFloatParamFlagged(false, generalPath(), name, label, name, value, defaultValue,
+        -floatLimit, floatLimit, false, linkTypeName(FresnelLink));
+}
+
+VireoExtPropertyParam* VireoBrickBase::addColorRow(
+    const QString& name, const QString& label, const QColor& color)
+{
+    return addColorParam(
+        false, generalPath(), name, label, name, color, color, linkTypeName(ColorLink));
+}
+
+VireoExtPropertyParam* VireoBrickBase::addBoolRow(
+    const QString& name, const QString& label, bool value)
+{
+    return addBoolParam(false, generalPath(), name, label, name, value, value, QString());
+}
+
+VireoExtPropertyParam* VireoBrickBase::addIntRow(
+    const QString& name, const QString& label, int value)
+{
+    return addIntParam(
+        false, generalPath(), name, label, name, value, value, -1000, 1000, false, QString());
+}
+
+VireoExtPropertyParam* VireoBrickBase::addEnumRow(
+    const QString& name, const QString& label, const QStringList& items, int value)
+{
+    return addEnumParam(false, generalPath(), name, label, name, items, value, QString());
+}
+
+void VireoBrickBase::addResult(int linkType)
+{
+    DzUndoStackLock lock;
+    VireoExtOutParam* result = new VireoExtOutParam;
+    result->setLinkType(linkType);
+    addToBrick(false, result, QLatin1String("result"), QLatin1String("Result"));
+}

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "VireoExtOutParam.h"
+
+#include "LinkTypes.h"
+#include "PropertyCode.h"
+
+VireoExtOutParam::VireoExtOutParam()
+{
+}
+
+DzBrickParam::ParamType VireoExtOutParam::getArgType(int) const
+{
+    return linkTypeFor(DzOutParam::getType());
+}
+
+int VireoExtOutParam::getType() const
+{
+    return linkTypeFor(DzOutParam::getType());
+}
+
+DzBrickParam::ParamType VireoExtOutParam::getTypeForToken(int) const
+{
+    return linkTypeFor(DzOutParam::getType());
+}
+
+QString VireoExtOutParam::getTypeString(int) const
+{
+    return linkTypeString(this);
+}
+
+void VireoExtOutParam::setLinkType(int code)
+{
+    if (isLinkType(code))
+        setType(code);
+}

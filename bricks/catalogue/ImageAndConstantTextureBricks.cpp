@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "ImageAndConstantTextureBricks.h"
+
+#include "SceneCodeWriter.h"
+#include "VireoExtPropertyParam.h"
+#include "dzcolorproperty.h"
+#include "dzfloatproperty.h"
+
+namespace {
+
+/// The property of the wanted class behind an input; null when either is gone.
+template <typename Property>
+Property* propertyOf(const QPointer<VireoExtPropertyParam>& param)
+{
+    return param ? qobject_cast<Property*>(param->getProperty(0)) : nullptr;
+}
+
+bool isLinked(const QPointer<VireoExtPropertyParam>& param)
+{
+    return param && param->getNumConnections() > 0;
+}
+
+/// What the caller is told of the colour in the statement.
+void noteColor(CodeResult* result, double red, double green, double blue, int components)
+{
+    result->aux = components;
+    result->values[0] = red;
+    result->values[1] = green;
+    result->values[2] = blue;
+    result->values[3] = 1;
+}
+
+void noteColor(CodeResult* result, const QColor& color)
+{
+    noteColor(result, color.red() / 255.0, color.green() / 255.0, color.blue() / 255.0, 3);
+}
+
+} // namespace
+
+VireoTexFltConstantBrick::VireoTexFltConstantBrick()
+{
+    addFloat("value", 1);
+}
+
+VireoTexFnlConstantBrick::VireoTexFnlConstantBrick()
+{
+    addFloat("value", 1);
+}
+
+VireoTexFltNormalMapBrick::VireoTexFltNormalMapBrick()
+{
+    addFloat("filename", 1);
+    add2DBlock();
+}
+
+VireoTexClrConstantBrick::VireoTexClrConstantBrick()
+    : valueParam(addColor("value", 255, 255, 255))
+    , scaleParam(addFloat("scale", 1))
+{
+}
+
+CodeResult* VireoTexClrConstantBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
+{
+    DzColorProperty* color = propertyOf<DzColorProperty>(valueParam);
+    DzFloatProperty* scale = propertyOf<DzFloatProperty>(scaleParam);
+    if (!color || !scale)
+        return VireoTextureColorBrick::writeCode(result, writer);
+    const double s = scale->getValue();
+    const QColor c = color->getColorValue();
+    const double red = s * c.red() / 255.0;
+    const double green = s * c.green() / 255.0;
+    const double blue = s * c.blue() / 255.0;
+    noteColor(result, red, green, blue, 3);
+    if (writer->literalValues) {
+        const QString name = beginTexture(writer, QLatin1String("constant"));
+        writer->writeColor3(QLatin1String("value"), red, green, blue);
+        endTexture(result, writer, name);
+        return result;
+    }
+    VireoTextureColorBrick::writeCode(result, writer);
+    const QString constant = result->name;
+    const QString name = beginTexture(writer, QLatin1String("scale"));
+    writer->writeTextureRef(QLatin1String("tex1"), constant);
+    if (scale->isLocked()) {
+        // A locked scale goes under "value", not "tex2": existing scenes are written so.
+        writer->writeColor3(QLatin1String("value"), s, s, s);
+    } else {
+        const QString placeholder = placeholderName(writer, scale, scale->getName());
+        writer->writeTemplate("\t\"color   %1\" [$(%2) $(%3) $(%4)]\n", QLatin1String("tex2"),
+            placeholder, placeholder, placeholder);
+    }
+    endTexture(result, writer, name);
+    return result;
+}
+
+VireoTexFltImageMapBrick::VireoTexFltImageMapBrick()
+    : filenameParam(addFloat("filename", 1))
+{
+    addImageBlock();
+    add2DBlock();
+}
+
+VireoTexClrImageMapBrick::VireoTexClrImageMapBrick()
+    : filenameParam(addColor("filename", 255, 255, 255))
+{
+    addImageBlock();
+    add2DBlock();
+}
+
+CodeResult* VireoTexFltImageMapBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
+{
+    DzFloatProperty* tint = propertyOf<DzFloatProperty>(filenameParam);
+    if (tint)
+        noteColor(result, tint->getValue(), tint->getValue(), tint->getValue(), 1);
+    if (writer->literalValues && tint && !tint->isMapped()) {
+        const QString name = beginTexture(writer, QLatin1String("constant"));
+        writer->writeFloat(QLatin1String("value"), tint->getValue());
+        endTexture(result, writer, name);
+        return result;
+    }
+    VireoTextureFloatBrick::writeCode(result, writer);
+    if (!tint || isLinked(filenameParam))
+        return result;
+    const bool isLiteral = tint->isLocked() || writer->literalValues;
+    if (isLiteral && tint->getValue() == 1.0f)
+        return result;
+    const QString image = result->name;
+    const QString name = beginTexture(writer, QLatin1String("scale"));
+    writer->writeTextureRef(QLatin1String("tex1"), image);
+    if (isLiteral)
+        writer->writeFloat(QLatin1String("tex2"), tint->getValue());
+    else
+        writer->writeTemplate("\t\"float   %1\" [$(%2)]\n", QLatin1String("tex2"),
+            placeholderName(writer, tint, tint->getName()));
+    endTexture(result, writer, name);
+    return result;
+}
+
+CodeResult* VireoTexClrImageMapBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
+{
+    DzColorProperty* tint = propertyOf<DzColorProperty>(filenameParam);
+    if (tint)
+        noteColor(result, tint->getColorValue());
+    if (writer->literalValues && tint && !tint->isMapped()) {
+        const QString name = beginTexture(writer, QLatin1String("constant"));
+        writer->writeColor(QLatin1String("value"), tint->getColorValue());
+        endTexture(result, writer, name);
+        return result;
+    }
+    VireoTextureColorBrick::writeCode(result, writer);
+    if (!tint || isLinked(filenameParam))
+        return result;
+    const bool isLiteral = tint->isLocked() || writer->literalValues;
+    if (isLiteral && tint->getColorValue() == QColor(255, 255, 255, 255))
+        return result;
+    const QString image = result->name;
+    const QString name = beginTexture(writer, QLatin1String("scale"));
+    writer->writeTextureRef(QLatin1String("tex1"), image);
+    if (isLiteral)
+        writer->writeColor(QLatin1String("tex2"), tint->getColorValue());
+    else
+        writer->writeTemplate("\t\"color   %1\" [$(%2)]\n", QLatin1String("tex2"),
+            placeholderName(writer, tint, tint->getName()));
+    endTexture(result, writer, name);
+    return result;
+}

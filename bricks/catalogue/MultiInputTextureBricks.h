@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "VireoTextureBrick.h"
+
+#include <QList>
+#include <QPointer>
+
+class DzIntProperty;
+class VireoExtPropertyParam;
+
+/// The inputs of a texture with a variable number of them: a property "count" (0 to 10), and that
+/// many pairs of a number and a texture, numbered from 1. The numbers are written together as one
+/// array.
+///
+/// Pairs stand before the inputs that users add, in order of their numbers. Values and links of
+/// pairs that stay are kept.
+class NumberedPairs
+{
+public:
+    enum TextureKind { FloatTexture, ColorTexture, FresnelTexture };
+
+    /// `numberName` is the name of a pair's number without its index: "offset" or "weight".
+    NumberedPairs(VireoBrickBase* brick, const char* numberName, TextureKind kind);
+
+    /// Makes the property "count", which belongs to the brick.
+    DzIntProperty* createCount();
+    /// Takes over "count" from stored attributes, so that the pairs stand before other inputs.
+    void readCount(const DzSettings* attributes);
+    /// Makes missing pairs up to "count" and removes the pairs above it.
+    void matchCount();
+    /// Writes the pairs' textures, then the array of their numbers.
+    void write(SceneCodeWriter* writer) const;
+
+private:
+    struct Pair {
+        QPointer<VireoExtPropertyParam> number;
+        QPointer<VireoExtPropertyParam> texture;
+    };
+
+    void completePair(int index);
+    VireoExtPropertyParam* createNumber(const QString& name) const;
+    VireoExtPropertyParam* createTexture(const QString& name) const;
+    void placeBeforeCustomInputs(DzBrickParam* param) const;
+
+    VireoBrickBase* m_brick;
+    QString m_numberName;
+    TextureKind m_kind;
+    QPointer<DzIntProperty> m_count;
+    QList<Pair> m_pairs;
+};
+
+class VireoTexFltBAndBrick : public VireoTextureFloatBrick
+{
+    Q_OBJECT
+    VIREO_TEXTURE_BRICK(VireoTexFltBAndBrick, "band", "Band", "Vireo//Float/Math")
+
+public:
+    DzElement* setAttributes(const DzSettings* settings) override;
+    void writeParameters(SceneCodeWriter* writer) override;
+
+public slots:
+    /// Brings the pairs in line with "count".
+    void countChanged();
+
+private:
+    NumberedPairs pairs;
+    QPointer<VireoExtPropertyParam> amountParam;
+};
+
+class VireoTexClrBAndBrick : public VireoTextureColorBrick
+{
+    Q_OBJECT
+    VIREO_TEXTURE_BRICK(VireoTexClrBAndBrick, "band", "Band", "Vireo//Color/Math")
+
+public:
+    DzElement* setAttributes(const DzSettings* settings) override;
+    void writeParameters(SceneCodeWriter* writer) override;
+
+public slots:
+    /// Brings the pairs in line with "count".
+    void countChanged();
+
+private:
+    NumberedPairs pairs;
+    QPointer<VireoExtPropertyParam> amountParam;
+};
+
+class VireoTexFnlBAndBrick : public VireoTextureFresnelBrick
+{
+    Q_OBJECT
+    VIREO_TEXTURE_BRICK(VireoTexFnlBAndBrick, "band", "Band", "Vireo//Fresnel/Math")
+
+public:
+    DzElement* setAttributes(const DzSettings* settings) override;
+    void writeParameters(SceneCodeWriter* writer) override;
+
+public slots:
+    /// Brings the pairs in line with "count".
+    void countChanged();
+
+private:
+    NumberedPairs pairs;
+    QPointer<VireoExtPropertyParam> amountParam;
+};
+
+class VireoTexFltMultiMixBrick : public VireoTextureFloatBrick
+{
+    Q_OBJECT
+    VIREO_TEXTURE_BRICK(VireoTexFltMultiMixBrick, "multimix", "Multi Mix", "Vireo//Float/Math")
+
+public:
+    DzElement* setAttributes(const DzSettings* settings) override;
+    void writeParameters(SceneCodeWriter* writer) override;
+
+public slots:
+    /// Brings the pairs in line with "count".
+    void countChanged();
+
+private:
+    NumberedPairs pairs;
+};
+
+class VireoTexClrMultiMixBrick : public VireoTextureColorBrick
+{
+    Q_OBJECT
+    VIREO_TEXTURE_BRICK(VireoTexClrMultiMixBrick, "multimix", "Multi Mix", "Vireo//Color/Math")
+
+public:
+    DzElement* setAttributes(const DzSettings* settings) override;
+    void writeParameters(SceneCodeWriter* writer) override;
+
+public slots:
+    /// Brings the pairs in line with "count".
+    void countChanged();
+
+private:
+    NumberedPairs pairs;
+};
+
+class VireoTexFnlMultiMixBrick : public VireoTextureFresnelBrick
+{
+    Q_OBJECT
+    VIREO_TEXTURE_BRICK(VireoTexFnlMultiMixBrick, "multimix", "Multi Mix", "Vireo//Fresnel/Math")
+
+public:
+    DzElement* setAttributes(const DzSettings* settings) override;
+    void writeParameters(SceneCodeWriter* writer) override;
+
+public slots:
+    /// Brings the pairs in line with "count".
+    void countChanged();
+
+private:
+    NumberedPairs pairs;
+};

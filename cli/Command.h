@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+#include <string>
+
+namespace CLI {
+class App;
+}
+class DzShaderBrick;
+class DzProperty;
+
+/// Exit codes of the program.
+enum ExitCode { ExitDone = 0, ExitFailed = 1, ExitWrongUse = 2 };
+
+/// Ends a command: one line for the user, and the exit code.
+struct CommandError {
+    QString message;
+    ExitCode exitCode;
+};
+
+/// A command could not do its work.
+[[noreturn]] void fail(const QString& message);
+/// A command was called wrongly.
+[[noreturn]] void failWrongUse(const QString& message);
+
+/// Prints to standard output; fails when that cannot be written.
+void printText(const QByteArray& text);
+/// Prints to standard output, or into `outputFile` when that is not empty.
+void deliver(const QByteArray& text, const std::string& outputFile);
+/// One line on standard error that is no failure.
+void notice(const QString& message);
+
+/// Text of a command line argument.
+QString argumentText(const std::string& argument);
+
+/// Columns of text, aligned, with a headline; `linePrefix` begins every line.
+QString formatTable(const QVector<QStringList>& rows, const QString& linePrefix = QString());
+
+/// Title and number of a brick, as a mixer shows it.
+QString brickCaption(const DzShaderBrick* brick);
+/// A property's value and map on one line.
+QString valueCaption(const DzProperty* property);
+
+// The commands. Each adds itself and its options to the program; what it does runs when the
+// command line has been read.
+void addExportCommand(CLI::App& program);
+void addBricksCommand(CLI::App& program);
+void addShowCommand(CLI::App& program);

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "Command.h"
+
+#include "ExportText.h"
+#include "VireoRootBrick.h"
+#include "dzapp.h"
+#include "dzbrickuserfile.h"
+#include "dzelement.h"
+#include "dzproperty.h"
+#include "dztexture.h"
+#include "dznumericproperty.h"
+#include "idzbrickuser.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+struct ExportOptions {
+    std::string file;
+    std::string section;
+    std::string output;
+    bool placeholders = false;
+    bool list = false;
+    bool mapFiles = false;
+};
+
+const DzShaderBrick* brickOf(const DzProperty* property)
+{
+    return qobject_cast<const DzShaderBrick*>(property->getOwner());
+}
+
+QString placeholderTable(const GeneratedCode& code)
+{
+    QVector<QStringList> rows;
+    rows.append({ QStringLiteral("placeholder"), QStringLiteral("brick"),
+        QStringLiteral("property"), QStringLiteral("value") });
+    for (int i = 0; i < code.placeholderKeys.size(); ++i) {
+        const DzProperty* property = code.placeholderKeys.at(i);
+        rows.append({ code.placeholderNames.at(i), brickCaption(brickOf(property)),
+            property->getName(), valueCaption(property) });
+    }
+    return formatTable(rows, QStringLiteral("# "));
+}
+
+/// The whole as a window shows it, ending with a line end.
+QString wholeText(const GeneratedCode& code, bool withList)
+{
+    QString text = exportText(code);
+    if (!text.endsWith(QLatin1Char('\n')))
+        text += QLatin1Char('\n');
+    if (withList)
+        text += QStringLiteral("\n#%1\n# Placeholders\n").arg(QString(69, QLatin1Char('-')))
+            + placeholderTable(code);
+    return text;
+}
+
+void noticeUnwrittenMaps(const GeneratedCode& code)
+{
+    for (const DzProperty* property : code.unwrittenMaps) {
+        auto* numeric = static_cast<const DzNumericProperty*>(property);
+        const bool isFilename = property->getName() == QLatin1String("filename");
+        notice(QStringLiteral("notice: %1/%2: values alone do not carry its map %3; %4")
+                   .arg(brickCaption(brickOf(property)), property->getName(),
+                       numeric->getMapValue()->getFilename(),
+                       isFilename ? QStringLiteral("--map-files writes it")
+                                  : QStringLiteral("--placeholders leaves it to the renderer's side")));
+    }
+}
+
+void runExport(const ExportOptions& options)
+{
+    std::unique_ptr<QObject> object(dzApp->createInstance(QStringLiteral("VireoBrickUser")));
+    auto* user = dynamic_cast<IDzBrickUser*>(object.get());
+    if (!user)
+        fail(QStringLiteral("no loaded module offers the class VireoBrickUser; put the module "
+                            "siskin beside the program or name its folder in VIREO_PLUGIN_PATH"));
+    const QString path = argumentText(options.file);
+    DzBrickUserFile file;
+    if (!file.load(path, user))
+        fail(file.getError());
+    for (const QString& warning : file.getWarnings())
+        notice(QStringLiteral("warning: %1: %2").arg(path, warning));
+    VireoRootBrick* root = findRootBrick(user);
+    if (!root)
+        fail(QStringLiteral("cannot export %1: the network has no root brick; add a \"Vireo "
+                            "Surface\" and link the material to it")
+                 .arg(path));
+
+    GenerateOptions generate;
+    generate.literalValues = !options.placeholders;
+    generate.mapFiles = options.mapFiles;
+    const GeneratedCode code = generateCode(root, generate);
+    const QString text = options.section == "material" ? code.materialText
+        : options.section == "mesh"                    ? code.meshText
+                                                       : wholeText(code, options.list);
+    deliver(text.toUtf8(), options.output);
+    noticeUnwrittenMaps(code);
+}
+
+} // namespace
+
+void addExportCommand(CLI::App& program)
+{
+    CLI::App* command
+        = program.add_subcommand("export", "Print the LuxRender text of a network file");
+    auto options = std::make_shared<ExportOptions>();
+    command->add_option("FILE", options->file, "Network file (.sskn)")->required();
+    CLI::Option* section
+        = command->add_option("--section", options->section, "The raw text of one section alone")
+              ->check(CLI::IsMember({ "material", "mesh" }));
+    CLI::Option* placeholders = command->add_flag("--placeholders", options->placeholders,
+        "Write placeholders for values that are not locked");
+    command->add_flag("--list", options->list, "Add a table of the placeholders")
+        ->needs(placeholders)
+        ->excludes(section);
+    command->add_flag("--map-files", options->mapFiles,
+        "Write a mapped \"filename\" as the name of its image file");
+    command->add_option("-o,--output", options->output, "Write into this file");
+    command->callback([options] { runExport(*options); });
+}

@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "BrickInputs.h"
+#include "BrickKinds.h"
+#include "Command.h"
+
+#include "ExportText.h"
+#include "dzbrickparam.h"
+#include "dznumericproperty.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+struct ShowOptions {
+    std::string className;
+    std::vector<std::string> values;
+    std::vector<std::string> maps;
+    std::vector<std::string> locks;
+    bool placeholders = false;
+    bool inputs = false;
+};
+
+/// The two halves of NAME=VALUE.
+struct Assignment {
+    QString name;
+    QString value;
+};
+
+Assignment readAssignment(const char* option, const std::string& argument)
+{
+    const QString text = argumentText(argument);
+    const int equals = text.indexOf(QLatin1Char('='));
+    if (equals < 1)
+        failWrongUse(QStringLiteral("%1 %2: give NAME=VALUE").arg(QLatin1String(option), text));
+    return Assignment { text.left(equals), text.mid(equals + 1) };
+}
+
+BrickInput findInput(const VireoBrickBase* brick, const QString& name)
+{
+    for (const BrickInput& input : brickInputs(brick))
+        if (input.name == name)
+            return input;
+    failWrongUse(QStringLiteral("%1 has no input \"%2\"; vireo show %1 --inputs lists them")
+                     .arg(brick->className(), name));
+}
+
+void setValue(const VireoBrickBase* brick, const Assignment& assignment)
+{
+    const BrickInput input = findInput(brick, assignment.name);
+    const auto refuse = [&](const QString& reason) {
+        failWrongUse(QStringLiteral("cannot set %1: %2").arg(assignment.name, reason));
+    };
+    if (input.properties.isEmpty())
+        refuse(QStringLiteral("it has no value; bricks are linked to it in a network file"));
+    QStringList parts(assignment.value);
+    if (input.properties.size() > 1)
+        parts = assignment.value.simplified().split(QLatin1Char(' '));
+    if (parts.size() != input.properties.size())
+        refuse(QStringLiteral("give %1 numbers with blanks between").arg(input.properties.size()));
+    for (int i = 0; i < parts.size(); ++i) {
+        QString error;
+        if (!input.properties.at(i)->setValueText(parts.at(i), &error))
+            refuse(error);
+    }
+}
+
+void setMap(const VireoBrickBase* brick, const Assignment& assignment)
+{
+    const BrickInput input = findInput(brick, assignment.name);
+    auto* numeric = input.properties.size() == 1
+        ? qobject_cast<DzNumericProperty*>(input.properties.first())
+        : nullptr;
+    if (!numeric || !numeric->setMap(assignment.value))
+        failWrongUse(QStringLiteral("%1 takes no map").arg(assignment.name));
+}
+
+void lockInput(const VireoBrickBase* brick, const QString& name)
+{
+    for (DzProperty* property : findInput(brick, name).properties)
+        property->lock(true);
+}
+
+void runShow(const ShowOptions& options)
+{
+    const QString className = argumentText(options.className);
+    const BrickPtr brick = makeBrick(className);
+    if (!brick)
+        failWrongUse(QStringLiteral("\"%1\" is no brick class; vireo bricks lists them").arg(className));
+    for (const std::string& value : options.values)
+        setValue(brick, readAssignment("--set", value));
+    for (const std::string& map : options.maps)
+        setMap(brick, readAssignment("--map", map));
+    for (const std::string& lock : options.locks)
+        lockInput(brick, argumentText(lock));
+    if (options.inputs) {
+        printText(formatTable(inputTable(brick)).toUtf8());
+        return;
+    }
+    GenerateOptions generate;
+    generate.literalValues = !options.placeholders;
+    const GeneratedCode code = generateCode(brick, generate);
+    printText((code.materialText + code.meshText).toUtf8());
+}
+
+} // namespace
+
+void addShowCommand(CLI::App& program)
+{
+    CLI::App* command = program.add_subcommand(
+        "show", "Print the text that a fresh brick of a class writes alone");
+    auto options = std::make_shared<ShowOptions>();
+    command->add_option("CLASS", options->className, "Brick class, see vireo bricks")->required();
+    command
+        ->add_option("--set", options->values,
+            "NAME=VALUE: set a value first; in the order given, may be repeated")
+        ->allow_extra_args(false);
+    command->add_option("--map", options->maps, "NAME=FILE: set an image map, after all values")
+        ->allow_extra_args(false);
+    command->add_option("--lock", options->locks, "NAME: lock an input, after all maps")
+        ->allow_extra_args(false);
+    command->add_flag("--placeholders", options->placeholders,
+        "Write placeholders for values that are not locked");
+    command->add_flag(
+        "--inputs", options->inputs, "List the inputs with kind, value, default and limits instead");
+    command->callback([options] { runShow(*options); });
+}

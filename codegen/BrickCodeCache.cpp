@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "BrickCodeCache.h"
+
+#include "SceneCodeWriter.h"
+#include "VireoBrickBase.h"
+
+#include <QThread>
+
+namespace {
+
+/// A brick costs under 1 KiB of stack in a release build and a few KiB with sanitizers, so that
+/// one stack takes these many with room to spare.
+const int bricksPerStack = 4000;
+const uint walkStackSize = 64u * 1024 * 1024;
+
+/// Bricks whose writeCode() has begun and not ended.
+int walkDepth = 0;
+
+void write(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
+{
+    ++walkDepth;
+    brick->writeCode(result, writer);
+    --walkDepth;
+}
+
+/// Writes one brick, and whatever feeds it, on a stack of its own.
+class WriteThread : public QThread
+{
+public:
+    WriteThread(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
+        : m_brick(brick)
+        , m_writer(writer)
+        , m_result(result)
+        , m_hasRun(false)
+    {
+        setStackSize(walkStackSize);
+    }
+
+    /// Waits for the end; without memory for another stack it writes on the caller's.
+    void finish()
+    {
+        start();
+        wait();
+        if (!m_hasRun)
+            run();
+    }
+
+protected:
+    void run() override
+    {
+        m_hasRun = true;
+        write(m_brick, m_writer, m_result);
+    }
+
+private:
+    VireoBrickBase* m_brick;
+    SceneCodeWriter* m_writer;
+    CodeResult* m_result;
+    bool m_hasRun;
+};
+
+} // namespace
+
+BrickCodeCache& BrickCodeCache::instance()
+{
+    static BrickCodeCache cache;
+    return cache;
+}
+
+const CodeResult* BrickCodeCache::find(const VireoBrickBase* brick) const
+{
+    const std::map<quintptr, CodeResult>::const_iterator found
+        = m_results.find(reinterpret_cast<quintptr>(brick));
+    return found == m_results.end() ? nullptr : &found->second;
+}
+
+void BrickCodeCache::insert(const VireoBrickBase* brick, const CodeResult& result)
+{
+    m_results[reinterpret_cast<quintptr>(brick)] = result;
+}
+
+CodeResult codeFor(VireoBrickBase* brick, SceneCodeWriter* writer)
+{
+    BrickCodeCache& cache = BrickCodeCache::instance();
+    if (const CodeResult* known = cache.find(brick))
+        return *known;
+    CodeResult result;
+    if (walkDepth % bricksPerStack == 0) {
+        WriteThread thread(brick, writer, &result);
+        thread.finish();
+    } else {
+        write(brick, writer, &result);
+    }
+    cache.insert(brick, result);
+    return result;
+}

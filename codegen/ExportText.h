@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+class DzProperty;
+class IDzBrickUser;
+class VireoBrickBase;
+class VireoRootBrick;
+
+/// The text of one brick and what feeds it, with the placeholders in it.
+struct GeneratedCode {
+    /// The statements; for a root, the material section.
+    QString materialText;
+    /// The mesh section; empty for other bricks than a root.
+    QString meshText;
+    /// Properties that have a placeholder, and the names of these, index for index.
+    QList<DzProperty*> placeholderKeys;
+    QStringList placeholderNames;
+    /// Mapped properties whose map the text does not carry.
+    QList<DzProperty*> unwrittenMaps;
+};
+
+/// How values are written.
+struct GenerateOptions {
+    GenerateOptions()
+        : literalValues(true)
+        , mapFiles(false)
+    {
+    }
+
+    bool literalValues; ///< values rather than placeholders
+    bool mapFiles;      ///< a mapped "filename" as its file name
+};
+
+/// Writes a brick afresh. The same network gives the same text on every run.
+GeneratedCode generateCode(VireoBrickBase* brick, const GenerateOptions& options);
+
+/// The text that users see: both sections under their headings.
+QString exportText(const GeneratedCode& code);
+
+/// The root brick of a network, the last when there are several; null when there is none.
+VireoRootBrick* findRootBrick(const IDzBrickUser* user);

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "LinkTypes.h"
+
+#include "dzbrickparam.h"
+
+QString linkTypeName(int code)
+{
+    if (code == MaterialLink)
+        return QLatin1String("LuxMaterial");
+    if (code == VolumeLink)
+        return QLatin1String("LuxVolume");
+    if (code == FresnelLink)
+        return QLatin1String("LuxFresnel");
+    if (!isLinkType(code))
+        return QString();
+    QString name = DzBrickParam::typeToString(code - 1008);
+    name[0] = name.at(0).toUpper();
+    return QLatin1Char('L') + name;
+}

@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "VireoRootBrick.h"
+
+#include "LinkTypes.h"
+#include "SceneCodeWriter.h"
+#include "VireoExtComplexIn.h"
+#include "VireoExtPropertyParam.h"
+#include "dzproperty.h"
+#include "dzshaderstring.h"
+#include "dzundostack.h"
+
+namespace {
+
+/// Opaque and flat, for the host's own preview.
+const char* const previewShader = "Oi = 1;\nCi = color( .33, .66, .33);\n";
+
+const float floatLimit = 1e38f;
+
+} // namespace
+
+VireoRootBrick::VireoRootBrick()
+    : sections(new Sections)
+{
+    QList<VireoParam*>& material = sections->materialSectionParams;
+    material << addComplexInput(
+        false, MaterialLink, QLatin1String("material"), QLatin1String("Material"));
+    material << addComplexInput(
+        false, VolumeLink, QLatin1String("Interior"), QLatin1String("Interior"));
+    material << addComplexInput(
+        false, VolumeLink, QLatin1String("Exterior"), QLatin1String("Exterior"));
+
+    addBool("generatetangents", false);
+    VireoExtPropertyParam* displacement = addFloat("displacementmap", 0);
+    displacement->setDirection(DzBrickParam::InputDirection);
+    displacement->setConnectedOnly(true);
+    addFloat("dmscale", 0.1f);
+    addFloat("dmoffset", 0);
+    addBool("dmnormalsmooth", true);
+    addBool("dmnormalsplit", false);
+    addBool("dmsharpboundary", false);
+    const QLatin1String levels("nsubdivlevels");
+    sections->meshSectionParams << addIntRow(levels, levels, 0);
+    const QLatin1String scheme("subdivscheme");
+    QStringList schemes;
+    schemes << QLatin1String("loop") << QLatin1String("microdisplacement");
+    sections->meshSectionParams << addEnumRow(scheme, scheme, schemes, 0);
+
+    DzUndoStackLock lock;
+    // Its value means nothing: only a texture displaces.
+    displacement->getProperty(0)->lock(true);
+}
+
+VireoRootBrick::~VireoRootBrick()
+{
+    delete sections;
+}
+
+void VireoRootBrick::addBool(const char* name, bool value)
+{
+    sections->meshSectionParams << addBoolRow(QLatin1String(name), QLatin1String(name), value);
+}
+
+VireoExtPropertyParam* VireoRootBrick::addFloat(const char* name, float value)
+{
+    const QLatin1String text(name);
+    VireoExtPropertyParam* param = addFloatParam(false, QLatin1String("/General"), text, text, text,
+        value, value, -floatLimit, floatLimit, false, QString());
+    sections->meshSectionParams << param;
+    return param;
+}
+
+QString VireoRootBrick::getPreferredName() const
+{
+    return QLatin1String("Vireo Surface");
+}
+
+QString VireoRootBrick::getDefaultCategory() const
+{
+    return QLatin1String("Vireo/");
+}
+
+DzBrickSet::ShaderType VireoRootBrick::type() const
+{
+    return DzBrickSet::Surface;
+}
+
+QStringList VireoRootBrick::getBrickActionList() const
+{
+    // The host's list, not the family's: the root offers no custom inputs.
+    return DzShaderBrick::getBrickActionList()
+        << QLatin1String("VireoExportCodeAction") << QString();
+}
+
+DzShaderString* VireoRootBrick::getBrickClassShaderCode() const
+{
+    return new DzShaderString(QLatin1String(previewShader));
+}
+
+DzShaderString* VireoRootBrick::getShaderCodeCall() const
+{
+    return new DzShaderString(QLatin1String(previewShader));
+}
+
+CodeResult* VireoRootBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
+{
+    result->kind = CodeResult::NothingKind;
+    writer->push();
+    for (int i = 0; i < sections->materialSectionParams.size(); ++i)
+        sections->materialSectionParams.at(i)->writeParameterCode(writer);
+    writer->popAndEmit();
+    // A displacement texture's statement joins the output meanwhile, after the lines above.
+    writer->push();
+    for (int i = 0; i < sections->meshSectionParams.size(); ++i)
+        sections->meshSectionParams.at(i)->writeParameterCode(writer);
+    result->name = writer->takeAndDrop();
+    return result;
+}

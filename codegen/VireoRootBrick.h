@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "VireoBrickBase.h"
+
+#include <QList>
+
+class VireoParam;
+
+/// The end of a network: the surface's material and volumes, and the mesh's displacement and
+/// subdivision. It writes the material section into the output; the mesh section is the name of
+/// its code result.
+class VireoRootBrick : public VireoBrickBase
+{
+    Q_OBJECT
+
+public:
+    VireoRootBrick();
+    ~VireoRootBrick() override;
+
+    // DzShaderBrick
+    QString getPreferredName() const override;
+    QString getDefaultCategory() const override;
+    DzBrickSet::ShaderType type() const override;
+    QStringList getBrickActionList() const override;
+    DzShaderString* getBrickClassShaderCode() const override;
+    DzShaderString* getShaderCodeCall() const override;
+
+    // VireoBrickBase
+    CodeResult* writeCode(CodeResult* result, SceneCodeWriter* writer) override;
+
+private:
+    /// The parameters of each section in the order in which they are written. They belong to the
+    /// brick like any others.
+    struct Sections {
+        QList<VireoParam*> materialSectionParams;
+        QList<VireoParam*> meshSectionParams;
+    };
+
+    void addBool(const char* name, bool value);
+    VireoExtPropertyParam* addFloat(const char* name, float value);
+
+    Sections* sections;
+};

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+
+class DzClassFactory;
+class DzImageMgr;
+class DzMainWindow;
+class DzPluginMgr;
+class DzUndoStack;
+
+/// The application: owner of the undo stack and the managers, and the way to the user.
+/// A program makes exactly one, before it makes any other object of the host.
+class DzApp : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum MessageType { LogMessage, DebugMessage, WarningMessage };
+    typedef std::function<void(MessageType, const QString&)> MessageHandler;
+
+    DzApp();
+    ~DzApp() override;
+
+    /// The main window, null in a program without one. Not owned.
+    DzMainWindow* getInterface() const { return m_interface; }
+    void setInterface(DzMainWindow* window) { m_interface = window; }
+
+    DzUndoStack* getUndoStack() const { return m_undoStack.get(); }
+    DzImageMgr* getImageMgr() const { return m_imageMgr.get(); }
+    DzPluginMgr* getPluginMgr() const { return m_pluginMgr.get(); }
+    const DzClassFactory* findClassFactory(const QString& className) const;
+    /// A new object of the class, owned by the caller; null when no module offers the class.
+    QObject* createInstance(const QString& className) const;
+
+    void log(const QString& message) { tell(LogMessage, message); }
+    void debug(const QString& message) { tell(DebugMessage, message); }
+    void warning(const QString& message) { tell(WarningMessage, message); }
+    /// Receives all messages from now on. Without one, warnings go to standard error.
+    void setMessageHandler(const MessageHandler& handler) { m_handler = handler; }
+    MessageHandler getMessageHandler() const { return m_handler; }
+
+signals:
+    void closing();
+
+private:
+    void tell(MessageType type, const QString& message);
+
+    std::unique_ptr<DzUndoStack> m_undoStack;
+    std::unique_ptr<DzImageMgr> m_imageMgr;
+    std::unique_ptr<DzPluginMgr> m_pluginMgr;
+    DzMainWindow* m_interface = nullptr;
+    MessageHandler m_handler;
+};
+
+/// The one application object; null before it is made and after it is gone.
+extern DzApp* dzApp;

@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "dzbase.h"
+
+#include <QVector>
+#include <memory>
+
+class DzProperty;
+class DzSettings;
+class DzShaderBrick;
+
+/// An input, output or settings row of a brick.
+///
+/// A parameter belongs to the brick it was added to, owns its properties, and holds links to
+/// parameters of other bricks. Both ends of a link know each other; deleting either end, or its
+/// brick, removes the link.
+class DzBrickParam : public DzBase
+{
+    Q_OBJECT
+
+public:
+    /// Kind of the value that a parameter carries; the host's own kinds are 0 to 9.
+    typedef int ParamType;
+    enum HostType {
+        UnknownType = 0,
+        FloatType = 1,
+        ColorType = 2,
+        PointType = 3,
+        VectorType = 4,
+        NormalType = 5,
+        MatrixType = 6,
+        StringType = 7,
+        BooleanType = 8,
+        IntegerType = 9
+    };
+    /// A settings row is shown and edited, but nothing can be linked to it.
+    enum Direction { InputDirection = 0, SettingsDirection = 1, OutputDirection = 2 };
+
+    explicit DzBrickParam(Direction direction);
+    ~DzBrickParam() override;
+
+    /// The word for a host type, such as "float"; empty for any other number.
+    static QString typeToString(ParamType type);
+
+    // Identity.
+    Q_INVOKABLE QString getLabel() const { return m_label; }
+    virtual void setLabel(const QString& label);
+    Q_INVOKABLE DzShaderBrick* getTopBrickOwner() const { return m_brick; }
+    int getDirection() const { return m_direction; }
+    Q_INVOKABLE bool isInput() const { return m_direction == InputDirection; }
+    Q_INVOKABLE bool isOutput() const { return m_direction == OutputDirection; }
+    bool isArray() const { return m_isArray; }
+    void setIsArray(bool isArray) { m_isArray = isArray; }
+
+    // Arguments: the names under which the parameter is known in code and in files.
+    virtual int getNumArgs() const { return 1; }
+    /// Argument name `index`; the parameter's own name unless it has another.
+    virtual QString getArg(int index) const;
+    virtual ParamType getArgType(int index) const;
+    virtual int getNumTokensNeeded() const { return 1; }
+    virtual ParamType getTypeForToken(int index) const;
+    /// The value as a term of the shading language.
+    virtual QString getStringValue(int index) const;
+    /// `text` as a quoted literal of the shading language.
+    static QString getEscapedString(const QString& text);
+    bool shouldWriteTokenInShader() const { return m_writeToken; }
+    void setShouldWriteTokenInShader(bool write) { m_writeToken = write; }
+    virtual bool needsPrepForCall(int index) const;
+
+    // Properties.
+    Q_INVOKABLE virtual int getNumProperties() const { return 0; }
+    Q_INVOKABLE virtual DzProperty* getProperty(int index) const;
+    /// Token under which property `index` is mapped; -1 for a parameter without property.
+    virtual int getPropertyMapToken(int index) const;
+    QString getPropertyPath(int index) const;
+    void setPropertyPath(int index, const QString& path);
+
+    // Types and links.
+    Q_INVOKABLE virtual int getType() const = 0;
+    /// True when a link between this parameter and `other` is allowed. An output asks the input.
+    Q_INVOKABLE virtual bool canConnect(DzBrickParam* other) const;
+    /// The type's name as users see it.
+    Q_INVOKABLE virtual QString getTypeString(int index = 0) const;
+
+    /// Makes a link, as a user would, and returns true; false when it is refused or exists.
+    Q_INVOKABLE bool addConnection(DzBrickParam* other);
+    Q_INVOKABLE int getNumConnections() const { return m_links.size() - m_deadLinks; }
+    /// The parameter at the other end of link `index`, in order of linking; null when none.
+    Q_INVOKABLE DzBrickParam* getConnection(int index) const;
+    Q_INVOKABLE bool isConnectedTo(const DzBrickParam* other) const;
+    Q_INVOKABLE bool removeConnection(DzBrickParam* other);
+    Q_INVOKABLE void removeAllConnections();
+    /// Removes links that canConnect() would refuse now.
+    void clearInvalidConnections();
+
+signals:
+    void connectionsChanged();
+    void typeChanged();
+    void directionChanged();
+    void labelChanged();
+    void propertyChanged(DzProperty* property);
+
+protected:
+    void changeDirection(int direction);
+    /// Takes a property into the parameter's care: it shows this parameter as its carrier.
+    void adoptProperty(DzProperty* property);
+
+private:
+    friend class DzBrickLinkItem;
+    friend class DzBrickParamItem;
+    friend class DzKeptMembers;
+    friend class DzNetworkReader;
+    friend class DzProperty;
+    friend class DzShaderBrick;
+
+    /// One end of a link: the parameter at the other end and the place of the link in its list.
+    struct Link {
+        DzBrickParam* peer;
+        int peerSlot;
+    };
+
+    /// Makes the link without asking; `slot` and `peerSlot` are places to insert at, -1 the end.
+    void link(DzBrickParam* other, int slot = -1, int otherSlot = -1);
+    void unlinkSlot(int slot);
+    int findSlot(const DzBrickParam* other) const;
+    void insertLink(int slot, const Link& link);
+    void removeLink(int slot);
+    void compactLinks() const;
+    void notifyConnectionsChanged();
+
+    QString m_label;
+    DzShaderBrick* m_brick = nullptr;
+    /// Links in order; a removed one leaves a null peer until the list is read again, so that
+    /// removing many links costs no more than each of them.
+    mutable QVector<Link> m_links;
+    mutable int m_deadLinks = 0;
+    /// Members of the file that the parameter was read from, see DzProperty.
+    std::unique_ptr<DzSettings> m_keptMembers;
+    int m_direction;
+    bool m_isArray = false;
+    bool m_writeToken = true;
+};

@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "dzbase.h"
+#include "dzelementdata.h"
+#include "dzerror.h"
+#include "dzsimpleelementdata.h"
+
+#include <QHash>
+#include <QVector>
+
+class DzProperty;
+class DzSettings;
+
+/// An object with properties, data items and attributes.
+class DzElement : public DzBase
+{
+    Q_OBJECT
+    Q_PROPERTY(QString label READ getLabel WRITE setLabel NOTIFY labelChanged)
+
+public:
+    explicit DzElement(const QString& name = QString());
+    /// Deletes the properties and data items.
+    ~DzElement() override;
+
+    QString getLabel() const { return m_label; }
+    virtual DzError setLabel(const QString& label);
+
+    /// Adds a property and takes ownership. Names are unique within one element: a property whose
+    /// name is taken is refused and stays the caller's.
+    DzError addProperty(DzProperty* property);
+    DzError insertProperty(int index, DzProperty* property);
+    /// Removes and deletes a user property; any other is refused.
+    DzError removeProperty(DzProperty* property);
+    DzError removeProperty(const QString& name);
+    int getNumProperties() const { return m_properties.size(); }
+    DzProperty* getProperty(int index) const { return m_properties.value(index); }
+    DzProperty* findProperty(const QString& name) const;
+    QVector<DzProperty*> getPropertyList() const { return m_properties; }
+
+    /// Adds a data item and takes ownership; refused when one of the same name is there.
+    DzError addDataItem(DzElementData* item);
+    /// Takes the item off and gives it back to the caller.
+    DzError removeDataItem(DzElementData* item);
+    DzError deleteDataItem(DzElementData* item);
+    DzElementData* findDataItem(const QString& name) const;
+    int getNumDataItems() const { return m_dataItems.size(); }
+    DzElementData* getDataItem(int index) const { return m_dataItems.value(index); }
+
+    /// Copies label, and the values of properties that both have, from another element.
+    virtual void copyFrom(const DzElement* other);
+    /// Writes what the element needs to be made again.
+    virtual void getAttributes(DzSettings* settings) const;
+    /// Reads what getAttributes() wrote; returns this, or null when the settings are unusable.
+    virtual DzElement* setAttributes(const DzSettings* settings);
+
+signals:
+    void labelChanged(const QString& label);
+    void propertyAdded(DzProperty* property);
+    void propertyRemoved(DzProperty* property);
+    void propertyListChanged();
+
+private:
+    friend class DzElementPropertyItem;
+    friend class DzProperty;
+
+    void attach(int index, DzProperty* property);
+    /// Takes the property off the list without deleting it; returns the index it had.
+    int detach(DzProperty* property);
+    /// Called by a property that is deleted by somebody else.
+    void forget(DzProperty* property);
+    /// Notes a property's coming name; false when another property has it.
+    bool renameProperty(DzProperty* property, const QString& name);
+
+    QString m_label;
+    QVector<DzProperty*> m_properties;
+    mutable QHash<QString, DzProperty*> m_propertyIndex;
+    QVector<DzElementData*> m_dataItems;
+};

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "dzelement.h"
+#include "dzrefcounteditem.h"
+
+#include <QColor>
+
+class DzRenderSettings;
+class DzTexture;
+
+/// A surface's material. All materials that exist stand in one list, in order of creation.
+class DzMaterial : public DzElement, public DzRefCountedItem
+{
+    Q_OBJECT
+
+public:
+    explicit DzMaterial(const QString& name = QString());
+    ~DzMaterial() override;
+
+    static int getNumMaterials();
+    static DzMaterial* getMaterial(int index);
+
+    Q_INVOKABLE bool isSelected() const { return m_selected; }
+    Q_INVOKABLE void select(bool onOff);
+
+    /// Name of the kind of material, as users see it.
+    virtual QString getMaterialName() const = 0;
+    virtual void setDiffuseColor(QColor color) = 0;
+    virtual QColor getDiffuseColor() const = 0;
+    virtual void setBaseOpacity(float opacity) = 0;
+    virtual float getBaseOpacity() const = 0;
+    virtual void setColorMap(const DzTexture* map) = 0;
+    virtual DzTexture* getColorMap() const = 0;
+    virtual void setOpacityMap(const DzTexture* map) = 0;
+    virtual DzTexture* getOpacityMap() const = 0;
+    virtual bool isColorMappable() const = 0;
+    virtual bool isOpacityMappable() const = 0;
+    virtual bool needsTangentSpaceParams() const { return false; }
+    /// True when the definition is to be saved with the scene rather than referred to.
+    virtual bool shouldAlwaysEmbed() const { return false; }
+
+signals:
+    void selectionStateChanged(DzMaterial* material, bool onOff);
+
+private:
+    int m_listSlot;
+    bool m_selected = false;
+};
+
+typedef DzTSharedPointer<DzMaterial> DzMaterialPtr;

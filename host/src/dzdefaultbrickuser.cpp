@@ -1,0 +1,195 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "dzdefaultbrickuser.h"
+
+#include "dzbrickset.h"
+#include "dzelement.h"
+#include "dzshaderbrick.h"
+#include "dzundostack.h"
+#include "networkreader.h"
+#include "networkwriter.h"
+#include "userkepttrees.h"
+
+#include <QPointer>
+
+/// The coming or going of a brick; holds a share of the brick.
+class DzBrickMembershipItem : public DzUndoItem
+{
+public:
+    DzBrickMembershipItem(DzDefaultBrickUser* user, DzShaderBrick* brick, uint id, bool added)
+        : m_element(user->getBrickUserElement())
+        , m_user(user)
+        , m_brick(brick)
+        , m_id(id)
+        , m_added(added)
+    {
+    }
+
+    void undo() override { set(!m_added); }
+    void redo() override { set(m_added); }
+
+private:
+    void set(bool present)
+    {
+        const bool isPresent = m_brick->getBrickUser() == m_user;
+        if (!m_element || present == isPresent)
+            return;
+        if (present) {
+            m_user->attach(m_brick, m_id);
+            m_user->brickWasRestored(m_brick);
+        } else {
+            m_user->detach(m_brick);
+            m_user->brickWasRemoved(m_brick);
+        }
+    }
+
+    QPointer<DzElement> m_element; // goes with the user, which is no QObject itself
+    DzDefaultBrickUser* m_user;
+    DzTSharedPointer<DzShaderBrick> m_brick;
+    uint m_id;
+    bool m_added;
+};
+
+DzDefaultBrickUser::DzDefaultBrickUser()
+    : m_identifier(QUuid::createUuid())
+{
+}
+
+DzDefaultBrickUser::~DzDefaultBrickUser()
+{
+    for (DzBrickSet* set : qAsConst(m_sets))
+        set->unref();
+    const QList<DzShaderBrick*> bricks = m_bricks.values();
+    for (DzShaderBrick* brick : bricks)
+        detach(brick);
+}
+
+uint DzDefaultBrickUser::addBrick(DzShaderBrick* brick)
+{
+    if (!brick || brick->getBrickUser() || !canUseBrick(brick))
+        return 0;
+    DzUndoStackHold hold;
+    attach(brick, takeNextID());
+    brick->removeForeignConnections();
+    if (dzUndoStack && dzUndoStack->canPushItems())
+        dzUndoStack->push(
+            new DzBrickMembershipItem(this, brick, brick->getBrickID(), true), QString());
+    hold.accept(DzElement::tr("Add %1").arg(brick->getPreferredName()));
+    return brick->getBrickID();
+}
+
+void DzDefaultBrickUser::attach(DzShaderBrick* brick, uint id)
+{
+    brick->ref();
+    m_bricks.insert(id, brick);
+    m_nextID = qMax(m_nextID, id + 1);
+    const uint before = brick->m_id;
+    brick->m_user = this;
+    brick->m_id = id;
+    invalidateSets();
+    if (before != id)
+        emit brick->brickIDChanged(static_cast<int>(before));
+}
+
+void DzDefaultBrickUser::detach(DzShaderBrick* brick)
+{
+    m_bricks.remove(brick->m_id);
+    brick->m_user = nullptr;
+    invalidateSets();
+    brick->unref();
+}
+
+bool DzDefaultBrickUser::deleteBrick(uint id)
+{
+    return deleteBrick(getBrick(id));
+}
+
+bool DzDefaultBrickUser::deleteBrick(DzShaderBrick* brick)
+{
+    if (!brick || brick->getBrickUser() != this)
+        return false;
+    const DzTSharedPointer<DzShaderBrick> alive(brick);
+    const uint id = brick->getBrickID();
+    DzUndoStackHold hold;
+    brick->removeAllConnections();
+    detach(brick);
+    brickWasRemoved(brick);
+    if (dzUndoStack && dzUndoStack->canPushItems())
+        dzUndoStack->push(new DzBrickMembershipItem(this, brick, id, false), QString());
+    hold.accept(DzElement::tr("Delete %1").arg(brick->getBrickTitle()));
+    return true;
+}
+
+void DzDefaultBrickUser::deleteAllBricks()
+{
+    DzUndoStackHold hold;
+    const QList<uint> ids = m_bricks.keys();
+    for (const uint id : ids)
+        deleteBrick(id);
+    hold.accept(DzElement::tr("Delete All Bricks"));
+}
+
+bool DzDefaultBrickUser::moveBrick(uint id, IDzBrickUser* newOwner)
+{
+    DzShaderBrick* brick = getBrick(id);
+    if (!brick || !newOwner || newOwner == this || !newOwner->canUseBrick(brick))
+        return false;
+    const DzTSharedPointer<DzShaderBrick> alive(brick);
+    DzUndoStackHold hold;
+    detach(brick);
+    brickWasRemoved(brick);
+    if (dzUndoStack && dzUndoStack->canPushItems())
+        dzUndoStack->push(new DzBrickMembershipItem(this, brick, id, false), QString());
+    // Joining the new owner removes the links to bricks that stayed.
+    newOwner->addBrick(brick);
+    hold.accept(DzElement::tr("Move %1").arg(brick->getBrickTitle()));
+    return true;
+}
+
+void DzDefaultBrickUser::forgetBrick(DzShaderBrick* brick)
+{
+    m_bricks.remove(brick->getBrickID());
+    invalidateSets();
+    brickWasRemoved(brick);
+}
+
+int DzDefaultBrickUser::getNumBrickSets() const
+{
+    if (!m_setsValid) {
+        for (DzBrickSet* set : qAsConst(m_sets))
+            set->unref();
+        m_sets.clear();
+        for (DzShaderBrick* brick : m_bricks) {
+            if (brick->type() == DzBrickSet::None)
+                continue;
+            auto* set = new DzBrickSet(brick, const_cast<DzDefaultBrickUser*>(this));
+            set->ref();
+            m_sets.append(set);
+        }
+        m_setsValid = true;
+    }
+    return m_sets.size();
+}
+
+DzBrickSet* DzDefaultBrickUser::getBrickSet(int index) const
+{
+    return index >= 0 && index < getNumBrickSets() ? m_sets.at(index) : nullptr;
+}
+
+void DzDefaultBrickUser::getAttributesHelper(DzSettings* settings, const QList<uint>& ids,
+    QHash<const DzShaderBrick*, QString>* names) const
+{
+    DzNetworkWriter(*this).write(settings, ids, names);
+}
+
+void DzDefaultBrickUser::setAttributesHelper(
+    const DzSettings* settings, QHash<QString, DzShaderBrick*>* createdBricks)
+{
+    DzUndoStackLock lock;
+    deleteAllBricks();
+    DzNetworkReader reader(*this);
+    reader.read(*settings);
+    if (createdBricks)
+        *createdBricks = reader.createdBricks();
+}

@@ -1,0 +1,305 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "dzelement.h"
+
+#include "dzproperty.h"
+#include "dzundostack.h"
+
+#include <QPointer>
+
+namespace {
+
+/// Below this many properties a search is cheaper than an index.
+const int manyProperties = 8;
+
+bool isRecorded()
+{
+    return dzUndoStack && dzUndoStack->canPushItems();
+}
+
+/// A new label of an element.
+class LabelItem : public DzUndoItem
+{
+public:
+    LabelItem(DzElement* element, const QString& before)
+        : m_element(element)
+        , m_other(before)
+    {
+    }
+
+    void undo() override { swap(); }
+    void redo() override { swap(); }
+
+private:
+    void swap()
+    {
+        if (!m_element)
+            return;
+        const QString now = m_element->getLabel();
+        m_element->setLabel(m_other);
+        m_other = now;
+    }
+
+    QPointer<DzElement> m_element;
+    QString m_other;
+};
+
+/// The adding or removing of a data item; owns the item while it is off the element.
+class DataItem : public DzUndoItem
+{
+public:
+    DataItem(DzElement* element, DzElementData* data, bool added)
+        : m_element(element)
+        , m_data(data)
+        , m_added(added)
+        , m_owned(!added)
+    {
+    }
+    ~DataItem() override
+    {
+        if (m_owned)
+            delete m_data;
+    }
+
+    void undo() override { set(!m_added); }
+    void redo() override { set(m_added); }
+
+private:
+    void set(bool present)
+    {
+        if (!m_element || !m_data || m_owned != present)
+            return;
+        if (present)
+            m_element->addDataItem(m_data);
+        else
+            m_element->removeDataItem(m_data);
+        m_owned = !present;
+    }
+
+    QPointer<DzElement> m_element;
+    QPointer<DzElementData> m_data;
+    bool m_added;
+    bool m_owned;
+};
+
+} // namespace
+
+/// The adding or removing of a property; owns the property while it is off the element.
+class DzElementPropertyItem : public DzUndoItem
+{
+public:
+    DzElementPropertyItem(DzElement* element, DzProperty* property, int index, bool added)
+        : m_element(element)
+        , m_property(property)
+        , m_index(index)
+        , m_added(added)
+        , m_owned(!added)
+    {
+    }
+    ~DzElementPropertyItem() override
+    {
+        if (m_owned)
+            delete m_property;
+    }
+
+    void undo() override { set(!m_added); }
+    void redo() override { set(m_added); }
+
+private:
+    void set(bool present)
+    {
+        if (!m_element || !m_property || m_owned != present)
+            return;
+        if (present)
+            m_element->attach(m_index, m_property);
+        else
+            m_element->detach(m_property);
+        m_owned = !present;
+    }
+
+    QPointer<DzElement> m_element;
+    QPointer<DzProperty> m_property;
+    int m_index;
+    bool m_added;
+    bool m_owned;
+};
+
+DzElement::DzElement(const QString& name)
+    : DzBase(name)
+{
+}
+
+DzElement::~DzElement()
+{
+    const QVector<DzProperty*> properties = m_properties;
+    m_properties.clear();
+    m_propertyIndex.clear();
+    for (DzProperty* property : properties) {
+        property->m_owner = nullptr;
+        delete property;
+    }
+    qDeleteAll(m_dataItems);
+}
+
+DzError DzElement::setLabel(const QString& label)
+{
+    if (label == m_label)
+        return DZ_NO_ERROR;
+    const QString before = m_label;
+    m_label = label;
+    emit labelChanged(label);
+    if (isRecorded())
+        dzUndoStack->push(new LabelItem(this, before), tr("Rename"));
+    return DZ_NO_ERROR;
+}
+
+DzError DzElement::addProperty(DzProperty* property)
+{
+    return insertProperty(m_properties.size(), property);
+}
+
+DzError DzElement::insertProperty(int index, DzProperty* property)
+{
+    if (!property || property->m_owner || property->m_param)
+        return DZ_ILLEGAL_ARGUMENT_ERROR;
+    if (findProperty(property->getName()))
+        return DZ_REFUSED_ERROR;
+    const int place = index < 0 || index > m_properties.size() ? m_properties.size() : index;
+    attach(place, property);
+    if (isRecorded())
+        dzUndoStack->push(
+            new DzElementPropertyItem(this, property, place, true), tr("Add Property"));
+    return DZ_NO_ERROR;
+}
+
+DzError DzElement::removeProperty(DzProperty* property)
+{
+    if (!property || property->m_owner != this)
+        return DZ_ILLEGAL_ARGUMENT_ERROR;
+    if (!property->isUserProperty())
+        return DZ_REFUSED_ERROR;
+    const int index = detach(property);
+    if (isRecorded())
+        dzUndoStack->push(
+            new DzElementPropertyItem(this, property, index, false), tr("Remove Property"));
+    else
+        delete property;
+    return DZ_NO_ERROR;
+}
+
+DzError DzElement::removeProperty(const QString& name)
+{
+    return removeProperty(findProperty(name));
+}
+
+DzProperty* DzElement::findProperty(const QString& name) const
+{
+    if (m_properties.size() <= manyProperties) {
+        for (DzProperty* property : m_properties)
+            if (property->getName() == name)
+                return property;
+        return nullptr;
+    }
+    if (m_propertyIndex.isEmpty())
+        for (DzProperty* property : m_properties)
+            m_propertyIndex.insert(property->getName(), property);
+    return m_propertyIndex.value(name);
+}
+
+void DzElement::attach(int index, DzProperty* property)
+{
+    m_properties.insert(index, property);
+    if (!m_propertyIndex.isEmpty())
+        m_propertyIndex.insert(property->getName(), property);
+    property->m_owner = this;
+    emit propertyAdded(property);
+    emit propertyListChanged();
+}
+
+int DzElement::detach(DzProperty* property)
+{
+    // From the end: removing many goes backwards.
+    const int index = m_properties.lastIndexOf(property);
+    m_properties.remove(index);
+    m_propertyIndex.remove(property->getName());
+    property->m_owner = nullptr;
+    emit propertyRemoved(property);
+    emit propertyListChanged();
+    return index;
+}
+
+void DzElement::forget(DzProperty* property)
+{
+    detach(property);
+}
+
+bool DzElement::renameProperty(DzProperty* property, const QString& name)
+{
+    DzProperty* holder = findProperty(name);
+    if (holder && holder != property)
+        return false;
+    m_propertyIndex.clear();
+    return true;
+}
+
+DzError DzElement::addDataItem(DzElementData* item)
+{
+    if (!item || item->m_owner)
+        return DZ_ILLEGAL_ARGUMENT_ERROR;
+    if (findDataItem(item->getName()))
+        return DZ_REFUSED_ERROR;
+    m_dataItems.append(item);
+    item->m_owner = this;
+    if (isRecorded())
+        dzUndoStack->push(new DataItem(this, item, true), tr("Add Data"));
+    return DZ_NO_ERROR;
+}
+
+DzError DzElement::removeDataItem(DzElementData* item)
+{
+    if (!item || item->m_owner != this)
+        return DZ_ILLEGAL_ARGUMENT_ERROR;
+    m_dataItems.removeOne(item);
+    item->m_owner = nullptr;
+    return DZ_NO_ERROR;
+}
+
+DzError DzElement::deleteDataItem(DzElementData* item)
+{
+    const DzError error = removeDataItem(item);
+    if (error != DZ_NO_ERROR)
+        return error;
+    if (isRecorded())
+        dzUndoStack->push(new DataItem(this, item, false), tr("Remove Data"));
+    else
+        delete item;
+    return DZ_NO_ERROR;
+}
+
+DzElementData* DzElement::findDataItem(const QString& name) const
+{
+    for (DzElementData* item : m_dataItems)
+        if (item->getName() == name)
+            return item;
+    return nullptr;
+}
+
+void DzElement::copyFrom(const DzElement* other)
+{
+    if (!other || other == this)
+        return;
+    setLabel(other->getLabel());
+    for (const DzProperty* source : other->m_properties)
+        if (DzProperty* own = findProperty(source->getName()))
+            own->copyFrom(source);
+}
+
+void DzElement::getAttributes(DzSettings*) const
+{
+}
+
+DzElement* DzElement::setAttributes(const DzSettings*)
+{
+    return this;
+}

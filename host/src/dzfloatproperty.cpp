@@ -1,0 +1,163 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "dzfloatproperty.h"
+
+#include "dzundostack.h"
+
+#include <QLocale>
+#include <cmath>
+
+namespace {
+
+/// Equality that takes a not-a-number for itself, so that setting it twice is one change.
+bool sameValue(float a, float b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+bool isNumber(const DzSettings& settings, const QString& key)
+{
+    const DzSettings::ValueType type = settings.getValueType(settings.getSettingIndex(key));
+    return type == DzSettings::FloatValue || type == DzSettings::IntValue;
+}
+
+} // namespace
+
+DzFloatProperty::DzFloatProperty(
+    const QString& name, bool canAnimate, bool isUserProperty, float defaultValue)
+    : DzNumericProperty(name, canAnimate, isUserProperty)
+    , m_value(defaultValue)
+    , m_default(defaultValue)
+{
+}
+
+float DzFloatProperty::admissible(float value) const
+{
+    if (!isClamped())
+        return value;
+    if (std::isnan(value))
+        return m_value;
+    return value < m_min ? m_min : value > m_max ? m_max : value;
+}
+
+void DzFloatProperty::setValue(float value)
+{
+    if (isLocked())
+        return;
+    const float wanted = admissible(value);
+    if (!canAnimate())
+        m_default = wanted;
+    if (sameValue(wanted, m_value))
+        return;
+    const float before = m_value;
+    assignValue(wanted);
+    if (isRecorded())
+        record(
+            "value", tr("Change %1").arg(getLabel()), [=] { assignValue(before); },
+            [=] { assignValue(wanted); });
+}
+
+void DzFloatProperty::assignValue(float value)
+{
+    m_value = value;
+    notifyValueChanged();
+}
+
+void DzFloatProperty::setDefaultValue(float value)
+{
+    m_default = admissible(value);
+}
+
+void DzFloatProperty::setMinMax(float min, float max)
+{
+    if (min == m_min && max == m_max)
+        return;
+    m_min = min;
+    m_max = max;
+    applyClamping();
+    emit minMaxChanged();
+}
+
+void DzFloatProperty::applyClamping()
+{
+    m_default = admissible(m_default);
+    const float value = admissible(m_value);
+    if (!sameValue(value, m_value))
+        assignValue(value);
+}
+
+bool DzFloatProperty::currentValueIsDefaultValue() const
+{
+    return sameValue(m_value, m_default);
+}
+
+QString DzFloatProperty::getValueText() const
+{
+    return QString::number(static_cast<double>(m_value), 'g', 9).toFloat() == m_value
+        ? QLocale::c().toString(m_value, 'g', QLocale::FloatingPointShortest)
+        : QString::number(static_cast<double>(m_value));
+}
+
+bool DzFloatProperty::setValueText(const QString& text, QString* error)
+{
+    bool ok = false;
+    const float value = text.trimmed().toFloat(&ok);
+    if (!ok) {
+        *error = tr("\"%1\" is no number").arg(text);
+        return false;
+    }
+    if (isLocked()) {
+        *error = tr("it is locked");
+        return false;
+    }
+    setValue(value);
+    return true;
+}
+
+DzProperty* DzFloatProperty::createSimilar() const
+{
+    auto* copy = new DzFloatProperty(getName(), canAnimate(), isUserProperty(), m_default);
+    copy->m_sensitivity = m_sensitivity;
+    return copy;
+}
+
+void DzFloatProperty::copyValueFrom(const DzNumericProperty* other)
+{
+    auto* source = static_cast<const DzFloatProperty*>(other);
+    const float value = admissible(source->m_value);
+    if (!sameValue(value, m_value))
+        assignValue(value);
+}
+
+void DzFloatProperty::getValueAttributes(DzPropertySettings* settings) const
+{
+    settings->setFloatValue(QStringLiteral("Min"), static_cast<double>(m_min));
+    settings->setFloatValue(QStringLiteral("Max"), static_cast<double>(m_max));
+    settings->setFloatValue(QStringLiteral("Sensitivity"), static_cast<double>(m_sensitivity));
+    settings->setFloatValue(QStringLiteral("Value"), static_cast<double>(m_value));
+    settings->setFloatValue(QStringLiteral("DefaultValue"), static_cast<double>(m_default));
+}
+
+bool DzFloatProperty::readAttribute(const DzSettings& settings, const QString& key)
+{
+    if (!isNumber(settings, key))
+        return DzNumericProperty::readAttribute(settings, key);
+    const float number = static_cast<float>(settings.getFloatValue(key));
+    if (key == QLatin1String("Value")) {
+        const float value = admissible(number);
+        if (!sameValue(value, m_value))
+            assignValue(value);
+    } else if (key == QLatin1String("DefaultValue")) {
+        m_default = admissible(number);
+    } else if (key == QLatin1String("Min")) {
+        setMinMax(number, m_max);
+    } else if (key == QLatin1String("Max")) {
+        setMinMax(m_min, number);
+    } else if (key == QLatin1String("Sensitivity")) {
+        m_sensitivity = number;
+    } else {
+        return false;
+    }
+    return true;
+}

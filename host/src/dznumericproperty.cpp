@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "dznumericproperty.h"
+
+#include "dzapp.h"
+#include "dzimagemgr.h"
+#include "dzundostack.h"
+
+DzNumericProperty::DzNumericProperty(const QString& name, bool canAnimate, bool isUserProperty)
+    : DzProperty(name, canAnimate, isUserProperty)
+{
+}
+
+DzNumericProperty::~DzNumericProperty()
+{
+}
+
+void DzNumericProperty::setIsMappable(bool mappable)
+{
+    if (mappable == m_mappable)
+        return;
+    m_mappable = mappable;
+    if (!mappable && m_map)
+        assignMap(DzTexturePtr());
+    emit isMappableChanged();
+}
+
+bool DzNumericProperty::isMapped() const
+{
+    return m_map && !m_map->getFilename().isEmpty();
+}
+
+bool DzNumericProperty::setMap(const QString& filename)
+{
+    return setMap(dzApp->getImageMgr()->getImage(filename));
+}
+
+bool DzNumericProperty::setMap(const DzTexture* texture)
+{
+    // The image manager hands out one texture per name, so a share of it is no copy.
+    const DzTexturePtr map(const_cast<DzTexture*>(texture));
+    if (!isMappable() || isLocked())
+        return false;
+    const DzTexturePtr before = m_map;
+    if (static_cast<DzTexture*>(before) == texture)
+        return true;
+    assignMap(map);
+    if (isRecorded())
+        record(
+            "map", tr("Change Map of %1").arg(getLabel()), [=] { assignMap(before); },
+            [=] { assignMap(map); });
+    return true;
+}
+
+void DzNumericProperty::assignMap(const DzTexturePtr& map)
+{
+    m_map = map;
+    emit mapChanged();
+    notifyValueChanged();
+}
+
+void DzNumericProperty::setIsClamped(bool clamped)
+{
+    if (clamped == m_clamped)
+        return;
+    m_clamped = clamped;
+    applyClamping();
+    emit clampedChanged(clamped);
+}
+
+void DzNumericProperty::copyFrom(const DzProperty* other)
+{
+    auto* source = qobject_cast<const DzNumericProperty*>(other);
+    if (!source || source == this)
+        return;
+    if (source->metaObject() == metaObject())
+        copyValueFrom(source);
+    if (m_mappable && static_cast<DzTexture*>(m_map) != static_cast<DzTexture*>(source->m_map))
+        assignMap(source->m_map);
+}
+
+void DzNumericProperty::getAttributes(DzPropertySettings* settings) const
+{
+    DzProperty::getAttributes(settings);
+    settings->setBoolValue(QStringLiteral("Clamped"), m_clamped);
+    // The file format's word has one p.
+    settings->setBoolValue(QStringLiteral("Mapable"), m_mappable);
+    getValueAttributes(settings);
+    if (isMapped())
+        settings->setStringValue(QStringLiteral("MapImage"), m_map->getFilename());
+}
+
+bool DzNumericProperty::readAttribute(const DzSettings& settings, const QString& key)
+{
+    const int index = settings.getSettingIndex(key);
+    if (index < 0)
+        return false;
+    const DzSettings::ValueType type = settings.getValueType(index);
+    if (key == QLatin1String("Clamped") && type == DzSettings::BoolValue) {
+        setIsClamped(settings.getBoolValue(key));
+        return true;
+    }
+    if (key == QLatin1String("Mapable") && type == DzSettings::BoolValue) {
+        setIsMappable(settings.getBoolValue(key));
+        return true;
+    }
+    if (key == QLatin1String("MapImage") && type == DzSettings::StringValue) {
+        if (!m_mappable)
+            return false;
+        const DzTexturePtr map(dzApp->getImageMgr()->getImage(settings.getStringValue(key)));
+        if (static_cast<DzTexture*>(map) != static_cast<DzTexture*>(m_map))
+            assignMap(map);
+        return true;
+    }
+    return DzProperty::readAttribute(settings, key);
+}

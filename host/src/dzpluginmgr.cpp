@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "dzpluginmgr.h"
+
+#include "dzapp.h"
+#include "dzclassfactory.h"
+#include "dzplugin.h"
+#include "dzversion.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibrary>
+#include <exception>
+
+namespace {
+
+typedef DzVersion (*GetVersion)();
+typedef DzPlugin* (*GetDefinition)();
+
+template <typename Function>
+Function resolve(QLibrary& library, const char* symbol)
+{
+    return reinterpret_cast<Function>(library.resolve(symbol));
+}
+
+} // namespace
+
+DzPluginMgr::DzPluginMgr()
+{
+}
+
+DzPluginMgr::~DzPluginMgr()
+{
+}
+
+bool DzPluginMgr::loadPlugin(const QString& path, QString* error)
+{
+    const auto refuse = [&](const QString& cause) {
+        *error = tr("cannot load module %1: %2").arg(path, cause);
+        return false;
+    };
+    QLibrary library(path);
+    // Modules stay loaded: objects of their classes may outlive the manager.
+    library.setLoadHints(QLibrary::PreventUnloadHint);
+    try {
+        if (!library.load())
+            return refuse(tr("it is no module (%1)").arg(library.errorString().simplified()));
+        const auto getVersion = resolve<GetVersion>(library, "getSDKVersion");
+        const auto getDefinition = resolve<GetDefinition>(library, "getPluginDefinition");
+        if (!getVersion || !getDefinition)
+            return refuse(tr("it lacks the entry point \"%1\"")
+                              .arg(QLatin1String(getVersion ? "getPluginDefinition" : "getSDKVersion")));
+        const DzVersion version = getVersion();
+        if (DZ_SDK_VERSION < version)
+            return refuse(tr("it needs SDK version %1, this program offers %2")
+                              .arg(version.getLongVersionString(),
+                                  DZ_SDK_VERSION.getLongVersionString()));
+        DzPlugin* plugin = getDefinition();
+        if (!plugin)
+            return refuse(tr("it gives no definition"));
+        if (!registerPlugin(plugin, path))
+            return refuse(tr("a module named \"%1\" is loaded already").arg(plugin->getName()));
+    } catch (const std::exception& problem) {
+        return refuse(tr("it throws: %1").arg(QString::fromUtf8(problem.what())));
+    } catch (...) {
+        return refuse(tr("it throws"));
+    }
+    return true;
+}
+
+QStringList DzPluginMgr::getPluginFolders(
+    const char* pathVariable, const QString& installedFolder)
+{
+    QStringList candidates = QString::fromLocal8Bit(qgetenv(pathVariable))
+                                 .split(QDir::listSeparator(), Qt::SkipEmptyParts);
+    const QString own = QCoreApplication::applicationDirPath();
+    candidates << own << own + QStringLiteral("/../lib/") + installedFolder;
+    QStringList folders;
+    for (const QString& candidate : qAsConst(candidates)) {
+        const QString folder = QFileInfo(candidate).canonicalFilePath();
+        if (!folder.isEmpty() && QFileInfo(folder).isDir() && !folders.contains(folder))
+            folders.append(folder);
+    }
+    return folders;
+}
+
+void DzPluginMgr::loadPlugins(const QStringList& folders)
+{
+    for (const QString& folder : folders) {
+        const QDir dir(folder);
+        for (const QString& name : dir.entryList(QDir::Files, QDir::Name)) {
+            // Ordinary shared libraries may stand beside the modules.
+            if (!QLibrary::isLibrary(name) || name.startsWith(QLatin1String("lib")))
+                continue;
+            QString error;
+            if (!loadPlugin(dir.filePath(name), &error))
+                dzApp->warning(error);
+        }
+    }
+}
+
+bool DzPluginMgr::registerPlugin(DzPlugin* plugin, const QString& filename)
+{
+    for (const Loaded& loaded : qAsConst(m_plugins))
+        if (loaded.plugin->getName() == plugin->getName())
+            return false;
+    m_plugins.append(Loaded { plugin, filename });
+    for (int i = 0; i < plugin->getNumClassFactories(); ++i) {
+        const DzClassFactory* factory = plugin->getClassFactory(i);
+        m_factories.append(factory);
+        if (!m_byName.contains(factory->className()))
+            m_byName.insert(factory->className(), factory);
+    }
+    return true;
+}
+
+DzPlugin* DzPluginMgr::getPlugin(int index) const
+{
+    return index >= 0 && index < m_plugins.size() ? m_plugins.at(index).plugin : nullptr;
+}
+
+QString DzPluginMgr::getPluginFilename(int index) const
+{
+    return index >= 0 && index < m_plugins.size() ? m_plugins.at(index).filename : QString();
+}
+
+const DzClassFactory* DzPluginMgr::findClassFactory(const QString& className) const
+{
+    return m_byName.value(className);
+}
+
+const DzClassFactory* DzPluginMgr::findClassFactory(const DzGuid& guid) const
+{
+    for (const DzClassFactory* factory : m_factories)
+        if (factory->getGuid() == guid)
+            return factory;
+    return nullptr;
+}

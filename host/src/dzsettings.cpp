@@ -1,0 +1,321 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "dzsettings.h"
+
+#include "settingsjson.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+/// Up to this many entries are searched one by one, which is faster than hashing the key.
+const int longestSearchedList = 16;
+
+/// Equal as text: zeros of different sign differ, every not-a-number is the same.
+bool sameNumber(double a, double b)
+{
+    if (std::isnan(a) || std::isnan(b))
+        return std::isnan(a) && std::isnan(b);
+    return a == b && std::signbit(a) == std::signbit(b);
+}
+
+bool isWholeInt(double number)
+{
+    return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max()
+        && number == std::floor(number);
+}
+
+} // namespace
+
+DzSettings::DzSettings()
+{
+}
+
+DzSettings::DzSettings(const DzSettings& other)
+    : QObject()
+{
+    copyEntries(other);
+}
+
+DzSettings& DzSettings::operator=(const DzSettings& other)
+{
+    // The copy comes first: `other` may be held by this one.
+    DzSettings copy(other);
+    m_entries.swap(copy.m_entries);
+    m_index.swap(copy.m_index);
+    return *this;
+}
+
+DzSettings::~DzSettings()
+{
+    clear();
+}
+
+void DzSettings::copyEntries(const DzSettings& other)
+{
+    m_entries.reserve(other.m_entries.size());
+    for (const Entry& entry : other.m_entries) {
+        m_entries.append(entry);
+        if (entry.type == SettingsValue)
+            m_entries.last().nested = new DzSettings(*entry.nested);
+    }
+}
+
+int DzSettings::getSettingIndex(const QString& key) const
+{
+    if (m_entries.size() <= longestSearchedList) {
+        for (int i = 0; i < m_entries.size(); ++i) {
+            if (m_entries.at(i).key == key)
+                return i;
+        }
+        return -1;
+    }
+    if (m_index.isEmpty()) {
+        m_index.reserve(m_entries.size());
+        for (int i = 0; i < m_entries.size(); ++i)
+            m_index.insert(m_entries.at(i).key, i);
+    }
+    return m_index.value(key, -1);
+}
+
+const DzSettings::Entry* DzSettings::find(const QString& key) const
+{
+    const int index = getSettingIndex(key);
+    return index < 0 ? nullptr : &m_entries.at(index);
+}
+
+DzSettings::Entry& DzSettings::entryFor(const QString& key, ValueType type)
+{
+    const int index = getSettingIndex(key);
+    if (index < 0) {
+        if (!m_index.isEmpty())
+            m_index.insert(key, m_entries.size());
+        m_entries.append(Entry());
+        m_entries.last().key = key;
+    }
+    Entry& entry = index < 0 ? m_entries.last() : m_entries[index];
+    if (entry.type == SettingsValue)
+        delete entry.nested;
+    entry.type = type;
+    entry.text.clear();
+    entry.number = 0;
+    return entry;
+}
+
+void DzSettings::assign(const Entry& value)
+{
+    switch (value.type) {
+    case StringValue:
+        setStringValue(value.key, value.text);
+        break;
+    case IntValue:
+        setIntValue(value.key, value.integer);
+        break;
+    case BoolValue:
+        setBoolValue(value.key, value.boolean);
+        break;
+    case FloatValue:
+        setFloatValue(value.key, value.number);
+        break;
+    case SettingsValue:
+        setSettingsValue(value.key, *value.nested);
+        break;
+    case OpaqueValue:
+        entryFor(value.key, OpaqueValue).text = value.text;
+        break;
+    }
+}
+
+void DzSettings::setStringValue(const QString& key, const QString& value)
+{
+    entryFor(key, StringValue).text = value;
+}
+
+void DzSettings::setIntValue(const QString& key, int value)
+{
+    entryFor(key, IntValue).integer = value;
+}
+
+void DzSettings::setBoolValue(const QString& key, bool value)
+{
+    entryFor(key, BoolValue).boolean = value;
+}
+
+void DzSettings::setFloatValue(const QString& key, double value)
+{
+    entryFor(key, FloatValue).number = value;
+}
+
+DzSettings* DzSettings::setSettingsValue(const QString& key)
+{
+    auto* nested = new DzSettings;
+    entryFor(key, SettingsValue).nested = nested;
+    return nested;
+}
+
+DzSettings* DzSettings::setSettingsValue(const QString& key, const DzSettings& value)
+{
+    // The copy comes first: `value` may be the one that is replaced, or hold this one.
+    auto* nested = new DzSettings(value);
+    entryFor(key, SettingsValue).nested = nested;
+    return nested;
+}
+
+void DzSettings::setOpaqueValue(const QString& key, const QByteArray& jsonText)
+{
+    entryFor(key, OpaqueValue).text = QString::fromUtf8(jsonText);
+}
+
+QString DzSettings::getStringValue(const QString& key, const QString& fallback) const
+{
+    const Entry* entry = find(key);
+    return entry && entry->type == StringValue ? entry->text : fallback;
+}
+
+int DzSettings::getIntValue(const QString& key, int fallback) const
+{
+    const Entry* entry = find(key);
+    if (entry && entry->type == IntValue)
+        return entry->integer;
+    if (entry && entry->type == FloatValue && isWholeInt(entry->number))
+        return static_cast<int>(entry->number);
+    return fallback;
+}
+
+bool DzSettings::getBoolValue(const QString& key, bool fallback) const
+{
+    const Entry* entry = find(key);
+    return entry && entry->type == BoolValue ? entry->boolean : fallback;
+}
+
+double DzSettings::getFloatValue(const QString& key, double fallback) const
+{
+    const Entry* entry = find(key);
+    if (entry && entry->type == FloatValue)
+        return entry->number;
+    return entry && entry->type == IntValue ? entry->integer : fallback;
+}
+
+DzSettings* DzSettings::getSettingsValue(const QString& key) const
+{
+    const Entry* entry = find(key);
+    return entry && entry->type == SettingsValue ? entry->nested : nullptr;
+}
+
+QByteArray DzSettings::getOpaqueValue(const QString& key) const
+{
+    const Entry* entry = find(key);
+    return entry && entry->type == OpaqueValue ? entry->text.toUtf8() : QByteArray();
+}
+
+QString DzSettings::getKey(int index) const
+{
+    return m_entries.value(index).key;
+}
+
+DzSettings::ValueType DzSettings::getValueType(int index) const
+{
+    return m_entries.value(index).type;
+}
+
+QString DzSettings::getValue(int index) const
+{
+    const Entry entry = m_entries.value(index);
+    switch (entry.type) {
+    case StringValue:
+    case OpaqueValue:
+        return entry.text;
+    case IntValue:
+        return QString::number(entry.integer);
+    case BoolValue:
+        return entry.boolean ? QStringLiteral("true") : QStringLiteral("false");
+    case FloatValue:
+        return QString::fromLatin1(shortestNumberText(entry.number));
+    case SettingsValue:
+        break;
+    }
+    return QString();
+}
+
+void DzSettings::removeValue(const QString& key)
+{
+    const int index = getSettingIndex(key);
+    if (index < 0)
+        return;
+    if (m_entries.at(index).type == SettingsValue)
+        delete m_entries.at(index).nested;
+    if (index == m_entries.size() - 1)
+        m_index.remove(key);
+    else
+        m_index.clear();
+    m_entries.remove(index);
+}
+
+void DzSettings::clear()
+{
+    const QVector<Entry> entries = m_entries;
+    m_entries.clear();
+    m_index.clear();
+    for (const Entry& entry : entries) {
+        if (entry.type == SettingsValue)
+            delete entry.nested;
+    }
+}
+
+bool DzSettings::copySetting(const QString& key, DzSettings* target) const
+{
+    const Entry* entry = find(key);
+    if (!entry)
+        return false;
+    if (target != this) {
+        // Held here, for setting the value may delete this tree when it is part of the target.
+        const Entry copy = *entry;
+        target->assign(copy);
+    }
+    return true;
+}
+
+void DzSettings::replaceWithSettings(const DzSettings& other)
+{
+    *this = other;
+}
+
+bool DzSettings::entriesEqual(const Entry& a, const Entry& b)
+{
+    if (a.key != b.key || a.type != b.type)
+        return false;
+    switch (a.type) {
+    case StringValue:
+    case OpaqueValue:
+        return a.text == b.text;
+    case IntValue:
+        return a.integer == b.integer;
+    case BoolValue:
+        return a.boolean == b.boolean;
+    case FloatValue:
+        return sameNumber(a.number, b.number);
+    case SettingsValue:
+        return a.nested->isEqual(*b.nested);
+    }
+    return false;
+}
+
+bool DzSettings::isEqual(const DzSettings& other) const
+{
+    if (m_entries.size() != other.m_entries.size())
+        return false;
+    for (int i = 0; i < m_entries.size(); ++i) {
+        if (!entriesEqual(m_entries.at(i), other.m_entries.at(i)))
+            return false;
+    }
+    return true;
+}
+
+bool DzSettings::hasEqualValue(const DzSettings& other, const QString& key) const
+{
+    const Entry* mine = find(key);
+    const Entry* theirs = other.find(key);
+    return mine && theirs ? entriesEqual(*mine, *theirs) : mine == theirs;
+}

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "dzunknownbrick.h"
+
+#include "dzsettings.h"
+
+namespace {
+
+/// A parameter that is known only from the links that a file gives it.
+class UnknownParam : public DzBrickParam
+{
+public:
+    explicit UnknownParam(Direction direction)
+        : DzBrickParam(direction)
+    {
+    }
+    int getType() const override { return UnknownType; }
+    bool canConnect(DzBrickParam*) const override { return false; }
+};
+
+} // namespace
+
+DzUnknownBrick::DzUnknownBrick(const DzSettings& stored)
+    : m_stored(stored)
+{
+    const DzSettings* attributes = m_stored.getSettingsValue(QStringLiteral("Attributes"));
+    const DzSettings* settings
+        = attributes ? attributes->getSettingsValue(QStringLiteral("BrickSettings")) : nullptr;
+    if (settings)
+        getBrickSettings()->replaceWithSettings(*settings);
+}
+
+DzUnknownBrick::~DzUnknownBrick()
+{
+}
+
+QString DzUnknownBrick::getStoredClassName() const
+{
+    return m_stored.getStringValue(QStringLiteral("DAZStudioClassName"));
+}
+
+QString DzUnknownBrick::getPreferredName() const
+{
+    return tr("Unknown (%1)").arg(getStoredClassName());
+}
+
+DzBrickParam* DzUnknownBrick::paramFor(const QString& name, DzBrickParam::Direction direction)
+{
+    DzBrickParam*& param = m_paramIndex[QString::number(direction) + name];
+    if (!param) {
+        param = new UnknownParam(direction);
+        param->setName(name);
+        param->setLabel(name);
+        addParameter(param);
+    }
+    return param;
+}

@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "keptmembers.h"
+
+#include "dzapp.h"
+#include "dzbrickparam.h"
+#include "dzproperty.h"
+
+namespace {
+
+const char* const valueKey = "Value";
+/// Only files that describe properties in full have this member.
+const char* const fullFormKey = "CanAnimate";
+
+QString propertyKey(int index)
+{
+    static const QString first = QStringLiteral("Prop_0");
+    return index == 0 ? first : QStringLiteral("Prop_%1").arg(index);
+}
+
+void setPlace(DzSettings* settings, const QString& key)
+{
+    settings->setOpaqueValue(key, QByteArray());
+}
+
+} // namespace
+
+std::unique_ptr<DzSettings> DzKeptMembers::remember(
+    const DzSettings& read, const KeyTest& understood)
+{
+    const int count = read.getNumValues();
+    int unknown = 0;
+    for (int i = 0; i < count; ++i)
+        unknown += understood(read.getKey(i)) ? 0 : 1;
+    if (unknown == 0)
+        return nullptr;
+    std::unique_ptr<DzSettings> kept(new DzSettings);
+    for (int i = 0; i < count; ++i) {
+        const QString key = read.getKey(i);
+        if (understood(key))
+            setPlace(kept.get(), key);
+        else
+            read.copySetting(key, kept.get());
+    }
+    return kept;
+}
+
+void DzKeptMembers::begin(DzSettings* out, const DzSettings* kept)
+{
+    if (kept)
+        out->replaceWithSettings(*kept);
+}
+
+bool DzKeptMembers::isPlace(const DzSettings& out, const QString& key)
+{
+    const int index = out.getSettingIndex(key);
+    return index >= 0 && out.getValueType(index) == DzSettings::OpaqueValue
+        && out.getOpaqueValue(key).isEmpty();
+}
+
+void DzKeptMembers::end(DzSettings* out)
+{
+    for (int i = out->getNumValues() - 1; i >= 0; --i) {
+        if (out->getValueType(i) != DzSettings::OpaqueValue)
+            continue;
+        const QString key = out->getKey(i);
+        if (isPlace(*out, key))
+            out->removeValue(key);
+    }
+}
+
+void DzKeptMembers::readProperty(
+    DzProperty* property, const DzSettings& members, const QString& place)
+{
+    const int count = members.getNumValues();
+    QStringList unusable;
+    for (int i = 0; i < count; ++i) {
+        const QString key = members.getKey(i);
+        if (key != QLatin1String(valueKey) && !property->readAttribute(members, key))
+            unusable.append(key);
+    }
+    // Last, so that limits from the same file hold for it.
+    const QString value = QString::fromLatin1(valueKey);
+    if (members.hasKey(value) && !property->readAttribute(members, value)) {
+        unusable.append(value);
+        dzApp->warning(DzProperty::tr("%1: \"Value\" is not a value of this property; "
+                                      "its default is used and the file's value is kept")
+                           .arg(place));
+    }
+    if (members.hasKey(QString::fromLatin1(fullFormKey))) {
+        // Every member has a place, so that the file keeps its full form.
+        property->m_keptMembers.reset(new DzSettings);
+        for (int i = 0; i < count; ++i) {
+            const QString key = members.getKey(i);
+            if (unusable.contains(key))
+                members.copySetting(key, property->m_keptMembers.get());
+            else
+                setPlace(property->m_keptMembers.get(), key);
+        }
+    } else {
+        property->m_keptMembers
+            = remember(members, [&](const QString& key) { return !unusable.contains(key); });
+    }
+}
+
+void DzKeptMembers::writeProperty(
+    DzSettings* out, const DzProperty* property, const DzProperty* fresh)
+{
+    begin(out, property->m_keptMembers.get());
+    DzPropertySettings full;
+    property->getAttributes(&full);
+    DzPropertySettings usual;
+    if (fresh)
+        fresh->getAttributes(&usual);
+    for (int i = 0; i < full.getNumValues(); ++i) {
+        const QString key = full.getKey(i);
+        const bool differs = !full.hasEqualValue(usual, key);
+        const bool isNew = !out->hasKey(key);
+        // A value of the file that could not be used stands until the property is changed.
+        if (differs || isPlace(*out, key) || (isNew && key == QLatin1String(valueKey)))
+            full.copySetting(key, out);
+    }
+    end(out);
+}
+
+void DzKeptMembers::readParameter(
+    DzBrickParam* param, const DzSettings& members, const QString& place)
+{
+    const QString labelKey = QStringLiteral("Label");
+    const int labelIndex = members.getSettingIndex(labelKey);
+    const bool hasLabel
+        = labelIndex >= 0 && members.getValueType(labelIndex) == DzSettings::StringValue;
+    if (hasLabel)
+        param->setLabel(members.getStringValue(labelKey));
+    int understood = hasLabel ? 1 : 0;
+    for (int i = 0; i < param->getNumProperties(); ++i) {
+        const QString key = propertyKey(i);
+        const DzSettings* property = members.getSettingsValue(key);
+        if (!property)
+            continue;
+        ++understood;
+        readProperty(param->getProperty(i), *property,
+            param->getNumProperties() == 1 ? place : place + QLatin1Char('/') + key);
+    }
+    if (!hasLabel && understood == members.getNumValues())
+        return;
+    const QString prefix = QStringLiteral("Prop_");
+    std::unique_ptr<DzSettings> kept(new DzSettings);
+    for (int i = 0; i < members.getNumValues(); ++i) {
+        const QString key = members.getKey(i);
+        bool isIndex = false;
+        const int index = key.startsWith(prefix) ? key.midRef(prefix.size()).toInt(&isIndex) : -1;
+        const bool isKnown = (hasLabel && key == labelKey)
+            || (isIndex && index < param->getNumProperties() && key == propertyKey(index)
+                && members.getSettingsValue(key));
+        if (isKnown)
+            setPlace(kept.get(), key);
+        else
+            members.copySetting(key, kept.get());
+    }
+    param->m_keptMembers = std::move(kept);
+}
+
+void DzKeptMembers::writeParameter(
+    DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh)
+{
+    begin(out, param->m_keptMembers.get());
+    const QString labelKey = QStringLiteral("Label");
+    if (isPlace(*out, labelKey) || !fresh || fresh->getLabel() != param->getLabel())
+        out->setStringValue(labelKey, param->getLabel());
+    for (int i = 0; i < param->getNumProperties(); ++i)
+        writeProperty(out->setSettingsValue(propertyKey(i)), param->getProperty(i),
+            fresh ? fresh->getProperty(i) : nullptr);
+    end(out);
+}

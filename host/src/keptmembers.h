@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "dzsettings.h"
+
+#include <functional>
+#include <memory>
+
+class DzBrickParam;
+class DzProperty;
+class DzShaderBrick;
+
+/// Keeps what a file holds and nobody understands, so that it is written back in its place.
+///
+/// A kept tree is a copy of the tree that was read, in which a member that is understood is only
+/// a place in the order, and any other member stands in full. Writing starts from a copy of the
+/// kept tree, sets the members that there are now, and ends by dropping the places that stayed
+/// unused.
+class DzKeptMembers
+{
+public:
+    typedef std::function<bool(const QString& key)> KeyTest;
+
+    /// What to keep of `read`; null when everything in it is understood.
+    static std::unique_ptr<DzSettings> remember(const DzSettings& read, const KeyTest& understood);
+
+    /// Starts writing a tree: fills `out` with what was kept, which may be null.
+    static void begin(DzSettings* out, const DzSettings* kept);
+    /// Ends writing it.
+    static void end(DzSettings* out);
+    /// True when `key` is a member of the file that is still to be written.
+    static bool isPlace(const DzSettings& out, const QString& key);
+
+    /// Reads a property from its members in a file; `place` names it in warnings.
+    static void readProperty(DzProperty* property, const DzSettings& members, const QString& place);
+    /// Writes a property: its value always, other members where they differ from those of `fresh`
+    /// (which may be null) or where the file that it was read from has them.
+    static void writeProperty(
+        DzSettings* out, const DzProperty* property, const DzProperty* fresh);
+
+    /// Reads label and properties of a parameter.
+    static void readParameter(DzBrickParam* param, const DzSettings& members, const QString& place);
+    static void writeParameter(
+        DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh);
+};

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+/// The names of the members of a brick user's attributes, as the host's scene files have them.
+namespace NetworkKeys {
+
+#define DZ_NETWORK_KEY(function, text)                                                             \
+    inline const QString& function()                                                               \
+    {                                                                                              \
+        static const QString key = QStringLiteral(text);                                           \
+        return key;                                                                                \
+    }
+
+DZ_NETWORK_KEY(bricks, "Bricks")
+DZ_NETWORK_KEY(connections, "Connections")
+DZ_NETWORK_KEY(userName, "BrickUserName")
+DZ_NETWORK_KEY(identifier, "Identifier")
+DZ_NETWORK_KEY(className, "DAZStudioClassName")
+DZ_NETWORK_KEY(attributes, "Attributes")
+DZ_NETWORK_KEY(parameters, "Parameters")
+DZ_NETWORK_KEY(brickProperties, "BrickProperties")
+DZ_NETWORK_KEY(brickSettings, "BrickSettings")
+// A link's source is its input side, its target the side whose output feeds it.
+DZ_NETWORK_KEY(sourceBrick, "SourceBrick")
+DZ_NETWORK_KEY(targetBrick, "TargetBrick")
+DZ_NETWORK_KEY(sourceParam, "SourceParam")
+DZ_NETWORK_KEY(targetParam, "TargetParam")
+
+#undef DZ_NETWORK_KEY
+
+inline QString brick(uint id)
+{
+    return QStringLiteral("Brick_%1").arg(id);
+}
+
+/// The number in a brick's name, 0 when the name is of another form.
+inline uint brickID(const QString& name)
+{
+    const QString prefix = QStringLiteral("Brick_");
+    bool ok = false;
+    const uint id = name.startsWith(prefix) ? name.midRef(prefix.size()).toUInt(&ok) : 0;
+    return ok && brick(id) == name ? id : 0;
+}
+
+} // namespace NetworkKeys

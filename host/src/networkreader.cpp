@@ -1,0 +1,285 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "networkreader.h"
+
+#include "brickkepttrees.h"
+#include "dzapp.h"
+#include "dzbrickparam.h"
+#include "dzunknownbrick.h"
+#include "keptmembers.h"
+#include "networkkeys.h"
+#include "userkepttrees.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+/// Brick numbers of a file are taken over below this one, so that the next number exists.
+const uint highestID = 0x7fffffff;
+
+QString text(const char* source)
+{
+    return QCoreApplication::translate("DzNetworkReader", source);
+}
+
+template <typename Trees>
+Trees& treesOf(std::unique_ptr<Trees>& kept)
+{
+    if (!kept)
+        kept.reset(new Trees);
+    return *kept;
+}
+
+/// Stores what is not understood, without making a holder for the common case of nothing.
+template <typename Trees>
+void keep(std::unique_ptr<Trees>& kept, std::unique_ptr<DzSettings> Trees::*member,
+    std::unique_ptr<DzSettings> tree)
+{
+    if (tree || kept)
+        treesOf(kept).*member = std::move(tree);
+}
+
+} // namespace
+
+DzNetworkReader::DzNetworkReader(DzDefaultBrickUser& user)
+    : m_user(user)
+{
+}
+
+void DzNetworkReader::warn(const QString& place, const QString& message) const
+{
+    dzApp->warning(QStringLiteral("%1: %2").arg(place, message));
+}
+
+void DzNetworkReader::read(const DzSettings& setup)
+{
+    m_user.m_kept.reset();
+    const auto understood = [&](const QString& key) {
+        const DzSettings::ValueType type = setup.getValueType(setup.getSettingIndex(key));
+        if (key == NetworkKeys::bricks() || key == NetworkKeys::connections())
+            return type == DzSettings::SettingsValue;
+        if (key == NetworkKeys::userName() || key == NetworkKeys::identifier())
+            return type == DzSettings::StringValue;
+        return false;
+    };
+    keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::setup,
+        DzKeptMembers::remember(setup, understood));
+    m_user.setBrickUserName(
+        setup.getStringValue(NetworkKeys::userName(), m_user.getBrickUserName()));
+    const QUuid identifier(setup.getStringValue(NetworkKeys::identifier()));
+    if (!identifier.isNull())
+        m_user.setIdentifier(identifier);
+    if (const DzSettings* bricks = setup.getSettingsValue(NetworkKeys::bricks()))
+        readBricks(*bricks);
+    if (const DzSettings* connections = setup.getSettingsValue(NetworkKeys::connections()))
+        readConnections(*connections);
+}
+
+void DzNetworkReader::readBricks(const DzSettings& bricks)
+{
+    const auto isBrick = [&](const QString& key) {
+        const DzSettings* stored = bricks.getSettingsValue(key);
+        return stored && !stored->getStringValue(NetworkKeys::className()).isEmpty();
+    };
+    QVector<QPair<QString, DzShaderBrick*>> unnumbered;
+    for (int i = 0; i < bricks.getNumValues(); ++i) {
+        const QString name = bricks.getKey(i);
+        if (!isBrick(name)) {
+            warn(name, text("this is no brick; it is kept as it is"));
+            continue;
+        }
+        DzShaderBrick* brick = makeBrick(name, *bricks.getSettingsValue(name));
+        m_bricks.insert(name, brick);
+        const uint id = NetworkKeys::brickID(name);
+        if (id > 0 && id < highestID)
+            m_user.attach(brick, id);
+        else
+            unnumbered.append(qMakePair(name, brick));
+    }
+    // Numbers of their own come after all numbers of the file.
+    for (const auto& entry : qAsConst(unnumbered))
+        m_user.attach(entry.second, m_user.takeNextID());
+    for (int i = 0; i < bricks.getNumValues(); ++i) {
+        DzShaderBrick* brick = m_bricks.value(bricks.getKey(i));
+        if (brick && !qobject_cast<DzUnknownBrick*>(brick))
+            m_user.brickWasRestored(brick);
+    }
+    keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::bricks,
+        DzKeptMembers::remember(bricks, isBrick));
+}
+
+DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings& stored)
+{
+    const QString className = stored.getStringValue(NetworkKeys::className());
+    QObject* object = dzApp->createInstance(className);
+    auto* brick = qobject_cast<DzShaderBrick*>(object);
+    if (!brick || !m_user.canUseBrick(brick)) {
+        delete object;
+        warn(name,
+            text("no brick of class \"%1\" can be used here; its data and links are kept, and it "
+                 "writes no text")
+                .arg(className));
+        return new DzUnknownBrick(stored);
+    }
+    const auto understood = [&](const QString& key) {
+        return key == NetworkKeys::className()
+            || ((key == NetworkKeys::attributes() || key == NetworkKeys::parameters())
+                && stored.getSettingsValue(key));
+    };
+    keep(brick->m_kept, &DzShaderBrick::KeptTrees::brick,
+        DzKeptMembers::remember(stored, understood));
+    if (const DzSettings* attributes = stored.getSettingsValue(NetworkKeys::attributes()))
+        readAttributes(brick, *attributes);
+    const auto keys = m_keys.insert(brick, ParamKeys(brick));
+    if (const DzSettings* parameters = stored.getSettingsValue(NetworkKeys::parameters())) {
+        readParameters(name, brick, *parameters);
+        restoreOrder(brick, *keys, *parameters);
+    }
+    return brick;
+}
+
+void DzNetworkReader::readAttributes(
+    DzShaderBrick* brick, const DzSettings& tree)
+{
+    const QString className = brick->getStoredClassName();
+    if (!m_ownAttributes.contains(className)) {
+        QVector<QString>& own = m_ownAttributes[className];
+        DzSettings written;
+        brick->getAttributes(&written);
+        for (int i = 0; i < written.getNumValues(); ++i)
+            own.append(written.getKey(i));
+        own.append(NetworkKeys::brickProperties());
+    }
+    brick->setAttributes(&tree);
+    const QVector<QString>& own = m_ownAttributes[className];
+    keep(brick->m_kept, &DzShaderBrick::KeptTrees::attributes,
+        DzKeptMembers::remember(tree, [&](const QString& key) {
+            return own.contains(key) && tree.getSettingsValue(key);
+        }));
+}
+
+void DzNetworkReader::readParameters(
+    const QString& name, DzShaderBrick* brick, const DzSettings& tree)
+{
+    const ParamKeys& keys = m_keys.constFind(brick).value();
+    for (int i = 0; i < tree.getNumValues(); ++i) {
+        const QString key = tree.getKey(i);
+        const DzSettings* members = tree.getSettingsValue(key);
+        const bool isSamePlace = i < keys.size() && keys.key(i) == key;
+        DzBrickParam* param = isSamePlace ? keys.param(i) : keys.find(key);
+        const QString place = QStringLiteral("%1/%2").arg(name, key);
+        if (param && members)
+            DzKeptMembers::readParameter(param, *members, place);
+        else
+            warn(place, text("this brick has no such parameter; its data is kept"));
+    }
+    keep(brick->m_kept, &DzShaderBrick::KeptTrees::parameters,
+        DzKeptMembers::remember(tree, [&](const QString& key) {
+            return tree.getSettingsValue(key) && keys.find(key);
+        }));
+}
+
+void DzNetworkReader::restoreOrder(
+    DzShaderBrick* brick, const ParamKeys& keys, const DzSettings& tree)
+{
+    QVector<DzBrickParam*> order;
+    bool isChanged = false;
+    for (int i = 0; i < tree.getNumValues(); ++i) {
+        if (DzBrickParam* param = keys.find(tree.getKey(i))) {
+            isChanged = isChanged || order.size() >= keys.size() || keys.param(order.size()) != param;
+            order.append(param);
+        }
+    }
+    if (!isChanged)
+        return;
+    // Parameters of equal names stay in the order in which they were made: their keys count on it.
+    QHash<QString, QVector<DzBrickParam*>> ofName;
+    for (int i = keys.size() - 1; i >= 0; --i)
+        ofName[keys.param(i)->getArg(0)].append(keys.param(i));
+    for (DzBrickParam*& param : order)
+        param = ofName[param->getArg(0)].takeLast();
+    brick->setParameterOrder(order);
+}
+
+void DzNetworkReader::readConnections(const DzSettings& connections)
+{
+    for (int i = 0; i < connections.getNumValues(); ++i) {
+        const QString key = connections.getKey(i);
+        const DzSettings* link = connections.getSettingsValue(key);
+        if (!link) {
+            warn(key, text("this is no link; it is kept as it is"));
+            continue;
+        }
+        QString reason;
+        bool isKept = true;
+        if (readConnection(*link, &reason, &isKept))
+            continue;
+        warn(key, reason);
+        if (isKept)
+            keepLink(key, *link);
+    }
+    keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::connections,
+        DzKeptMembers::remember(connections,
+            [&](const QString& key) { return connections.getSettingsValue(key) != nullptr; }));
+}
+
+bool DzNetworkReader::readConnection(const DzSettings& link, QString* reason, bool* isKept)
+{
+    const QString inputBrick = link.getStringValue(NetworkKeys::sourceBrick());
+    const QString inputKey = link.getStringValue(NetworkKeys::sourceParam());
+    const QString outputBrick = link.getStringValue(NetworkKeys::targetBrick());
+    const QString outputKey = link.getStringValue(NetworkKeys::targetParam());
+    const QString what = text("the link from %1/%2 to %3/%4")
+                             .arg(outputBrick, outputKey, inputBrick, inputKey);
+    DzBrickParam* input = findParam(inputBrick, inputKey, false);
+    DzBrickParam* output = findParam(outputBrick, outputKey, true);
+    if (!input || !output) {
+        *reason = text("%1 leads to a brick or parameter that is not there; it is kept").arg(what);
+        return false;
+    }
+    const DzShaderBrick* to = input->getTopBrickOwner();
+    const DzShaderBrick* from = output->getTopBrickOwner();
+    if (!to->canBeFedBy(from)) {
+        *reason = text("%1 would close a loop; it is dropped").arg(what);
+        *isKept = false;
+        return false;
+    }
+    if (input->isConnectedTo(output)) {
+        *reason = text("%1 stands twice; it is made once").arg(what);
+        *isKept = false;
+        return false;
+    }
+    const bool isUnknown
+        = qobject_cast<const DzUnknownBrick*>(to) || qobject_cast<const DzUnknownBrick*>(from);
+    if (!isUnknown && !input->canConnect(output)) {
+        *reason = text("%1 joins what cannot be joined; it is kept but has no effect").arg(what);
+        return false;
+    }
+    input->link(output);
+    return true;
+}
+
+DzBrickParam* DzNetworkReader::findParam(
+    const QString& brickName, const QString& key, bool isOutput)
+{
+    DzShaderBrick* brick = m_bricks.value(brickName);
+    if (!brick || key.isEmpty())
+        return nullptr;
+    if (auto* unknown = qobject_cast<DzUnknownBrick*>(brick))
+        return unknown->paramFor(
+            key, isOutput ? DzBrickParam::OutputDirection : DzBrickParam::InputDirection);
+    DzBrickParam* param = m_keys.constFind(brick)->find(key);
+    return param && param->isOutput() == isOutput ? param : nullptr;
+}
+
+void DzNetworkReader::keepLink(const QString& key, const DzSettings& link)
+{
+    treesOf(m_user.m_kept).danglingLinks.setSettingsValue(key, link);
+    // A number that a kept link names is not given to another brick.
+    for (const QString& end : { NetworkKeys::sourceBrick(), NetworkKeys::targetBrick() }) {
+        const uint id = NetworkKeys::brickID(link.getStringValue(end));
+        if (id < highestID)
+            m_user.m_nextID = qMax(m_user.m_nextID, id + 1);
+    }
+}

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "paramkeys.h"
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+class DzDefaultBrickUser;
+class DzSettings;
+class DzShaderBrick;
+class DzUnknownBrick;
+
+/// Builds a brick user's network from a settings tree.
+class DzNetworkReader
+{
+public:
+    explicit DzNetworkReader(DzDefaultBrickUser& user);
+
+    void read(const DzSettings& setup);
+    const QHash<QString, DzShaderBrick*>& createdBricks() const { return m_bricks; }
+
+private:
+    void readBricks(const DzSettings& bricks);
+    DzShaderBrick* makeBrick(const QString& name, const DzSettings& stored);
+    void readAttributes(DzShaderBrick* brick, const DzSettings& tree);
+    void readParameters(const QString& name, DzShaderBrick* brick, const DzSettings& tree);
+    void restoreOrder(DzShaderBrick* brick, const ParamKeys& keys, const DzSettings& tree);
+    void readConnections(const DzSettings& connections);
+    /// Makes one link. When it cannot be made, says why, and whether its entry is to be kept.
+    bool readConnection(const DzSettings& link, QString* reason, bool* isKept);
+    DzBrickParam* findParam(const QString& brickName, const QString& key, bool isOutput);
+    void keepLink(const QString& key, const DzSettings& link);
+    void warn(const QString& place, const QString& message) const;
+
+    DzDefaultBrickUser& m_user;
+    QHash<QString, DzShaderBrick*> m_bricks;
+    QHash<const DzShaderBrick*, ParamKeys> m_keys;
+    /// Per class, the members of "Attributes" that bricks of the class write by themselves.
+    QHash<QString, QVector<QString>> m_ownAttributes;
+};

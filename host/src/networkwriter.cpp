@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "networkwriter.h"
+
+#include "brickkepttrees.h"
+#include "dzapp.h"
+#include "dzbrickparam.h"
+#include "dzproperty.h"
+#include "dzundostack.h"
+#include "dzunknownbrick.h"
+#include "keptmembers.h"
+#include "networkkeys.h"
+#include "paramkeys.h"
+#include "userkepttrees.h"
+
+#include <QSet>
+
+namespace {
+
+/// True when `fresh` has the parameters of `brick`, one for one and in whatever order.
+bool hasSameParameters(const ParamKeys& keys, const ParamKeys& freshKeys)
+{
+    if (keys.size() != freshKeys.size())
+        return false;
+    for (int i = 0; i < keys.size(); ++i)
+        if (keys.key(i) != freshKeys.key(i) && !freshKeys.find(keys.key(i)))
+            return false;
+    return true;
+}
+
+} // namespace
+
+DzNetworkWriter::DzNetworkWriter(const DzDefaultBrickUser& user)
+    : m_user(user)
+{
+}
+
+DzNetworkWriter::~DzNetworkWriter()
+{
+}
+
+void DzNetworkWriter::write(
+    DzSettings* out, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names)
+{
+    const DzDefaultBrickUser::KeptTrees* kept = m_user.m_kept.get();
+    DzKeptMembers::begin(out, kept ? kept->setup.get() : nullptr);
+    DzSettings* bricks = out->setSettingsValue(NetworkKeys::bricks());
+    DzKeptMembers::begin(bricks, kept ? kept->bricks.get() : nullptr);
+    for (const uint id : ids) {
+        const DzShaderBrick* brick = m_user.getBrick(id);
+        if (!brick)
+            continue;
+        const QString name = NetworkKeys::brick(id);
+        writeBrick(bricks->setSettingsValue(name), brick);
+        if (names)
+            names->insert(brick, name);
+    }
+    DzKeptMembers::end(bricks);
+    writeConnections(out->setSettingsValue(NetworkKeys::connections()), ids);
+    out->setStringValue(NetworkKeys::userName(), m_user.getBrickUserName());
+    out->setStringValue(NetworkKeys::identifier(), m_user.getIdentifier().toString());
+    DzKeptMembers::end(out);
+}
+
+void DzNetworkWriter::writeBrick(DzSettings* out, const DzShaderBrick* brick)
+{
+    if (auto* unknown = qobject_cast<const DzUnknownBrick*>(brick)) {
+        writeUnknownBrick(out, unknown);
+        return;
+    }
+    DzKeptMembers::begin(out, brick->m_kept ? brick->m_kept->brick.get() : nullptr);
+    const QString className = brick->getStoredClassName();
+    out->setStringValue(NetworkKeys::className(), className);
+    const DzShaderBrick* fresh = freshBrick(className);
+    writeAttributes(out->setSettingsValue(NetworkKeys::attributes()), brick, fresh);
+    writeParameters(out->setSettingsValue(NetworkKeys::parameters()), brick, fresh);
+    DzKeptMembers::end(out);
+}
+
+void DzNetworkWriter::writeUnknownBrick(DzSettings* out, const DzUnknownBrick* brick)
+{
+    out->replaceWithSettings(*brick->getStored());
+    if (brick->getBrickSettings()->getNumValues() == 0)
+        return;
+    // The mixer may have moved the brick; nothing else of it can change.
+    DzSettings* attributes = out->getSettingsValue(NetworkKeys::attributes());
+    if (!attributes)
+        attributes = out->setSettingsValue(NetworkKeys::attributes());
+    attributes->setSettingsValue(NetworkKeys::brickSettings(), *brick->getBrickSettings());
+}
+
+void DzNetworkWriter::writeAttributes(
+    DzSettings* out, const DzShaderBrick* brick, const DzShaderBrick* fresh)
+{
+    DzKeptMembers::begin(out, brick->m_kept ? brick->m_kept->attributes.get() : nullptr);
+    brick->getAttributes(out);
+    if (brick->getNumProperties() > 0 && fresh) {
+        DzSettings* properties = out->setSettingsValue(NetworkKeys::brickProperties());
+        DzKeptMembers::begin(properties, brick->m_kept ? brick->m_kept->properties.get() : nullptr);
+        for (int i = 0; i < brick->getNumProperties(); ++i) {
+            const DzProperty* property = brick->getProperty(i);
+            DzKeptMembers::writeProperty(properties->setSettingsValue(property->getName()),
+                property, fresh->findProperty(property->getName()));
+        }
+        DzKeptMembers::end(properties);
+    }
+    DzKeptMembers::end(out);
+}
+
+void DzNetworkWriter::writeParameters(
+    DzSettings* out, const DzShaderBrick* brick, const DzShaderBrick* fresh)
+{
+    const ParamKeys keys(brick);
+    BrickPtr own;
+    if (fresh && !hasSameParameters(keys, ParamKeys(fresh))) {
+        own = freshWithAttributes(brick);
+        fresh = own;
+    }
+    DzKeptMembers::begin(out, brick->m_kept ? brick->m_kept->parameters.get() : nullptr);
+    if (fresh) {
+        const ParamKeys freshKeys(fresh);
+        for (int i = 0; i < keys.size(); ++i) {
+            const bool isSamePlace = i < freshKeys.size() && freshKeys.key(i) == keys.key(i);
+            const DzBrickParam* usual
+                = isSamePlace ? freshKeys.param(i) : freshKeys.find(keys.key(i));
+            DzKeptMembers::writeParameter(
+                out->setSettingsValue(keys.key(i)), keys.param(i), usual);
+        }
+    } else {
+        for (int i = 0; i < keys.size(); ++i)
+            DzKeptMembers::writeParameter(
+                out->setSettingsValue(keys.key(i)), keys.param(i), nullptr);
+    }
+    DzKeptMembers::end(out);
+}
+
+const DzShaderBrick* DzNetworkWriter::freshBrick(const QString& className)
+{
+    const auto known = m_fresh.constFind(className);
+    if (known != m_fresh.constEnd())
+        return *known;
+    DzUndoStackLock lock;
+    QObject* object = dzApp->createInstance(className);
+    auto* brick = qobject_cast<DzShaderBrick*>(object);
+    if (!brick)
+        delete object;
+    m_fresh.insert(className, BrickPtr(brick));
+    return brick;
+}
+
+DzNetworkWriter::BrickPtr DzNetworkWriter::freshWithAttributes(const DzShaderBrick* brick)
+{
+    DzUndoStackLock lock;
+    BrickPtr fresh(qobject_cast<DzShaderBrick*>(dzApp->createInstance(brick->getStoredClassName())));
+    DzSettings attributes;
+    brick->getAttributes(&attributes);
+    fresh->setAttributes(&attributes);
+    return fresh;
+}
+
+void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
+{
+    QSet<uint> included;
+    for (const uint id : ids)
+        included.insert(id);
+    const DzDefaultBrickUser::KeptTrees* kept = m_user.m_kept.get();
+    DzKeptMembers::begin(out, kept ? kept->connections.get() : nullptr);
+    int count = 0;
+    const auto nextKey = [&count, out] {
+        QString key;
+        do {
+            key = QStringLiteral("Connection_%1").arg(count++);
+        } while (out->hasKey(key) && !DzKeptMembers::isPlace(*out, key));
+        return key;
+    };
+    QHash<const DzShaderBrick*, ParamKeys> outputKeys;
+    for (const uint id : ids) {
+        const DzShaderBrick* brick = m_user.getBrick(id);
+        if (!brick)
+            continue;
+        const ParamKeys keys(brick);
+        for (int i = 0; i < keys.size(); ++i) {
+            const DzBrickParam* input = keys.param(i);
+            if (input->isOutput())
+                continue;
+            for (int k = 0; k < input->getNumConnections(); ++k) {
+                const DzBrickParam* output = input->getConnection(k);
+                const DzShaderBrick* source = output->getTopBrickOwner();
+                if (source->getBrickUser() != &m_user || !included.contains(source->getBrickID()))
+                    continue;
+                auto outputKey = outputKeys.constFind(source);
+                if (outputKey == outputKeys.constEnd())
+                    outputKey = outputKeys.insert(source, ParamKeys(source));
+                DzSettings* link = out->setSettingsValue(nextKey());
+                link->setStringValue(NetworkKeys::sourceBrick(), NetworkKeys::brick(id));
+                link->setStringValue(
+                    NetworkKeys::targetBrick(), NetworkKeys::brick(source->getBrickID()));
+                link->setStringValue(NetworkKeys::sourceParam(), keys.key(i));
+                link->setStringValue(NetworkKeys::targetParam(), outputKey->keyOf(output));
+            }
+        }
+    }
+    if (kept && ids.size() == m_user.getNumBricks()) {
+        const DzSettings& dangling = kept->danglingLinks;
+        for (int i = 0; i < dangling.getNumValues(); ++i)
+            out->setSettingsValue(nextKey(), *dangling.getSettingsValue(dangling.getKey(i)));
+    }
+    DzKeptMembers::end(out);
+}

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "dzrefcounteditem.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+class DzDefaultBrickUser;
+class DzSettings;
+class DzShaderBrick;
+class DzUnknownBrick;
+
+/// Writes bricks of a brick user, and the links among them, into a settings tree.
+class DzNetworkWriter
+{
+public:
+    explicit DzNetworkWriter(const DzDefaultBrickUser& user);
+    ~DzNetworkWriter();
+
+    void write(
+        DzSettings* out, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names);
+
+private:
+    typedef DzTSharedPointer<DzShaderBrick> BrickPtr;
+
+    void writeBrick(DzSettings* out, const DzShaderBrick* brick);
+    void writeUnknownBrick(DzSettings* out, const DzUnknownBrick* brick);
+    void writeAttributes(DzSettings* out, const DzShaderBrick* brick, const DzShaderBrick* fresh);
+    void writeParameters(DzSettings* out, const DzShaderBrick* brick, const DzShaderBrick* fresh);
+    void writeConnections(DzSettings* out, const QList<uint>& ids);
+    /// A brick of the same class as a user would get it now; null when none can be made.
+    const DzShaderBrick* freshBrick(const QString& className);
+    /// The same for this very brick: with the parameters that its attributes give it.
+    BrickPtr freshWithAttributes(const DzShaderBrick* brick);
+
+    const DzDefaultBrickUser& m_user;
+    QHash<QString, BrickPtr> m_fresh;
+};

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+class DzBrickParam;
+class DzShaderBrick;
+
+/// The keys of a brick's parameters in a file: a parameter's argument name, with "#2", "#3", …
+/// for the later ones of equal names, in parameter order.
+class ParamKeys
+{
+public:
+    explicit ParamKeys(const DzShaderBrick* brick);
+
+    int size() const { return m_entries.size(); }
+    DzBrickParam* param(int index) const { return m_entries.at(index).param; }
+    QString key(int index) const { return m_entries.at(index).key; }
+    /// The parameter with this key, null when there is none.
+    DzBrickParam* find(const QString& key) const;
+    QString keyOf(const DzBrickParam* param) const;
+
+private:
+    struct Entry {
+        QString key;
+        DzBrickParam* param;
+    };
+
+    QVector<Entry> m_entries;
+    /// Filled only for bricks with so many parameters that searching costs more.
+    QHash<QString, DzBrickParam*> m_byKey;
+    QHash<const DzBrickParam*, QString> m_byParam;
+};

@@ -1,0 +1,632 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "settingsjson.h"
+
+#include "dzsettings.h"
+
+#include <QSet>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Json = nlohmann::json;
+
+/// Containers that may be open at once: far more than any network has, and few enough for the
+/// functions that call themselves once a level.
+const std::size_t deepestNesting = 256;
+
+/// Up to this many keys of one object are compared one by one.
+const int longestSearchedObject = 16;
+
+/// Characters of a text of the file that a message shows.
+const int longestQuote = 60;
+
+// Places in the text ------------------------------------------------------------------------
+
+/// Walks over the text and lets the reader's owner see how far it is.
+class CountingIterator
+{
+public:
+    typedef std::input_iterator_tag iterator_category;
+    typedef char value_type;
+    typedef std::ptrdiff_t difference_type;
+    typedef const char* pointer;
+    typedef const char& reference;
+
+    CountingIterator(const char* position, const char** seen)
+        : m_position(position)
+        , m_seen(seen)
+    {
+    }
+
+    reference operator*() const { return *m_position; }
+    CountingIterator& operator++()
+    {
+        *m_seen = ++m_position;
+        return *this;
+    }
+    CountingIterator operator++(int)
+    {
+        const CountingIterator before = *this;
+        ++*this;
+        return before;
+    }
+    bool operator==(const CountingIterator& other) const { return m_position == other.m_position; }
+    bool operator!=(const CountingIterator& other) const { return m_position != other.m_position; }
+
+private:
+    const char* m_position;
+    const char** m_seen;
+};
+
+bool isWordCharacter(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '+'
+        || c == '-' || c == '.';
+}
+
+/// Start of the string whose closing quote is at `closingQuote`. A quote inside a string has an
+/// odd number of backslashes before it, the opening one has none.
+const char* startOfString(const char* text, const char* closingQuote)
+{
+    for (const char* at = closingQuote; at > text;) {
+        if (*--at != '"')
+            continue;
+        const char* slash = at;
+        while (slash > text && slash[-1] == '\\')
+            --slash;
+        if ((at - slash) % 2 == 0)
+            return at;
+    }
+    return text;
+}
+
+/// Start of the string, number, word or sign that ends before `end`.
+const char* startOfToken(const char* text, const char* end)
+{
+    if (end == text)
+        return text;
+    const char* at = end - 1;
+    if (*at == '"')
+        return startOfString(text, at);
+    if (isWordCharacter(*at)) {
+        while (at > text && isWordCharacter(at[-1]))
+            --at;
+    }
+    return at;
+}
+
+/// "line 3, column 7" of a place; columns count characters, not bytes.
+QString placeText(const char* text, const char* place)
+{
+    int line = 1;
+    int column = 1;
+    for (const char* at = text; at < place; ++at) {
+        const bool continuesCharacter = (static_cast<unsigned char>(*at) & 0xc0) == 0x80;
+        if (*at == '\n') {
+            ++line;
+            column = 1;
+        } else if (!continuesCharacter) {
+            ++column;
+        }
+    }
+    return QStringLiteral("line %1, column %2").arg(line).arg(column);
+}
+
+// Strings -----------------------------------------------------------------------------------
+
+/// Unlike QString's own conversion it keeps a byte order mark at the start: in the middle of a
+/// file that is a character like any other.
+QString fromUtf8(const char* text, std::size_t size)
+{
+    int marks = 0;
+    while (size >= 3 && std::char_traits<char>::compare(text, "\xef\xbb\xbf", 3) == 0) {
+        text += 3;
+        size -= 3;
+        ++marks;
+    }
+    const QString rest = QString::fromUtf8(text, static_cast<int>(size));
+    return marks == 0 ? rest : QString(marks, QChar::ByteOrderMark) + rest;
+}
+
+bool needsEscape(char c)
+{
+    return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\';
+}
+
+QByteArray jsonString(const QString& text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    if (std::none_of(utf8.begin(), utf8.end(), needsEscape))
+        return '"' + utf8 + '"';
+    const Json value(utf8.toStdString());
+    return QByteArray::fromStdString(
+        value.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace));
+}
+
+QString quoted(const QString& text)
+{
+    const bool isLong = text.size() > longestQuote;
+    return QString::fromUtf8(
+        jsonString(isLong ? text.left(longestQuote) + QStringLiteral("...") : text));
+}
+
+// Reading -----------------------------------------------------------------------------------
+
+/// One value of the text, with its key when it is an object's member.
+struct Node {
+    enum Kind : quint8 { Null, Boolean, Number, String, Array, Object };
+
+    Kind kind;
+    QString key;
+    QString text;                ///< of a String
+    double number = 0;           ///< of a Number; 0 or 1 of a Boolean
+    const char* begin = nullptr; ///< an Array's or Object's first byte
+    const char* end = nullptr;   ///< and the one after its last
+    std::size_t numChildren = 0;
+    std::size_t next = 0; ///< index after this node and all inside it
+
+    explicit Node(Kind nodeKind, double nodeNumber = 0)
+        : kind(nodeKind)
+        , number(nodeNumber)
+    {
+    }
+    bool isContainer() const { return kind == Array || kind == Object; }
+};
+
+/// All values in the order of the text: a container, then what is in it.
+typedef std::vector<Node> Nodes;
+
+/// Receives the parser's events and lays them down as nodes. The names are the parser's.
+class NodeBuilder
+{
+public:
+    NodeBuilder(const char* text, const char* end)
+        : m_text(text)
+        , m_end(end)
+        , m_seen(text)
+    {
+    }
+
+    bool build()
+    {
+        return Json::sax_parse(
+            CountingIterator(m_text, &m_seen), CountingIterator(m_end, &m_seen), this);
+    }
+    const Nodes& nodes() const { return m_nodes; }
+    QString error() const { return m_error; }
+
+    bool null() { return add(Node(Node::Null)); }
+    bool boolean(bool value) { return add(Node(Node::Boolean, value ? 1 : 0)); }
+    bool number_integer(Json::number_integer_t value)
+    {
+        // Only numbers with a minus come here, so that a zero is "-0".
+        return add(Node(Node::Number, value == 0 ? -0.0 : static_cast<double>(value)));
+    }
+    bool number_unsigned(Json::number_unsigned_t value)
+    {
+        return add(Node(Node::Number, static_cast<double>(value)));
+    }
+    bool number_float(Json::number_float_t value, const Json::string_t&)
+    {
+        return add(Node(Node::Number, value));
+    }
+    bool string(const Json::string_t& value)
+    {
+        Node node(Node::String);
+        node.text = fromUtf8(value.data(), value.size());
+        return add(std::move(node));
+    }
+    bool binary(const Json::binary_t&) { return false; } // never in a text
+
+    bool start_object(std::size_t) { return open(Node::Object); }
+    bool end_object() { return close(); }
+    bool start_array(std::size_t) { return open(Node::Array); }
+    bool end_array() { return close(); }
+    bool key(const Json::string_t& value)
+    {
+        m_key = fromUtf8(value.data(), value.size());
+        if (!isTaken(m_key))
+            return true;
+        return fail(startOfToken(m_text, m_seen),
+            QStringLiteral("a key stands twice: %1").arg(quoted(m_key)));
+    }
+
+    bool parse_error(
+        std::size_t numRead, const std::string&, const nlohmann::detail::exception& exception);
+
+private:
+    struct OpenContainer {
+        std::size_t node;
+        QSet<QString> keys; ///< empty while there are few
+    };
+
+    bool fail(const char* place, const QString& cause)
+    {
+        m_error = placeText(m_text, place) + QStringLiteral(": ") + cause;
+        return false;
+    }
+    bool add(Node&& node);
+    bool open(Node::Kind kind);
+    bool close();
+    bool isTaken(const QString& key);
+
+    const char* m_text;
+    const char* m_end;
+    const char* m_seen; ///< end of what the parser has taken
+    Nodes m_nodes;
+    std::vector<OpenContainer> m_open;
+    QString m_key;
+    QString m_error;
+};
+
+bool NodeBuilder::add(Node&& node)
+{
+    if (m_open.empty() && node.kind != Node::Object) {
+        const char* place = m_text;
+        while (*place == ' ' || *place == '\t' || *place == '\n' || *place == '\r')
+            ++place;
+        return fail(place, QStringLiteral("the outermost value is no object"));
+    }
+    if (!m_open.empty())
+        ++m_nodes[m_open.back().node].numChildren;
+    node.key.swap(m_key);
+    node.next = m_nodes.size() + 1;
+    m_nodes.push_back(std::move(node));
+    return true;
+}
+
+bool NodeBuilder::open(Node::Kind kind)
+{
+    Node node(kind);
+    node.begin = m_seen - 1;
+    if (m_open.size() == deepestNesting)
+        return fail(
+            node.begin, QStringLiteral("more than %1 levels of nesting").arg(deepestNesting));
+    if (!add(std::move(node)))
+        return false;
+    m_open.push_back({ m_nodes.size() - 1, {} });
+    return true;
+}
+
+bool NodeBuilder::close()
+{
+    Node& node = m_nodes[m_open.back().node];
+    node.end = m_seen;
+    node.next = m_nodes.size();
+    m_open.pop_back();
+    return true;
+}
+
+bool NodeBuilder::isTaken(const QString& key)
+{
+    OpenContainer& object = m_open.back();
+    const auto forEachKey = [&](auto&& function) {
+        for (std::size_t i = object.node + 1; i < m_nodes.size(); i = m_nodes[i].next)
+            function(m_nodes[i].key);
+    };
+    bool taken = false;
+    if (m_nodes[object.node].numChildren < longestSearchedObject) {
+        forEachKey([&](const QString& other) { taken = taken || other == key; });
+        return taken;
+    }
+    if (object.keys.isEmpty())
+        forEachKey([&](const QString& other) { object.keys.insert(other); });
+    taken = object.keys.contains(key);
+    object.keys.insert(key);
+    return taken;
+}
+
+/// What the parser has against the text, without its own numbers and without the text itself,
+/// which may be long or not even be UTF-8.
+QString parserComplaint(const std::string& message)
+{
+    QString complaint = QString::fromUtf8(message.c_str());
+    const QString beforeCause = QStringLiteral(" - ");
+    const int cause = complaint.indexOf(beforeCause, complaint.indexOf(QLatin1String("syntax")));
+    if (cause >= 0)
+        complaint.remove(0, cause + beforeCause.size());
+    const int lastRead = complaint.indexOf(QLatin1String("; last read: "));
+    return lastRead < 0 ? complaint : complaint.left(lastRead);
+}
+
+bool NodeBuilder::parse_error(
+    std::size_t numRead, const std::string&, const nlohmann::detail::exception& exception)
+{
+    const char* readEnd = m_text + std::min<std::size_t>(numRead, m_end - m_text);
+    const int numberOverflow = 406; // the parser's number for it
+    if (exception.id == numberOverflow) {
+        const char* number = startOfToken(m_text, readEnd);
+        const QString text = fromUtf8(number, readEnd - number);
+        return fail(number,
+            QStringLiteral("the number %1 is too large")
+                .arg(text.size() > longestQuote ? text.left(longestQuote) + QStringLiteral("...")
+                                                : text));
+    }
+    const QString complaint = parserComplaint(exception.what());
+    // The end counts as one more character that was read.
+    const bool isAtEnd = numRead > static_cast<std::size_t>(m_end - m_text);
+    const char* place = m_end;
+    if (!isAtEnd)
+        place = complaint.startsWith(QLatin1String("unexpected")) ? startOfToken(m_text, readEnd)
+                                                                  : readEnd - 1;
+    return fail(place, QStringLiteral("this is no JSON: ") + complaint);
+}
+
+/// Turns nodes into settings.
+class SettingsMaker
+{
+public:
+    explicit SettingsMaker(const Nodes& nodes)
+        : m_nodes(nodes)
+    {
+    }
+
+    void readMembers(const Node& object, DzSettings* settings) const
+    {
+        const std::size_t index = &object - m_nodes.data();
+        for (std::size_t i = index + 1; i < object.next; i = m_nodes[i].next)
+            readMember(m_nodes[i], settings);
+    }
+
+private:
+    void readMember(const Node& node, DzSettings* settings) const;
+    /// The two values of an object or array that has exactly two.
+    bool hasPair(const Node& node, const Node** first, const Node** second) const;
+    const Node* nestedMembers(const Node& object) const;
+    bool readTagged(const Node& array, DzSettings* settings) const;
+
+    const Nodes& m_nodes;
+};
+
+bool SettingsMaker::hasPair(const Node& node, const Node** first, const Node** second) const
+{
+    if (node.numChildren != 2)
+        return false;
+    *first = &node + 1;
+    *second = &m_nodes[(*first)->next];
+    return true;
+}
+
+/// The object with the members of a nested settings; null when the object is none.
+const Node* SettingsMaker::nestedMembers(const Node& object) const
+{
+    const Node* type = nullptr;
+    const Node* value = nullptr;
+    if (!hasPair(object, &type, &value))
+        return nullptr;
+    if (type->key != QLatin1String("type"))
+        std::swap(type, value);
+    const bool isNested = type->key == QLatin1String("type") && type->kind == Node::String
+        && type->text == QLatin1String("settings") && value->key == QLatin1String("value")
+        && value->kind == Node::Object;
+    return isNested ? value : nullptr;
+}
+
+/// Reads ["i", n] and the numbers that JSON has not; false when the array is neither.
+bool SettingsMaker::readTagged(const Node& array, DzSettings* settings) const
+{
+    const Node* tag = nullptr;
+    const Node* value = nullptr;
+    if (!hasPair(array, &tag, &value) || tag->kind != Node::String)
+        return false;
+    if (tag->text == QLatin1String("i") && value->kind == Node::Number) {
+        const double number = value->number;
+        if (number != std::floor(number) || number < std::numeric_limits<int>::min()
+            || number > std::numeric_limits<int>::max())
+            return false;
+        settings->setIntValue(array.key, static_cast<int>(number));
+        return true;
+    }
+    if (tag->text != QLatin1String("f") || value->kind != Node::String)
+        return false;
+    const double infinity = std::numeric_limits<double>::infinity();
+    if (value->text == QLatin1String("nan"))
+        settings->setFloatValue(array.key, std::numeric_limits<double>::quiet_NaN());
+    else if (value->text == QLatin1String("inf"))
+        settings->setFloatValue(array.key, infinity);
+    else if (value->text == QLatin1String("-inf"))
+        settings->setFloatValue(array.key, -infinity);
+    else
+        return false;
+    return true;
+}
+
+/// The text of a container without the blanks between its parts.
+QByteArray compacted(const Node& container)
+{
+    QByteArray text;
+    text.reserve(static_cast<int>(container.end - container.begin));
+    bool inString = false;
+    for (const char* at = container.begin; at < container.end; ++at) {
+        if (inString && *at == '\\')
+            text += *at++;
+        else if (*at == '"')
+            inString = !inString;
+        const bool isBlank = *at == ' ' || *at == '\t' || *at == '\n' || *at == '\r';
+        if (inString || !isBlank)
+            text += *at;
+    }
+    return text;
+}
+
+void SettingsMaker::readMember(const Node& node, DzSettings* settings) const
+{
+    switch (node.kind) {
+    case Node::Null:
+        settings->setOpaqueValue(node.key, QByteArrayLiteral("null"));
+        break;
+    case Node::Boolean:
+        settings->setBoolValue(node.key, node.number != 0);
+        break;
+    case Node::Number:
+        settings->setFloatValue(node.key, node.number);
+        break;
+    case Node::String:
+        settings->setStringValue(node.key, node.text);
+        break;
+    case Node::Array:
+        if (!readTagged(node, settings))
+            settings->setOpaqueValue(node.key, compacted(node));
+        break;
+    case Node::Object:
+        if (const Node* members = nestedMembers(node))
+            readMembers(*members, settings->setSettingsValue(node.key));
+        else
+            settings->setOpaqueValue(node.key, compacted(node));
+        break;
+    }
+}
+
+// Writing -----------------------------------------------------------------------------------
+
+class SettingsWriter
+{
+public:
+    QByteArray write(const DzSettings& settings)
+    {
+        m_text += '{';
+        if (settings.getNumValues() > 0) {
+            writeLines(settings, 0);
+            m_text += '\n';
+        }
+        m_text += "}\n";
+        return m_text;
+    }
+
+private:
+    void writeLines(const DzSettings& settings, int outerIndent);
+    void writeMember(const DzSettings& settings, int index, int indent);
+    void writeNested(const DzSettings* nested, int indent);
+    void writeFloat(double value);
+
+    QByteArray m_text;
+};
+
+/// Writes the members one a line, each line with the line end before it.
+void SettingsWriter::writeLines(const DzSettings& settings, int outerIndent)
+{
+    const int indent = outerIndent + 2;
+    for (int i = 0; i < settings.getNumValues(); ++i) {
+        m_text += i == 0 ? "\n" : ",\n";
+        m_text.append(indent, ' ');
+        writeMember(settings, i, indent);
+    }
+}
+
+void SettingsWriter::writeMember(const DzSettings& settings, int index, int indent)
+{
+    const QString key = settings.getKey(index);
+    m_text += jsonString(key);
+    m_text += ": ";
+    switch (settings.getValueType(index)) {
+    case DzSettings::StringValue:
+        m_text += jsonString(settings.getStringValue(key));
+        break;
+    case DzSettings::IntValue:
+        m_text += "[\"i\", " + QByteArray::number(settings.getIntValue(key)) + ']';
+        break;
+    case DzSettings::BoolValue:
+        m_text += settings.getBoolValue(key) ? "true" : "false";
+        break;
+    case DzSettings::FloatValue:
+        writeFloat(settings.getFloatValue(key));
+        break;
+    case DzSettings::SettingsValue:
+        writeNested(settings.getSettingsValue(key), indent);
+        break;
+    case DzSettings::OpaqueValue: {
+        const QByteArray value = settings.getOpaqueValue(key);
+        m_text += value.isEmpty() ? QByteArrayLiteral("null") : value;
+        break;
+    }
+    }
+}
+
+/// Writes a nested settings and, on the same line, each only value that is a nested settings too.
+void SettingsWriter::writeNested(const DzSettings* nested, int indent)
+{
+    int depth = 0;
+    for (bool chained = true; chained; ++depth) {
+        m_text += "{ \"type\": \"settings\", \"value\": {";
+        chained
+            = nested->getNumValues() == 1 && nested->getValueType(0) == DzSettings::SettingsValue;
+        if (chained) {
+            const QString key = nested->getKey(0);
+            m_text += ' ' + jsonString(key) + ": ";
+            nested = nested->getSettingsValue(key);
+        }
+    }
+    if (nested->getNumValues() == 1) {
+        m_text += ' ';
+        writeMember(*nested, 0, indent);
+        m_text += ' ';
+    } else if (nested->getNumValues() > 1) {
+        writeLines(*nested, indent);
+        m_text += '\n';
+        m_text.append(indent, ' ');
+    }
+    m_text += "} }";
+    while (--depth > 0)
+        m_text += " } }";
+}
+
+void SettingsWriter::writeFloat(double value)
+{
+    const QByteArray number = shortestNumberText(value);
+    m_text += std::isfinite(value) ? number : "[\"f\", \"" + number + "\"]";
+}
+
+} // namespace
+
+bool settingsFromJson(const QByteArray& text, DzSettings* settings, QString* error)
+{
+    const auto fail = [error](const QString& message) {
+        if (error)
+            *error = message;
+        return false;
+    };
+    const char* begin = text.constData();
+    const char* end = begin + text.size();
+    if (text.startsWith("\xef\xbb\xbf"))
+        begin += 3;
+    if (begin == end)
+        return fail(QStringLiteral("line 1, column 1: the text is empty"));
+    // The parser takes it for the end of the text.
+    const char* zero = std::find(begin, end, '\0');
+    if (zero != end)
+        return fail(placeText(begin, zero)
+            + QStringLiteral(": this is no JSON: a zero byte stands in the text"));
+
+    NodeBuilder builder(begin, end);
+    if (!builder.build())
+        return fail(builder.error());
+    settings->clear();
+    SettingsMaker(builder.nodes()).readMembers(builder.nodes().front(), settings);
+    return true;
+}
+
+QByteArray settingsToJson(const DzSettings& settings)
+{
+    return SettingsWriter().write(settings);
+}
+
+QByteArray shortestNumberText(double number)
+{
+    if (std::isnan(number))
+        return QByteArrayLiteral("nan"); // whatever its sign bit says
+    char digits[32];
+    std::to_chars_result result = std::to_chars(digits, digits + sizeof digits, number);
+    if (std::fabs(number) <= std::numeric_limits<float>::max()) {
+        const float single = static_cast<float>(number);
+        if (static_cast<double>(single) == number)
+            result = std::to_chars(digits, digits + sizeof digits, single);
+    }
+    return QByteArray(digits, static_cast<int>(result.ptr - digits));
+}
