@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
+#include "BrickInputs.h"
 #include "BrickKinds.h"
 #include "Command.h"
 
@@ -37,15 +38,74 @@ QByteArray bricksAsTable(const QVector<BrickPtr>& bricks)
     return formatTable(rows).toUtf8();
 }
 
+QString markdownCell(QString text)
+{
+    return text.isEmpty() ? QStringLiteral(" ") : text.replace(QLatin1Char('|'), QLatin1String("\\|"));
+}
+
+QString markdownRow(const QStringList& cells)
+{
+    QStringList escaped;
+    for (const QString& cell : cells)
+        escaped.append(markdownCell(cell));
+    return QStringLiteral("| ") + escaped.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
+}
+
+QString markdownSection(const VireoBrickBase* brick)
+{
+    QString text = QStringLiteral("\n### %1\n\n").arg(brick->getPreferredName());
+    text += QStringLiteral("`%1`, category \"%2\"").arg(brick->className(), brick->getDefaultCategory());
+    if (!brick->getLuxType().isEmpty())
+        text += QStringLiteral(", written as \"%1\"").arg(brick->getLuxType());
+    text += QLatin1Char('\n');
+    const QVector<QStringList> rows = inputTable(brick);
+    if (rows.size() == 1)
+        return text + QStringLiteral("\nNo inputs.\n");
+    text += QLatin1Char('\n') + markdownRow(rows.first())
+        + markdownRow(QStringList(QVector<QString>(rows.first().size(), QStringLiteral("---")).toList()));
+    for (int i = 1; i < rows.size(); ++i)
+        text += markdownRow(rows.at(i));
+    return text;
+}
+
+QByteArray bricksAsMarkdown(const QVector<BrickPtr>& bricks)
+{
+    static const char* const headings[][2] = { { "root", "Root" }, { "material", "Materials" },
+        { "volume", "Volumes" }, { "float", "Float textures" }, { "color", "Colour textures" },
+        { "fresnel", "Fresnel textures" } };
+    QString text = QStringLiteral(
+        "# Bricks\n\n"
+        "Every brick with its inputs. This page is made by `vireo bricks --markdown`; do not edit it.\n\n"
+        "*takes* names the textures, materials or volumes that can be linked to an input; `-` marks a\n"
+        "value that nothing can be linked to. *default* is what a reset gives: for the numbers of\n"
+        "materials and volumes it is 0 whatever they start with. Band and multi-mix textures have\n"
+        "\"count\" numbered pairs of inputs besides those listed.\n");
+    for (const auto& heading : headings) {
+        text += QStringLiteral("\n## %1\n").arg(QString::fromLatin1(heading[1]));
+        for (const BrickPtr& brick : bricks)
+            if (brickKind(brick) == QLatin1String(heading[0]))
+                text += markdownSection(brick);
+    }
+    return text.toUtf8();
+}
+
 } // namespace
 
 void addBricksCommand(CLI::App& program)
 {
     CLI::App* command = program.add_subcommand("bricks", "List every brick class");
-    auto asJson = std::make_shared<bool>(false);
-    command->add_flag("--json", *asJson, "Print JSON");
-    command->callback([asJson] {
+    struct Options {
+        bool json = false;
+        bool markdown = false;
+    };
+    auto options = std::make_shared<Options>();
+    CLI::Option* json = command->add_flag("--json", options->json, "Print JSON");
+    command->add_flag("--markdown", options->markdown, "Print a reference page with all inputs")
+        ->excludes(json);
+    command->callback([options] {
         const QVector<BrickPtr> bricks = makeAllBricks();
-        printText(*asJson ? bricksAsJson(bricks) : bricksAsTable(bricks));
+        printText(options->json     ? bricksAsJson(bricks)
+                : options->markdown ? bricksAsMarkdown(bricks)
+                                    : bricksAsTable(bricks));
     });
 }

@@ -5,9 +5,24 @@
 
 namespace {
 
+const char* const colorPattern = "\t\"color   %1\" [%2 %3 %4]\n";
+
+/// Six significant digits in general format.
 QString numberText(double value)
 {
-    return QString::fromLatin1("%1").arg(value, 0, 'g', -1);
+    // Whole numbers of up to six digits have the same text either way, and are most.
+    const int whole = value > -1e6 && value < 1e6 ? static_cast<int>(value) : 0;
+    return value == whole ? QString::number(whole) : QString::number(value, 'g', 6);
+}
+
+/// The text of an 8-bit colour component divided by 255.
+const QString& componentText(int component)
+{
+    static QVector<QString> texts;
+    if (texts.isEmpty())
+        for (int i = 0; i < 256; ++i)
+            texts.append(numberText(i / 255.0));
+    return texts.at(component);
 }
 
 /// Fills the template as the slow general function does, one argument after the other.
@@ -81,16 +96,12 @@ void SceneCodeWriter::writeTemplate(const char* pattern, const QString& first,
         return;
     }
     // Without place markers in the arguments one pass gives the same text.
-    const char* begin = pattern;
     for (const char* c = pattern; *c; ++c) {
-        if (*c != '%' || c[1] < '1' || c[1] > '9')
-            continue;
-        buffer += QString::fromLatin1(begin, static_cast<int>(c - begin));
-        buffer += *arguments[c[1] - '1'];
-        ++c;
-        begin = c + 1;
+        if (*c == '%' && c[1] >= '1' && c[1] <= '9')
+            buffer += *arguments[*++c - '1'];
+        else
+            buffer += QLatin1Char(*c);
     }
-    buffer += QLatin1String(begin);
 }
 
 void SceneCodeWriter::writeBlankLine()
@@ -136,13 +147,14 @@ void SceneCodeWriter::writeBool(const QString& name, bool value)
 
 void SceneCodeWriter::writeColor(const QString& name, const QColor& color)
 {
-    writeColor3(name, color.red() / 255.0, color.green() / 255.0, color.blue() / 255.0);
+    writeTemplate(colorPattern, name, componentText(color.red()), componentText(color.green()),
+        componentText(color.blue()));
 }
 
 void SceneCodeWriter::writeColor3(const QString& name, double first, double second, double third)
 {
-    writeTemplate("\t\"color   %1\" [%2 %3 %4]\n", name, numberText(first), numberText(second),
-        numberText(third));
+    writeTemplate(
+        colorPattern, name, numberText(first), numberText(second), numberText(third));
 }
 
 void SceneCodeWriter::writeVector(const QString& name, double x, double y, double z)
@@ -172,11 +184,14 @@ QString placeholderName(SceneCodeWriter* writer, DzProperty* property, const QSt
         = writer->m_placeholderIndex.constFind(property);
     if (known != writer->m_placeholderIndex.constEnd())
         return writer->placeholderNames.at(known.value());
-    // The suffix comes last, so that it cannot take part in the other steps.
-    const QString name = QString::fromLatin1("%1%2_%3")
-                             .arg(QLatin1String("LuxRender_Lm_"))
-                             .arg(writer->placeholderCounter++, 3, 10, QLatin1Char('0'))
-                             .arg(suffix);
+    const QString number = QString::number(writer->placeholderCounter++);
+    QString name;
+    name.reserve(suffix.size() + 24);
+    name += QLatin1String("LuxRender_Lm_");
+    name += QString(qMax(0, 3 - number.size()), QLatin1Char('0'));
+    name += number;
+    name += QLatin1Char('_');
+    name += suffix;
     writer->m_placeholderIndex.insert(property, writer->placeholderKeys.size());
     writer->placeholderKeys.append(property);
     writer->placeholderNames.append(name);

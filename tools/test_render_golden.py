@@ -667,8 +667,8 @@ class CustomInputTest(unittest.TestCase):
             [
                 '\t"texture Kd" ["Lm_texture1"]',
                 '\t"float   bumpmap" [0]',
-                '\t"color   Kd" [0 0 1]',
                 '\t"float   sigma" [0]',
+                '\t"color   Kd" [0 0 1]',
                 '\t"string  type" ["matte"]',
             ],
         )

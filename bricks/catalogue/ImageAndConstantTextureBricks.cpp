@@ -32,6 +32,13 @@ void noteColor(CodeResult* result, double red, double green, double blue, int co
     result->values[3] = 1;
 }
 
+/// A value that is written without regard to its map.
+void noteDroppedMap(SceneCodeWriter* writer, DzNumericProperty* property)
+{
+    if (property->isMapped())
+        writer->unwrittenMaps.append(property);
+}
+
 void noteColor(CodeResult* result, const QColor& color)
 {
     noteColor(result, color.red() / 255.0, color.green() / 255.0, color.blue() / 255.0, 3);
@@ -76,6 +83,8 @@ CodeResult* VireoTexClrConstantBrick::writeCode(CodeResult* result, SceneCodeWri
     if (writer->literalValues) {
         const QString name = beginTexture(writer, QLatin1String("constant"));
         writer->writeColor3(QLatin1String("value"), red, green, blue);
+        noteDroppedMap(writer, color);
+        noteDroppedMap(writer, scale);
         endTexture(result, writer, name);
         return result;
     }
@@ -86,6 +95,7 @@ CodeResult* VireoTexClrConstantBrick::writeCode(CodeResult* result, SceneCodeWri
     if (scale->isLocked()) {
         // A locked scale goes under "value", not "tex2": existing scenes are written so.
         writer->writeColor3(QLatin1String("value"), s, s, s);
+        noteDroppedMap(writer, scale);
     } else {
         const QString placeholder = placeholderName(writer, scale, scale->getName());
         writer->writeTemplate("\t\"color   %1\" [$(%2) $(%3) $(%4)]\n", QLatin1String("tex2"),

@@ -116,9 +116,12 @@ void NumberedPairs::write(SceneCodeWriter* writer) const
     for (int i = 0; i < m_pairs.size(); ++i) {
         const Pair& pair = m_pairs.at(i);
         // The number is a value in every mode: a texture linked to it is not followed.
-        if (const DzFloatProperty* number
-            = pair.number ? qobject_cast<DzFloatProperty*>(pair.number->getProperty(0)) : nullptr)
+        if (DzFloatProperty* number
+            = pair.number ? qobject_cast<DzFloatProperty*>(pair.number->getProperty(0)) : nullptr) {
             numbers.append(number->getValue());
+            if (number->isMapped())
+                writer->unwrittenMaps.append(number);
+        }
         if (pair.texture)
             pair.texture->writeParameterCode(writer);
     }

@@ -110,6 +110,7 @@ protected:
 private:
     friend class DzBrickLinkItem;
     friend class DzBrickParamItem;
+    friend class DzBrickState;
     friend class DzKeptMembers;
     friend class DzNetworkReader;
     friend class DzProperty;
@@ -121,6 +122,16 @@ private:
         int peerSlot;
     };
 
+    /// A parameter to link to, and the place of the link in its list.
+    struct PeerPlace {
+        DzBrickParam* peer;
+        int slot;
+    };
+
+    /// Place of link `index` in the list of the parameter at its other end.
+    int getPeerSlot(int index) const;
+    /// Brings the links into the given state, without asking and without undo.
+    void setConnections(const QVector<PeerPlace>& peers);
     /// Makes the link without asking; `slot` and `peerSlot` are places to insert at, -1 the end.
     void link(DzBrickParam* other, int slot = -1, int otherSlot = -1);
     void unlinkSlot(int slot);

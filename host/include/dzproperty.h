@@ -91,10 +91,12 @@ protected:
     void notifyValueChanged();
     /// True when a change is to leave an undo item.
     bool isRecorded() const;
+    typedef std::function<void(DzProperty*)> Change;
     /// Leaves an undo item for a change that was just made. `kind` tells changes that may be
-    /// merged within one hold; each closure is run only while the property exists.
-    void record(const char* kind, const QString& caption, const std::function<void()>& undo,
-        const std::function<void()>& redo);
+    /// merged within one hold. The closures are given the property that stands in this one's place
+    /// by then: it may have been deleted and made again with its brick's inputs.
+    void record(
+        const char* kind, const QString& caption, const Change& undo, const Change& redo);
 
 private:
     friend class DzBrickParam;

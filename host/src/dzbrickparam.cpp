@@ -8,8 +8,7 @@
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
 #include "idzbrickuser.h"
-
-#include <QPointer>
+#include "paramaddress.h"
 
 /// The making or removing of one link.
 class DzBrickLinkItem : public DzUndoItem
@@ -30,19 +29,18 @@ public:
 private:
     void set(bool linked)
     {
-        if (!m_a || !m_b)
+        DzBrickParam* a = m_a.find();
+        DzBrickParam* b = m_b.find();
+        if (!a || !b || a->isConnectedTo(b) == linked)
             return;
-        if (linked) {
-            m_a->link(m_b, m_slotA, m_slotB);
-            return;
-        }
-        const int slot = m_a->findSlot(m_b);
-        if (slot >= 0)
-            m_a->unlinkSlot(slot);
+        if (linked)
+            a->link(b, m_slotA, m_slotB);
+        else
+            a->unlinkSlot(a->findSlot(b));
     }
 
-    QPointer<DzBrickParam> m_a;
-    QPointer<DzBrickParam> m_b;
+    ParamAddress m_a;
+    ParamAddress m_b;
     int m_slotA;
     int m_slotB;
     bool m_made;
@@ -191,6 +189,27 @@ DzBrickParam* DzBrickParam::getConnection(int index) const
     if (m_deadLinks)
         compactLinks();
     return index >= 0 && index < m_links.size() ? m_links.at(index).peer : nullptr;
+}
+
+int DzBrickParam::getPeerSlot(int index) const
+{
+    DzBrickParam* peer = getConnection(index);
+    peer->compactLinks();
+    return m_links.at(index).peerSlot;
+}
+
+void DzBrickParam::setConnections(const QVector<PeerPlace>& peers)
+{
+    compactLinks();
+    bool isSame = peers.size() == m_links.size();
+    for (int i = 0; isSame && i < peers.size(); ++i)
+        isSame = peers.at(i).peer == m_links.at(i).peer;
+    if (isSame)
+        return;
+    while (!m_links.isEmpty())
+        unlinkSlot(m_links.size() - 1);
+    for (int i = 0; i < peers.size(); ++i)
+        link(peers.at(i).peer, i, peers.at(i).slot);
 }
 
 bool DzBrickParam::isConnectedTo(const DzBrickParam* other) const

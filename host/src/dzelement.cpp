@@ -7,6 +7,7 @@
 #include "dzundostack.h"
 
 #include <QPointer>
+#include <memory>
 
 namespace {
 
@@ -45,21 +46,19 @@ private:
     QString m_other;
 };
 
-/// The adding or removing of a data item; owns the item while it is off the element.
+/// The adding or removing of a data item; owns the item while it is off the element. It finds the
+/// item by name, since one that was given back to a caller returns as a copy.
 class DataItem : public DzUndoItem
 {
 public:
-    DataItem(DzElement* element, DzElementData* data, bool added)
+    /// `removed` is what undoing puts back; null for an item that was added.
+    DataItem(DzElement* element, const QString& name, int index, DzElementData* removed)
         : m_element(element)
-        , m_data(data)
-        , m_added(added)
-        , m_owned(!added)
+        , m_name(name)
+        , m_index(index)
+        , m_added(!removed)
+        , m_owned(removed)
     {
-    }
-    ~DataItem() override
-    {
-        if (m_owned)
-            delete m_data;
     }
 
     void undo() override { set(!m_added); }
@@ -68,19 +67,37 @@ public:
 private:
     void set(bool present)
     {
-        if (!m_element || !m_data || m_owned != present)
+        if (!m_element)
             return;
         if (present)
-            m_element->addDataItem(m_data);
+            putOn();
         else
-            m_element->removeDataItem(m_data);
-        m_owned = !present;
+            takeOff();
+    }
+    void putOn()
+    {
+        if (!m_owned || m_element->addDataItem(m_owned.get()) != DZ_NO_ERROR)
+            return;
+        m_owned.release();
+        // Those that stood behind the item go behind it again.
+        for (int behind = m_element->getNumDataItems() - 1 - m_index; behind > 0; --behind) {
+            DzElementData* item = m_element->getDataItem(m_index);
+            m_element->removeDataItem(item);
+            m_element->addDataItem(item);
+        }
+    }
+    void takeOff()
+    {
+        DzElementData* item = m_element->findDataItem(m_name);
+        if (item && m_element->removeDataItem(item) == DZ_NO_ERROR)
+            m_owned.reset(item);
     }
 
     QPointer<DzElement> m_element;
-    QPointer<DzElementData> m_data;
+    QString m_name;
+    int m_index;
     bool m_added;
-    bool m_owned;
+    std::unique_ptr<DzElementData> m_owned;
 };
 
 } // namespace
@@ -111,8 +128,11 @@ private:
     {
         if (!m_element || !m_property || m_owned != present)
             return;
+        // Changes that left no undo item may have taken the name or shortened the list.
+        if (present && m_element->findProperty(m_property->getName()))
+            return;
         if (present)
-            m_element->attach(m_index, m_property);
+            m_element->attach(qMin(m_index, m_element->getNumProperties()), m_property);
         else
             m_element->detach(m_property);
         m_owned = !present;
@@ -252,7 +272,8 @@ DzError DzElement::addDataItem(DzElementData* item)
     m_dataItems.append(item);
     item->m_owner = this;
     if (isRecorded())
-        dzUndoStack->push(new DataItem(this, item, true), tr("Add Data"));
+        dzUndoStack->push(
+            new DataItem(this, item->getName(), m_dataItems.size() - 1, nullptr), tr("Add Data"));
     return DZ_NO_ERROR;
 }
 
@@ -260,21 +281,22 @@ DzError DzElement::removeDataItem(DzElementData* item)
 {
     if (!item || item->m_owner != this)
         return DZ_ILLEGAL_ARGUMENT_ERROR;
-    m_dataItems.removeOne(item);
+    const int index = m_dataItems.indexOf(item);
+    m_dataItems.remove(index);
     item->m_owner = nullptr;
+    // The caller may delete the item, so that undoing puts a copy back.
+    if (isRecorded())
+        dzUndoStack->push(
+            new DataItem(this, item->getName(), index, item->duplicate()), tr("Remove Data"));
     return DZ_NO_ERROR;
 }
 
 DzError DzElement::deleteDataItem(DzElementData* item)
 {
     const DzError error = removeDataItem(item);
-    if (error != DZ_NO_ERROR)
-        return error;
-    if (isRecorded())
-        dzUndoStack->push(new DataItem(this, item, false), tr("Remove Data"));
-    else
+    if (error == DZ_NO_ERROR)
         delete item;
-    return DZ_NO_ERROR;
+    return error;
 }
 
 DzElementData* DzElement::findDataItem(const QString& name) const
@@ -289,7 +311,11 @@ void DzElement::copyFrom(const DzElement* other)
 {
     if (!other || other == this)
         return;
-    setLabel(other->getLabel());
+    {
+        // Like the values, the label is copied without an undo item.
+        const DzUndoStackLock lock;
+        setLabel(other->getLabel());
+    }
     for (const DzProperty* source : other->m_properties)
         if (DzProperty* own = findProperty(source->getName()))
             own->copyFrom(source);

@@ -4,68 +4,133 @@
 #include "dzfilewriter.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 
 namespace {
 
+/// Links to links that are followed; the system itself follows as many.
+const int longestLinkChain = 40;
+
+const qint64 readBlockSize = 1 << 20;
+
 QString text(const char* source)
 {
     return QCoreApplication::translate("DzFileWriter", source);
 }
 
-bool failWriting(const QString& path, const QString& cause, QString* error)
+bool failWriting(const QString& path, const QString& cause, const QString& advice, QString* error)
 {
-    *error = text("cannot write %1: %2; the old content is untouched: free some space or choose "
-                  "another place")
-                 .arg(path, cause);
+    if (error)
+        *error = text("cannot write %1: %2; %3").arg(path, cause, advice);
     return false;
 }
 
-bool writeAll(QFileDevice* file, const QByteArray& data)
+bool failReading(const QString& path, const QString& cause, const QString& advice, QString* error)
 {
-    return file->write(data) == data.size() && file->flush();
+    if (error)
+        *error = text("cannot read %1: %2; %3").arg(path, cause, advice);
+    return false;
+}
+
+bool failWithFileError(const QString& path, const QFileDevice& file, QString* error)
+{
+    const bool isForbidden = file.error() == QFileDevice::PermissionsError;
+    return failWriting(path, file.errorString(),
+        isForbidden ? text("change its permissions or choose another place")
+                    : text("free some space or choose another place"),
+        error);
+}
+
+/// Names below these folders stand for what a process has open, even where that is a file.
+bool isSystemPath(const QString& path)
+{
+    const QString clean = QDir::cleanPath(path);
+    return clean.startsWith(QLatin1String("/dev/")) || clean.startsWith(QLatin1String("/proc/"));
+}
+
+/// The file that is to be replaced: the end of a chain of links, whether there is a file or not.
+QString followLinks(const QString& path)
+{
+    QFileInfo info(path);
+    for (int i = 0; i < longestLinkChain && info.isSymLink() && !isSystemPath(info.filePath()); ++i)
+        info.setFile(info.symLinkTarget());
+    return info.filePath();
+}
+
+/// Writes to what is there: a pipe or a device must never be replaced by a file.
+bool writeDirectly(const QString& path, const QByteArray& data, QString* error)
+{
+    QFile file(path);
+    QIODevice::OpenMode mode = QIODevice::WriteOnly | QIODevice::Unbuffered;
+    // Standard output may be a file that others have written to before.
+    if (QFileInfo(path).isFile())
+        mode |= QIODevice::Append;
+    if (!file.open(mode) || file.write(data) != data.size())
+        return failWithFileError(path, file, error);
+    return true;
+}
+
+bool replaceFile(const QString& path, const QString& target, const QByteArray& data, QString* error)
+{
+    const QFileInfo info(target);
+    if (!info.absoluteDir().exists())
+        return failWriting(path, text("there is no such folder"),
+            text("make the folder or choose another place"), error);
+    if (info.exists() && !info.isWritable())
+        return failWriting(path, text("it is write-protected"),
+            text("change its permissions or choose another place"), error);
+    QSaveFile file(target);
+    if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size() || !file.commit())
+        return failWithFileError(path, file, error);
+    return true;
+}
+
+QString sizeText(qint64 bytes)
+{
+    const qint64 mebibyte = 1 << 20;
+    return bytes > 0 && bytes % mebibyte == 0 ? text("%1 MiB").arg(bytes / mebibyte)
+                                              : text("%1 bytes").arg(bytes);
 }
 
 } // namespace
 
 bool dzWriteFile(const QString& path, const QByteArray& data, QString* error)
 {
-    const QFileInfo info(path);
-    if (info.isDir())
-        return failWriting(path, text("it is a folder"), error);
-    if (info.exists() && !info.isFile()) {
-        // A pipe or a device must be written itself, never replaced.
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || !writeAll(&file, data))
-            return failWriting(path, file.errorString(), error);
-        return true;
-    }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !writeAll(&file, data) || !file.commit())
-        return failWriting(path, file.errorString(), error);
-    return true;
+    const QString target = followLinks(path);
+    const QFileInfo info(target);
+    if (path.isEmpty() || info.isDir())
+        return failWriting(path, path.isEmpty() ? text("it has no name") : text("it is a folder"),
+            text("name a file"), error);
+    if (isSystemPath(target) || (info.exists() && !info.isFile()))
+        return writeDirectly(path, data, error);
+    return replaceFile(path, target, data, error);
 }
 
 bool dzReadFile(const QString& path, qint64 maximumSize, QByteArray* data, QString* error)
 {
-    const auto refuse = [&](const QString& cause) {
-        *error = text("cannot read %1: %2").arg(path, cause);
-        return false;
-    };
     const QFileInfo info(path);
     if (info.isDir())
-        return refuse(text("it is a folder; name a file"));
+        return failReading(path, text("it is a folder"), text("name a file"), error);
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return refuse(text("%1; check the name and the permissions").arg(file.errorString()));
-    // A pipe has no size: it is read up to the limit.
-    const QByteArray content = file.read(maximumSize + 1);
-    if (file.error() != QFileDevice::NoError)
-        return refuse(file.errorString());
-    if (content.size() > maximumSize)
-        return refuse(text("it is larger than %1 MB").arg(maximumSize / (1024 * 1024)));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return failReading(
+            path, file.errorString(), text("check its name and its permissions"), error);
+    QByteArray content;
+    // Block by block, since a pipe neither has a size nor gives all at once.
+    for (;;) {
+        const QByteArray block = file.read(readBlockSize);
+        if (file.error() != QFileDevice::NoError)
+            return failReading(path, file.errorString(), text("try again or copy it"), error);
+        if (block.isEmpty())
+            break;
+        content += block;
+        if (content.size() > maximumSize)
+            return failReading(path, text("it is larger than %1").arg(sizeText(maximumSize)),
+                text("choose a smaller file"), error);
+    }
     *data = content;
     return true;
 }

@@ -4,8 +4,8 @@
 #include "dzfloatproperty.h"
 
 #include "dzundostack.h"
+#include "settingsjson.h"
 
-#include <QLocale>
 #include <cmath>
 
 namespace {
@@ -54,8 +54,8 @@ void DzFloatProperty::setValue(float value)
     assignValue(wanted);
     if (isRecorded())
         record(
-            "value", tr("Change %1").arg(getLabel()), [=] { assignValue(before); },
-            [=] { assignValue(wanted); });
+            "value", tr("Change %1").arg(getLabel()), [=](DzProperty* p) { static_cast<DzFloatProperty*>(p)->assignValue(before); },
+            [=](DzProperty* p) { static_cast<DzFloatProperty*>(p)->assignValue(wanted); });
 }
 
 void DzFloatProperty::assignValue(float value)
@@ -94,9 +94,7 @@ bool DzFloatProperty::currentValueIsDefaultValue() const
 
 QString DzFloatProperty::getValueText() const
 {
-    return QString::number(static_cast<double>(m_value), 'g', 9).toFloat() == m_value
-        ? QLocale::c().toString(m_value, 'g', QLocale::FloatingPointShortest)
-        : QString::number(static_cast<double>(m_value));
+    return QString::fromLatin1(shortestNumberText(static_cast<double>(m_value)));
 }
 
 bool DzFloatProperty::setValueText(const QString& text, QString* error)

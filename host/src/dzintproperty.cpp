@@ -36,8 +36,8 @@ void DzIntProperty::setValue(int value)
     assignValue(wanted);
     if (isRecorded())
         record(
-            "value", tr("Change %1").arg(getLabel()), [=] { assignValue(before); },
-            [=] { assignValue(wanted); });
+            "value", tr("Change %1").arg(getLabel()), [=](DzProperty* p) { static_cast<DzIntProperty*>(p)->assignValue(before); },
+            [=](DzProperty* p) { static_cast<DzIntProperty*>(p)->assignValue(wanted); });
 }
 
 void DzIntProperty::assignValue(int value)

@@ -38,10 +38,15 @@ DzPluginMgr::~DzPluginMgr()
 bool DzPluginMgr::loadPlugin(const QString& path, QString* error)
 {
     const auto refuse = [&](const QString& cause) {
-        *error = tr("cannot load module %1: %2").arg(path, cause);
+        if (error)
+            *error = tr("cannot load module %1: %2").arg(path, cause);
         return false;
     };
-    QLibrary library(path);
+    const QFileInfo file(path);
+    if (!file.exists())
+        return refuse(tr("there is no such file"));
+    // By its full path, or the system's folders would be searched for a bare name.
+    QLibrary library(file.absoluteFilePath());
     // Modules stay loaded: objects of their classes may outlive the manager.
     library.setLoadHints(QLibrary::PreventUnloadHint);
     try {
@@ -50,28 +55,29 @@ bool DzPluginMgr::loadPlugin(const QString& path, QString* error)
         const auto getVersion = resolve<GetVersion>(library, "getSDKVersion");
         const auto getDefinition = resolve<GetDefinition>(library, "getPluginDefinition");
         if (!getVersion || !getDefinition)
-            return refuse(tr("it lacks the entry point \"%1\"")
-                              .arg(QLatin1String(getVersion ? "getPluginDefinition" : "getSDKVersion")));
+            return refuse(
+                tr("it lacks the entry point \"%1\"")
+                    .arg(QLatin1String(getVersion ? "getPluginDefinition" : "getSDKVersion")));
         const DzVersion version = getVersion();
         if (DZ_SDK_VERSION < version)
-            return refuse(tr("it needs SDK version %1, this program offers %2")
-                              .arg(version.getLongVersionString(),
-                                  DZ_SDK_VERSION.getLongVersionString()));
+            return refuse(
+                tr("it needs SDK version %1, this program offers %2; use a newer "
+                   "program or an older module")
+                    .arg(version.getLongVersionString(), DZ_SDK_VERSION.getLongVersionString()));
         DzPlugin* plugin = getDefinition();
         if (!plugin)
             return refuse(tr("it gives no definition"));
         if (!registerPlugin(plugin, path))
             return refuse(tr("a module named \"%1\" is loaded already").arg(plugin->getName()));
     } catch (const std::exception& problem) {
-        return refuse(tr("it throws: %1").arg(QString::fromUtf8(problem.what())));
+        return refuse(tr("it throws: %1").arg(QString::fromUtf8(problem.what()).simplified()));
     } catch (...) {
         return refuse(tr("it throws"));
     }
     return true;
 }
 
-QStringList DzPluginMgr::getPluginFolders(
-    const char* pathVariable, const QString& installedFolder)
+QStringList DzPluginMgr::getPluginFolders(const char* pathVariable, const QString& installedFolder)
 {
     QStringList candidates = QString::fromLocal8Bit(qgetenv(pathVariable))
                                  .split(QDir::listSeparator(), Qt::SkipEmptyParts);
@@ -95,7 +101,7 @@ void DzPluginMgr::loadPlugins(const QStringList& folders)
             if (!QLibrary::isLibrary(name) || name.startsWith(QLatin1String("lib")))
                 continue;
             QString error;
-            if (!loadPlugin(dir.filePath(name), &error))
+            if (!loadPlugin(dir.filePath(name), &error) && dzApp)
                 dzApp->warning(error);
         }
     }
@@ -103,6 +109,8 @@ void DzPluginMgr::loadPlugins(const QStringList& folders)
 
 bool DzPluginMgr::registerPlugin(DzPlugin* plugin, const QString& filename)
 {
+    if (!plugin)
+        return false;
     for (const Loaded& loaded : qAsConst(m_plugins))
         if (loaded.plugin->getName() == plugin->getName())
             return false;

@@ -7,22 +7,30 @@
 #include "dzelement.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
+#include "paramaddress.h"
 
 #include <QPointer>
 
 namespace {
 
-/// A change of one property, as a pair of closures that live no longer than the property.
+/// A change of one property, as a pair of closures.
 class PropertyItem : public DzUndoItem
 {
 public:
-    PropertyItem(DzProperty* property, const char* kind, std::function<void()> undo,
-        std::function<void()> redo)
+    typedef std::function<void(DzProperty*)> Change;
+
+    PropertyItem(DzProperty* property, const char* kind, const Change& undo, const Change& redo)
         : m_property(property)
         , m_kind(kind)
-        , m_undo(std::move(undo))
-        , m_redo(std::move(redo))
+        , m_undo(undo)
+        , m_redo(redo)
     {
+        DzBrickParam* param = property->getBrickParam();
+        if (!param)
+            return;
+        m_param = ParamAddress(param);
+        while (param->getProperty(m_index) != property)
+            ++m_index;
     }
 
     void undo() override { run(m_undo); }
@@ -37,16 +45,22 @@ public:
     }
 
 private:
-    void run(const std::function<void()>& change) const
+    void run(const Change& change)
     {
+        if (!m_property) {
+            DzBrickParam* param = m_param.find();
+            m_property = param ? param->getProperty(m_index) : nullptr;
+        }
         if (m_property)
-            change();
+            change(m_property);
     }
 
     QPointer<DzProperty> m_property;
+    ParamAddress m_param;
+    int m_index = 0; // among the parameter's properties
     const char* m_kind; // compared by address: each kind is one literal of one call
-    std::function<void()> m_undo;
-    std::function<void()> m_redo;
+    Change m_undo;
+    Change m_redo;
 };
 
 } // namespace
@@ -83,8 +97,8 @@ bool DzProperty::isRecorded() const
     return dzUndoStack && dzUndoStack->canPushItems() && getOwner();
 }
 
-void DzProperty::record(const char* kind, const QString& caption,
-    const std::function<void()>& undo, const std::function<void()>& redo)
+void DzProperty::record(
+    const char* kind, const QString& caption, const Change& undo, const Change& redo)
 {
     dzUndoStack->push(new PropertyItem(this, kind, undo, redo), caption);
 }
@@ -104,8 +118,8 @@ void DzProperty::setLabel(const QString& label)
     assignLabel(label);
     if (isRecorded())
         record(
-            "label", tr("Rename %1").arg(before), [=] { assignLabel(before); },
-            [=] { assignLabel(label); });
+            "label", tr("Rename %1").arg(before), [=](DzProperty* p) { p->assignLabel(before); },
+            [=](DzProperty* p) { p->assignLabel(label); });
 }
 
 void DzProperty::assignLabel(const QString& label)
@@ -122,8 +136,8 @@ void DzProperty::setPath(const QString& path)
     assignPath(path);
     if (isRecorded())
         record(
-            "path", tr("Move %1").arg(m_label), [=] { assignPath(before); },
-            [=] { assignPath(path); });
+            "path", tr("Move %1").arg(m_label), [=](DzProperty* p) { p->assignPath(before); },
+            [=](DzProperty* p) { p->assignPath(path); });
 }
 
 void DzProperty::assignPath(const QString& path)
@@ -140,7 +154,7 @@ void DzProperty::setHidden(bool hidden)
     if (isRecorded())
         record(
             "hidden", hidden ? tr("Hide %1").arg(m_label) : tr("Show %1").arg(m_label),
-            [=] { assignHidden(!hidden); }, [=] { assignHidden(hidden); });
+            [=](DzProperty* p) { p->assignHidden(!hidden); }, [=](DzProperty* p) { p->assignHidden(hidden); });
 }
 
 void DzProperty::assignHidden(bool hidden)
@@ -157,7 +171,7 @@ void DzProperty::lock(bool locked)
     if (isRecorded())
         record(
             "lock", locked ? tr("Lock %1").arg(m_label) : tr("Unlock %1").arg(m_label),
-            [=] { assignLocked(!locked); }, [=] { assignLocked(locked); });
+            [=](DzProperty* p) { p->assignLocked(!locked); }, [=](DzProperty* p) { p->assignLocked(locked); });
 }
 
 void DzProperty::assignLocked(bool locked)

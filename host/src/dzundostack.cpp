@@ -93,7 +93,7 @@ public:
 
 private:
     ItemList m_items;
-    bool* m_running; // set here too, for views may run steps without asking the owner
+    bool* m_running; // set here, for views run steps without asking the owner
     bool m_pushed = false;
 };
 
@@ -197,7 +197,8 @@ void DzUndoStack::pushStep(Items items, const QString& caption)
 
 bool DzUndoStack::run(void (QUndoStack::*step)())
 {
-    const FlagScope runningScope(&m_running);
+    if (m_running)
+        return false;
     (m_stack.get()->*step)();
     return true;
 }
@@ -214,12 +215,12 @@ bool DzUndoStack::redo()
 
 bool DzUndoStack::canUndo() const
 {
-    return m_holds.empty() && !m_running && m_stack->canUndo();
+    return m_holds.empty() && m_stack->canUndo();
 }
 
 bool DzUndoStack::canRedo() const
 {
-    return m_holds.empty() && !m_running && m_stack->canRedo();
+    return m_holds.empty() && m_stack->canRedo();
 }
 
 QString DzUndoStack::getUndoCaption() const

@@ -20,7 +20,7 @@ bool isPlainNumber(const QString& text)
 
 DzVersion::DzVersion(quint16 major, quint16 minor, quint16 revision, quint16 build)
     : m_number(static_cast<quint64>(major) << 48 | static_cast<quint64>(minor) << 32
-          | static_cast<quint64>(revision) << 16 | build)
+        | static_cast<quint64>(revision) << 16 | build)
 {
 }
 
@@ -29,7 +29,7 @@ DzVersion DzVersion::fromString(const QString& text)
     const QStringList parts = text.split(QLatin1Char('.'));
     if (parts.size() > 4)
         return DzVersion();
-    quint16 numbers[4] = {0, 0, 0, 0};
+    quint16 numbers[4] = { 0, 0, 0, 0 };
     for (int i = 0; i < parts.size(); ++i) {
         bool ok = isPlainNumber(parts.at(i));
         numbers[i] = ok ? parts.at(i).toUShort(&ok) : quint16(0);

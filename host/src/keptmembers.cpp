@@ -88,7 +88,12 @@ void DzKeptMembers::readProperty(
                                       "its default is used and the file's value is kept")
                            .arg(place));
     }
-    if (members.hasKey(QString::fromLatin1(fullFormKey))) {
+    const bool isFullForm = members.hasKey(QString::fromLatin1(fullFormKey));
+    if (unusable.isEmpty() && !isFullForm) {
+        property->m_keptMembers.reset();
+        return;
+    }
+    if (isFullForm) {
         // Every member has a place, so that the file keeps its full form.
         property->m_keptMembers.reset(new DzSettings);
         for (int i = 0; i < count; ++i) {
@@ -105,23 +110,37 @@ void DzKeptMembers::readProperty(
 }
 
 void DzKeptMembers::writeProperty(
-    DzSettings* out, const DzProperty* property, const DzProperty* fresh)
+    DzSettings* out, const DzProperty* property, const DzPropertySettings* usual)
 {
     begin(out, property->m_keptMembers.get());
+    const bool isNewEntry = out->getNumValues() == 0;
     DzPropertySettings full;
     property->getAttributes(&full);
-    DzPropertySettings usual;
-    if (fresh)
-        fresh->getAttributes(&usual);
     for (int i = 0; i < full.getNumValues(); ++i) {
         const QString key = full.getKey(i);
-        const bool differs = !full.hasEqualValue(usual, key);
-        const bool isNew = !out->hasKey(key);
+        const bool differs = !usual || !full.hasEqualValueAt(i, *usual);
+        const bool isValue = key == QLatin1String(valueKey);
         // A value of the file that could not be used stands until the property is changed.
-        if (differs || isPlace(*out, key) || (isNew && key == QLatin1String(valueKey)))
+        const bool isWanted = isNewEntry
+            ? differs || isValue
+            : differs || isPlace(*out, key) || (isValue && !out->hasKey(key));
+        if (isWanted)
             full.copySetting(key, out);
     }
-    end(out);
+    if (!isNewEntry)
+        end(out);
+}
+
+const DzPropertySettings* DzFreshProperties::of(const DzProperty* property)
+{
+    if (!property)
+        return nullptr;
+    const auto known = m_descriptions.find(property);
+    if (known != m_descriptions.end())
+        return &known->second;
+    DzPropertySettings& description = m_descriptions[property];
+    property->getAttributes(&description);
+    return &description;
 }
 
 void DzKeptMembers::readParameter(
@@ -162,8 +181,8 @@ void DzKeptMembers::readParameter(
     param->m_keptMembers = std::move(kept);
 }
 
-void DzKeptMembers::writeParameter(
-    DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh)
+void DzKeptMembers::writeParameter(DzSettings* out, const DzBrickParam* param,
+    const DzBrickParam* fresh, DzFreshProperties* freshProperties)
 {
     begin(out, param->m_keptMembers.get());
     const QString labelKey = QStringLiteral("Label");
@@ -171,6 +190,26 @@ void DzKeptMembers::writeParameter(
         out->setStringValue(labelKey, param->getLabel());
     for (int i = 0; i < param->getNumProperties(); ++i)
         writeProperty(out->setSettingsValue(propertyKey(i)), param->getProperty(i),
-            fresh ? fresh->getProperty(i) : nullptr);
+            fresh ? freshProperties->of(fresh->getProperty(i)) : nullptr);
     end(out);
+}
+
+const DzSettings* DzKeptMembers::keptOf(const DzProperty* property)
+{
+    return property->m_keptMembers.get();
+}
+
+const DzSettings* DzKeptMembers::keptOf(const DzBrickParam* param)
+{
+    return param->m_keptMembers.get();
+}
+
+void DzKeptMembers::setKept(DzProperty* property, const DzSettings* kept)
+{
+    property->m_keptMembers.reset(kept ? new DzSettings(*kept) : nullptr);
+}
+
+void DzKeptMembers::setKept(DzBrickParam* param, const DzSettings* kept)
+{
+    param->m_keptMembers.reset(kept ? new DzSettings(*kept) : nullptr);
 }

@@ -2,14 +2,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "dzsettings.h"
+#include "dzpropertysettings.h"
 
 #include <functional>
 #include <memory>
+#include <unordered_map>
 
 class DzBrickParam;
 class DzProperty;
 class DzShaderBrick;
+
+/// How the properties of fresh bricks are described, asked once of each.
+class DzFreshProperties
+{
+public:
+    /// The full description of a property that lives as long as this; null for null.
+    const DzPropertySettings* of(const DzProperty* property);
+
+private:
+    std::unordered_map<const DzProperty*, DzPropertySettings> m_descriptions;
+};
 
 /// Keeps what a file holds and nobody understands, so that it is written back in its place.
 ///
@@ -34,13 +46,21 @@ public:
 
     /// Reads a property from its members in a file; `place` names it in warnings.
     static void readProperty(DzProperty* property, const DzSettings& members, const QString& place);
-    /// Writes a property: its value always, other members where they differ from those of `fresh`
-    /// (which may be null) or where the file that it was read from has them.
+    /// Writes a property: its value always, other members where they differ from `usual` (which
+    /// may be null) or where the file that it was read from has them.
     static void writeProperty(
-        DzSettings* out, const DzProperty* property, const DzProperty* fresh);
+        DzSettings* out, const DzProperty* property, const DzPropertySettings* usual);
+
+    /// What is kept for a property or parameter; null when nothing is.
+    static const DzSettings* keptOf(const DzProperty* property);
+    static const DzSettings* keptOf(const DzBrickParam* param);
+    /// Keeps a copy of `kept`, which may be null.
+    static void setKept(DzProperty* property, const DzSettings* kept);
+    static void setKept(DzBrickParam* param, const DzSettings* kept);
 
     /// Reads label and properties of a parameter.
     static void readParameter(DzBrickParam* param, const DzSettings& members, const QString& place);
-    static void writeParameter(
-        DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh);
+    /// Writes a parameter; `fresh` is the same one of a fresh brick, null when there is none.
+    static void writeParameter(DzSettings* out, const DzBrickParam* param,
+        const DzBrickParam* fresh, DzFreshProperties* freshProperties);
 };

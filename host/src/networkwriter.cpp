@@ -18,6 +18,9 @@
 
 namespace {
 
+/// From this many parameters on the keys of a brick are worth keeping.
+const int largeBrick = 64;
+
 /// True when `fresh` has the parameters of `brick`, one for one and in whatever order.
 bool hasSameParameters(const ParamKeys& keys, const ParamKeys& freshKeys)
 {
@@ -101,7 +104,7 @@ void DzNetworkWriter::writeAttributes(
         for (int i = 0; i < brick->getNumProperties(); ++i) {
             const DzProperty* property = brick->getProperty(i);
             DzKeptMembers::writeProperty(properties->setSettingsValue(property->getName()),
-                property, fresh->findProperty(property->getName()));
+                property, m_freshProperties.of(fresh->findProperty(property->getName())));
         }
         DzKeptMembers::end(properties);
     }
@@ -113,6 +116,7 @@ void DzNetworkWriter::writeParameters(
 {
     const ParamKeys keys(brick);
     BrickPtr own;
+    DzFreshProperties ownProperties;
     if (fresh && !hasSameParameters(keys, ParamKeys(fresh))) {
         own = freshWithAttributes(brick);
         fresh = own;
@@ -125,12 +129,13 @@ void DzNetworkWriter::writeParameters(
             const DzBrickParam* usual
                 = isSamePlace ? freshKeys.param(i) : freshKeys.find(keys.key(i));
             DzKeptMembers::writeParameter(
-                out->setSettingsValue(keys.key(i)), keys.param(i), usual);
+                out->setSettingsValue(keys.key(i)), keys.param(i), usual,
+                own ? &ownProperties : &m_freshProperties);
         }
     } else {
         for (int i = 0; i < keys.size(); ++i)
             DzKeptMembers::writeParameter(
-                out->setSettingsValue(keys.key(i)), keys.param(i), nullptr);
+                out->setSettingsValue(keys.key(i)), keys.param(i), nullptr, nullptr);
     }
     DzKeptMembers::end(out);
 }
@@ -159,6 +164,17 @@ DzNetworkWriter::BrickPtr DzNetworkWriter::freshWithAttributes(const DzShaderBri
     return fresh;
 }
 
+QString DzNetworkWriter::keyOf(const DzBrickParam* param)
+{
+    const DzShaderBrick* brick = param->getTopBrickOwner();
+    if (brick->getNumParameters() <= largeBrick)
+        return ParamKeys::keyOf(brick, param);
+    auto keys = m_largeBricks.constFind(brick);
+    if (keys == m_largeBricks.constEnd())
+        keys = m_largeBricks.insert(brick, ParamKeys(brick));
+    return keys->keyOf(param);
+}
+
 void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
 {
     QSet<uint> included;
@@ -174,14 +190,12 @@ void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
         } while (out->hasKey(key) && !DzKeptMembers::isPlace(*out, key));
         return key;
     };
-    QHash<const DzShaderBrick*, ParamKeys> outputKeys;
     for (const uint id : ids) {
         const DzShaderBrick* brick = m_user.getBrick(id);
         if (!brick)
             continue;
-        const ParamKeys keys(brick);
-        for (int i = 0; i < keys.size(); ++i) {
-            const DzBrickParam* input = keys.param(i);
+        for (int i = 0; i < brick->getNumParameters(); ++i) {
+            const DzBrickParam* input = brick->getParameter(i);
             if (input->isOutput())
                 continue;
             for (int k = 0; k < input->getNumConnections(); ++k) {
@@ -189,15 +203,12 @@ void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
                 const DzShaderBrick* source = output->getTopBrickOwner();
                 if (source->getBrickUser() != &m_user || !included.contains(source->getBrickID()))
                     continue;
-                auto outputKey = outputKeys.constFind(source);
-                if (outputKey == outputKeys.constEnd())
-                    outputKey = outputKeys.insert(source, ParamKeys(source));
                 DzSettings* link = out->setSettingsValue(nextKey());
                 link->setStringValue(NetworkKeys::sourceBrick(), NetworkKeys::brick(id));
                 link->setStringValue(
                     NetworkKeys::targetBrick(), NetworkKeys::brick(source->getBrickID()));
-                link->setStringValue(NetworkKeys::sourceParam(), keys.key(i));
-                link->setStringValue(NetworkKeys::targetParam(), outputKey->keyOf(output));
+                link->setStringValue(NetworkKeys::sourceParam(), keyOf(input));
+                link->setStringValue(NetworkKeys::targetParam(), keyOf(output));
             }
         }
     }

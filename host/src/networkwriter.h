@@ -3,6 +3,8 @@
 #pragma once
 
 #include "dzrefcounteditem.h"
+#include "keptmembers.h"
+#include "paramkeys.h"
 
 #include <QHash>
 #include <QList>
@@ -36,6 +38,12 @@ private:
     /// The same for this very brick: with the parameters that its attributes give it.
     BrickPtr freshWithAttributes(const DzShaderBrick* brick);
 
+    /// The key of a parameter of a brick that may have very many.
+    QString keyOf(const DzBrickParam* param);
+
     const DzDefaultBrickUser& m_user;
     QHash<QString, BrickPtr> m_fresh;
+    QHash<const DzShaderBrick*, ParamKeys> m_largeBricks;
+    /// How the properties of fresh bricks are described.
+    DzFreshProperties m_freshProperties;
 };

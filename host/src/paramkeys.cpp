@@ -6,43 +6,46 @@
 #include "dzbrickparam.h"
 #include "dzshaderbrick.h"
 
-#include <QSet>
-
 namespace {
 
+/// Up to this many parameters a search is cheaper than an index.
 const int manyParams = 16;
+
+QString numberedKey(const QString& name, int number)
+{
+    return name + QLatin1Char('#') + QString::number(number);
+}
 
 } // namespace
 
 ParamKeys::ParamKeys(const DzShaderBrick* brick)
+    : m_isIndexed(brick->getNumParameters() > manyParams)
 {
     const int count = brick->getNumParameters();
     m_entries.reserve(count);
     QHash<QString, int> lastNumbers;
-    QSet<QString> taken;
     for (int i = 0; i < count; ++i) {
         DzBrickParam* param = brick->getParameter(i);
-        const QString name = param->getArg(0);
-        QString key = name;
-        while (taken.contains(key)) {
+        QString key = param->getArg(0);
+        if (find(key)) {
+            const QString name = key;
             int& number = lastNumbers[name];
-            number = number == 0 ? 2 : number + 1;
-            key = QStringLiteral("%1#").arg(name) + QString::number(number);
+            number = qMax(number, 1);
+            do {
+                key = numberedKey(name, ++number);
+            } while (find(key));
         }
-        taken.insert(key);
         m_entries.append(Entry { key, param });
-    }
-    if (count <= manyParams)
-        return;
-    for (const Entry& entry : qAsConst(m_entries)) {
-        m_byKey.insert(entry.key, entry.param);
-        m_byParam.insert(entry.param, entry.key);
+        if (m_isIndexed) {
+            m_byKey.insert(key, param);
+            m_byParam.insert(param, key);
+        }
     }
 }
 
 DzBrickParam* ParamKeys::find(const QString& key) const
 {
-    if (!m_byKey.isEmpty())
+    if (m_isIndexed)
         return m_byKey.value(key);
     for (const Entry& entry : m_entries)
         if (entry.key == key)
@@ -52,10 +55,22 @@ DzBrickParam* ParamKeys::find(const QString& key) const
 
 QString ParamKeys::keyOf(const DzBrickParam* param) const
 {
-    if (!m_byParam.isEmpty())
+    if (m_isIndexed)
         return m_byParam.value(param);
     for (const Entry& entry : m_entries)
         if (entry.param == param)
             return entry.key;
     return QString();
+}
+
+QString ParamKeys::keyOf(const DzShaderBrick* brick, const DzBrickParam* param)
+{
+    // Equal names are rare: without one the key is the name.
+    const QString name = param->getArg(0);
+    for (int i = 0; i < brick->getNumParameters(); ++i) {
+        const DzBrickParam* other = brick->getParameter(i);
+        if (other != param && other->getArg(0).startsWith(name))
+            return ParamKeys(brick).keyOf(param);
+    }
+    return name;
 }

@@ -22,6 +22,8 @@ public:
     /// The parameter with this key, null when there is none.
     DzBrickParam* find(const QString& key) const;
     QString keyOf(const DzBrickParam* param) const;
+    /// The same for one parameter of a brick, without the keys of all others.
+    static QString keyOf(const DzShaderBrick* brick, const DzBrickParam* param);
 
 private:
     struct Entry {
@@ -30,7 +32,8 @@ private:
     };
 
     QVector<Entry> m_entries;
-    /// Filled only for bricks with so many parameters that searching costs more.
+    /// The indexes are filled only for bricks with so many parameters that searching costs more.
+    bool m_isIndexed;
     QHash<QString, DzBrickParam*> m_byKey;
     QHash<const DzBrickParam*, QString> m_byParam;
 };

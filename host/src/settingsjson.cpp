@@ -6,6 +6,8 @@
 #include "dzsettings.h"
 
 #include <QSet>
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -64,6 +66,11 @@ private:
     const char* m_position;
     const char** m_seen;
 };
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
 
 bool isWordCharacter(char c)
 {
@@ -134,6 +141,42 @@ QString fromUtf8(const char* text, std::size_t size)
     const QString rest = QString::fromUtf8(text, static_cast<int>(size));
     return marks == 0 ? rest : QString(marks, QChar::ByteOrderMark) + rest;
 }
+
+/// Gives equal texts one shared QString: a settings tree has few different keys, many times each.
+class TextCache
+{
+public:
+    QString text(const std::string& utf8)
+    {
+        if (utf8.empty() || utf8.size() > longestKept)
+            return fromUtf8(utf8.data(), utf8.size());
+        Slot& slot = m_slots[slotOf(utf8)];
+        if (slot.utf8 != utf8) {
+            slot.utf8 = utf8;
+            slot.text = fromUtf8(utf8.data(), utf8.size());
+        }
+        return slot.text;
+    }
+
+private:
+    struct Slot {
+        std::string utf8;
+        QString text;
+    };
+
+    static const std::size_t longestKept = 32;
+    static const std::size_t numSlots = 256;
+
+    static std::size_t slotOf(const std::string& utf8)
+    {
+        std::size_t mix = utf8.size();
+        for (const char c : utf8)
+            mix = mix * 31 + static_cast<unsigned char>(c);
+        return mix % numSlots;
+    }
+
+    std::array<Slot, numSlots> m_slots;
+};
 
 bool needsEscape(char c)
 {
@@ -220,7 +263,7 @@ public:
     bool string(const Json::string_t& value)
     {
         Node node(Node::String);
-        node.text = fromUtf8(value.data(), value.size());
+        node.text = m_texts.text(value);
         return add(std::move(node));
     }
     bool binary(const Json::binary_t&) { return false; } // never in a text
@@ -231,7 +274,7 @@ public:
     bool end_array() { return close(); }
     bool key(const Json::string_t& value)
     {
-        m_key = fromUtf8(value.data(), value.size());
+        m_key = m_texts.text(value);
         if (!isTaken(m_key))
             return true;
         return fail(startOfToken(m_text, m_seen),
@@ -260,6 +303,7 @@ private:
     const char* m_text;
     const char* m_end;
     const char* m_seen; ///< end of what the parser has taken
+    TextCache m_texts;
     Nodes m_nodes;
     std::vector<OpenContainer> m_open;
     QString m_key;
@@ -269,10 +313,8 @@ private:
 bool NodeBuilder::add(Node&& node)
 {
     if (m_open.empty() && node.kind != Node::Object) {
-        const char* place = m_text;
-        while (*place == ' ' || *place == '\t' || *place == '\n' || *place == '\r')
-            ++place;
-        return fail(place, QStringLiteral("the outermost value is no object"));
+        return fail(std::find_if_not(m_text, m_end, isBlank),
+            QStringLiteral("the outermost value is no object"));
     }
     if (!m_open.empty())
         ++m_nodes[m_open.back().node].numChildren;
@@ -449,8 +491,7 @@ QByteArray compacted(const Node& container)
             text += *at++;
         else if (*at == '"')
             inString = !inString;
-        const bool isBlank = *at == ' ' || *at == '\t' || *at == '\n' || *at == '\r';
-        if (inString || !isBlank)
+        if (inString || !isBlank(*at))
             text += *at;
     }
     return text;
@@ -596,7 +637,7 @@ bool settingsFromJson(const QByteArray& text, DzSettings* settings, QString* err
     const char* end = begin + text.size();
     if (text.startsWith("\xef\xbb\xbf"))
         begin += 3;
-    if (begin == end)
+    if (std::all_of(begin, end, isBlank))
         return fail(QStringLiteral("line 1, column 1: the text is empty"));
     // The parser takes it for the end of the text.
     const char* zero = std::find(begin, end, '\0');

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "Networks.h"
+#include "dzbrickuserfile.h"
+
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+namespace {
+
+void BM_SaveNetwork(benchmark::State& state)
+{
+    const Network network = buildMixedNetwork(static_cast<int>(state.range(0)));
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("network.sskn"));
+    DzBrickUserFile file;
+    for (auto _ : state)
+        require(file.save(path, network.user.get()), "save");
+    state.counters["MB"] = static_cast<double>(file.saveText(network.user.get()).size()) / 1e6;
+}
+
+void BM_LoadNetwork(benchmark::State& state)
+{
+    const Network network = buildMixedNetwork(static_cast<int>(state.range(0)));
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("network.sskn"));
+    DzBrickUserFile file;
+    require(file.save(path, network.user.get()), "save");
+    {
+        VireoBrickUser user;
+        require(file.load(path, &user) && file.getWarnings().isEmpty(), "load");
+        require(file.saveText(&user) == file.saveText(network.user.get()), "same bytes");
+    }
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto user = std::make_unique<VireoBrickUser>();
+        state.ResumeTiming();
+        require(file.load(path, user.get()), "load");
+        state.PauseTiming();
+        user.reset();
+        state.ResumeTiming();
+    }
+}
+
+/// Builds a network link by link, as a user or a script does.
+void BM_BuildChain(benchmark::State& state)
+{
+    for (auto _ : state) {
+        const Network network = buildScaleChain(static_cast<int>(state.range(0)));
+        benchmark::DoNotOptimize(network.root);
+    }
+}
+
+/// Memory of a network by the allocator's count, per brick.
+void BM_MemoryPerBrick(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    double bytes = 0;
+    for (auto _ : state) {
+        const size_t before = mallinfo2().uordblks;
+        const Network network = buildMixedNetwork(count);
+        bytes = static_cast<double>(mallinfo2().uordblks - before);
+        benchmark::DoNotOptimize(network.root);
+    }
+    state.counters["bytes_per_brick"] = bytes / count;
+}
+
+} // namespace
+
+BENCHMARK(BM_SaveNetwork)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LoadNetwork)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BuildChain)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_MemoryPerBrick)->Arg(1000)->Iterations(3)->Unit(benchmark::kMillisecond);

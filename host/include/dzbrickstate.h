@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+#include <memory>
+
+class DzShaderBrick;
+
+/// What an action may change in a brick: its attributes, its inputs with their values and order,
+/// and its links. Title, place and size on the canvas are not part of it.
+class DzBrickState
+{
+public:
+    /// The state that the brick is in now.
+    explicit DzBrickState(const DzShaderBrick* brick);
+    ~DzBrickState();
+
+    /// Brings the brick back into this state, without undo. Inputs may be made anew; links to
+    /// inputs that are not there any more are left out.
+    void restore(DzShaderBrick* brick) const;
+
+    bool operator==(const DzBrickState& other) const;
+    bool operator!=(const DzBrickState& other) const { return !(*this == other); }
+
+private:
+    struct Data;
+
+    std::unique_ptr<Data> m_data;
+};
+
+/// Makes one undo step of whatever happens to one brick in a scope, such as running an action or
+/// changing a property that makes and removes inputs. Meanwhile the undo stack is locked. Without
+/// accept() the brick is taken back to what it was.
+class DzBrickStateHold
+{
+public:
+    explicit DzBrickStateHold(DzShaderBrick* brick);
+    ~DzBrickStateHold();
+
+    /// Keeps the changes, as one step under this caption; no step when there are none.
+    void accept(const QString& caption);
+
+private:
+    DzBrickStateHold(const DzBrickStateHold&) = delete;
+    DzBrickStateHold& operator=(const DzBrickStateHold&) = delete;
+
+    DzShaderBrick* m_brick;
+    std::unique_ptr<DzBrickState> m_before;
+};
