@@ -41,6 +41,9 @@ int main(int argc, char** argv)
     // Numbers with a comma must never reach text or files.
     if (qEnvironmentVariableIsSet("VIREO_TEST_COMMA_LOCALE"))
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    // Windows of tests are drawn nowhere unless somebody wants to look at them.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     qInstallMessageHandler(failOnConnectWarning);
     DzApp host;
