@@ -57,7 +57,8 @@ void NumberedPairs::readCount(const DzSettings* attributes)
 void NumberedPairs::matchCount()
 {
     DzUndoStackLock lock;
-    const int count = m_count ? m_count->getValue() : 0;
+    // A file may take the clamping away.
+    const int count = m_count ? qBound(0, m_count->getValue(), maximumCount) : 0;
     for (int i = 1; i <= count; ++i)
         completePair(i);
     while (m_pairs.size() > count) {

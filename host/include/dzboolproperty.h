@@ -20,6 +20,7 @@ public:
 
     QString getValueText() const override;
     bool setValueText(const QString& text, QString* error) override;
+    void writeValue(DzSettings* settings) const override;
     bool readAttribute(const DzSettings& settings, const QString& key) override;
 
 protected:

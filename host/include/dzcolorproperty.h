@@ -24,6 +24,7 @@ public:
     /// are read too.
     QString getValueText() const override;
     bool setValueText(const QString& text, QString* error) override;
+    void writeValue(DzSettings* settings) const override;
     bool readAttribute(const DzSettings& settings, const QString& key) override;
 
 protected:

@@ -31,6 +31,8 @@ public:
     void resetToDefault() override { setValue(m_default); }
     QString getValueText() const override;
     bool setValueText(const QString& text, QString* error) override;
+    void writeValue(DzSettings* settings) const override;
+    bool isDescribedLike(const DzProperty* other) const override;
     bool readAttribute(const DzSettings& settings, const QString& key) override;
 
 protected:

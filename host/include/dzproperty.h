@@ -67,6 +67,11 @@ public:
 
     /// Writes everything that describes the property, in the order of the host's files.
     virtual void getAttributes(DzPropertySettings* settings) const;
+    /// Writes the member "Value" of getAttributes() alone.
+    virtual void writeValue(DzSettings* settings) const = 0;
+    /// True when getAttributes() gives the same for both but for the value. `other` is of the same
+    /// class. This is the fast form of writing and comparing both.
+    virtual bool isDescribedLike(const DzProperty* other) const;
     /// Reads what getAttributes() wrote. The user flag is read only when the settings hold true
     /// under "ForceSetUser".
     void setAttributes(const DzPropertySettings* settings);

@@ -72,8 +72,6 @@ public:
     bool isEqual(const DzSettings& other) const;
     /// True when both have the same value, or none, under `key`.
     bool hasEqualValue(const DzSettings& other, const QString& key) const;
-    /// The same for value `index`, faster when `other` has that key in the same place.
-    bool hasEqualValueAt(int index, const DzSettings& other) const;
 
 private:
     struct Entry {

@@ -24,6 +24,7 @@ public:
     bool setValueText(const QString& text, QString* error) override;
     void copyFrom(const DzProperty* other) override;
     void getAttributes(DzPropertySettings* settings) const override;
+    void writeValue(DzSettings* settings) const override;
     bool readAttribute(const DzSettings& settings, const QString& key) override;
 
 protected:

@@ -37,8 +37,13 @@ DzProperty* DzBoolProperty::createSimilar() const
 
 void DzBoolProperty::getValueAttributes(DzPropertySettings* settings) const
 {
-    settings->setBoolValue(QStringLiteral("Value"), getBoolValue());
+    writeValue(settings);
     settings->setBoolValue(QStringLiteral("DefaultValue"), getDefaultBoolValue());
+}
+
+void DzBoolProperty::writeValue(DzSettings* settings) const
+{
+    settings->setBoolValue(QStringLiteral("Value"), getBoolValue());
 }
 
 bool DzBoolProperty::readAttribute(const DzSettings& settings, const QString& key)

@@ -128,8 +128,13 @@ DzProperty* DzColorProperty::createSimilar() const
 
 void DzColorProperty::getValueAttributes(DzPropertySettings* settings) const
 {
-    writeColor(settings, QStringLiteral("Value"), getColorValue());
+    writeValue(settings);
     writeColor(settings, QStringLiteral("DefaultValue"), getDefaultColorValue());
+}
+
+void DzColorProperty::writeValue(DzSettings* settings) const
+{
+    writeColor(settings, QStringLiteral("Value"), getColorValue());
 }
 
 bool DzColorProperty::readAttribute(const DzSettings& settings, const QString& key)

@@ -37,11 +37,13 @@ bool failReading(const QString& path, const QString& cause, const QString& advic
 
 bool failWithFileError(const QString& path, const QFileDevice& file, QString* error)
 {
-    const bool isForbidden = file.error() == QFileDevice::PermissionsError;
-    return failWriting(path, file.errorString(),
-        isForbidden ? text("change its permissions or choose another place")
-                    : text("free some space or choose another place"),
-        error);
+    return failWriting(
+        path, file.errorString(), text("free some space or choose another place"), error);
+}
+
+bool failForbidden(const QString& path, const QString& cause, QString* error)
+{
+    return failWriting(path, cause, text("change the permissions or choose another place"), error);
 }
 
 /// Names below these folders stand for what a process has open, even where that is a file.
@@ -60,6 +62,20 @@ QString followLinks(const QString& path)
     return info.filePath();
 }
 
+/// Writes to an unbuffered file. A disk that fills up takes a part first: only writing the rest
+/// gives the cause.
+bool writeAll(QFileDevice* file, const QByteArray& data)
+{
+    qint64 done = 0;
+    while (done < data.size()) {
+        const qint64 written = file->write(data.constData() + done, data.size() - done);
+        if (written <= 0)
+            return false;
+        done += written;
+    }
+    return true;
+}
+
 /// Writes to what is there: a pipe or a device must never be replaced by a file.
 bool writeDirectly(const QString& path, const QByteArray& data, QString* error)
 {
@@ -68,7 +84,7 @@ bool writeDirectly(const QString& path, const QByteArray& data, QString* error)
     // Standard output may be a file that others have written to before.
     if (QFileInfo(path).isFile())
         mode |= QIODevice::Append;
-    if (!file.open(mode) || file.write(data) != data.size())
+    if (!file.open(mode) || !writeAll(&file, data))
         return failWithFileError(path, file, error);
     return true;
 }
@@ -80,10 +96,12 @@ bool replaceFile(const QString& path, const QString& target, const QByteArray& d
         return failWriting(path, text("there is no such folder"),
             text("make the folder or choose another place"), error);
     if (info.exists() && !info.isWritable())
-        return failWriting(path, text("it is write-protected"),
-            text("change its permissions or choose another place"), error);
+        return failForbidden(path, text("it is write-protected"), error);
+    if (!QFileInfo(info.absolutePath()).isWritable())
+        return failForbidden(path, text("its folder is write-protected"), error);
     QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeAll(&file, data)
+        || !file.commit())
         return failWithFileError(path, file, error);
     return true;
 }
@@ -104,6 +122,9 @@ bool dzWriteFile(const QString& path, const QByteArray& data, QString* error)
     if (path.isEmpty() || info.isDir())
         return failWriting(path, path.isEmpty() ? text("it has no name") : text("it is a folder"),
             text("name a file"), error);
+    if (info.isSymLink() && !isSystemPath(target))
+        return failWriting(
+            path, text("its links go in a circle"), text("choose another place"), error);
     if (isSystemPath(target) || (info.exists() && !info.isFile()))
         return writeDirectly(path, data, error);
     return replaceFile(path, target, data, error);

@@ -38,7 +38,9 @@ float DzFloatProperty::admissible(float value) const
         return value;
     if (std::isnan(value))
         return m_value;
-    return value < m_min ? m_min : value > m_max ? m_max : value;
+    // The lower limit counts where a file has the two the wrong way round.
+    const float below = value > m_max ? m_max : value;
+    return below < m_min ? m_min : below;
 }
 
 void DzFloatProperty::setValue(float value)
@@ -133,8 +135,21 @@ void DzFloatProperty::getValueAttributes(DzPropertySettings* settings) const
     settings->setFloatValue(QStringLiteral("Min"), static_cast<double>(m_min));
     settings->setFloatValue(QStringLiteral("Max"), static_cast<double>(m_max));
     settings->setFloatValue(QStringLiteral("Sensitivity"), static_cast<double>(m_sensitivity));
-    settings->setFloatValue(QStringLiteral("Value"), static_cast<double>(m_value));
+    writeValue(settings);
     settings->setFloatValue(QStringLiteral("DefaultValue"), static_cast<double>(m_default));
+}
+
+void DzFloatProperty::writeValue(DzSettings* settings) const
+{
+    settings->setFloatValue(QStringLiteral("Value"), static_cast<double>(m_value));
+}
+
+bool DzFloatProperty::isDescribedLike(const DzProperty* other) const
+{
+    auto* number = static_cast<const DzFloatProperty*>(other);
+    return sameValue(m_default, number->m_default) && m_min == number->m_min
+        && m_max == number->m_max && m_sensitivity == number->m_sensitivity
+        && DzNumericProperty::isDescribedLike(other);
 }
 
 bool DzFloatProperty::readAttribute(const DzSettings& settings, const QString& key)

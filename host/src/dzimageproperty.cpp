@@ -71,6 +71,11 @@ DzProperty* DzImageProperty::createSimilar() const
 void DzImageProperty::getAttributes(DzPropertySettings* settings) const
 {
     DzProperty::getAttributes(settings);
+    writeValue(settings);
+}
+
+void DzImageProperty::writeValue(DzSettings* settings) const
+{
     settings->setStringValue(QStringLiteral("Value"), getFilename());
 }
 

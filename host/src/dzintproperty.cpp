@@ -20,7 +20,9 @@ int DzIntProperty::admissible(int value) const
 {
     if (!isClamped())
         return value;
-    return value < m_min ? m_min : value > m_max ? m_max : value;
+    // The lower limit counts where a file has the two the wrong way round.
+    const int below = value > m_max ? m_max : value;
+    return below < m_min ? m_min : below;
 }
 
 void DzIntProperty::setValue(int value)
@@ -114,8 +116,20 @@ void DzIntProperty::getValueAttributes(DzPropertySettings* settings) const
 {
     settings->setIntValue(QStringLiteral("Min"), m_min);
     settings->setIntValue(QStringLiteral("Max"), m_max);
-    settings->setIntValue(QStringLiteral("Value"), m_value);
+    writeValue(settings);
     settings->setIntValue(QStringLiteral("DefaultValue"), m_default);
+}
+
+void DzIntProperty::writeValue(DzSettings* settings) const
+{
+    settings->setIntValue(QStringLiteral("Value"), m_value);
+}
+
+bool DzIntProperty::isDescribedLike(const DzProperty* other) const
+{
+    auto* number = static_cast<const DzIntProperty*>(other);
+    return m_default == number->m_default && m_min == number->m_min && m_max == number->m_max
+        && DzNumericProperty::isDescribedLike(other);
 }
 
 bool DzIntProperty::readAttribute(const DzSettings& settings, const QString& key)

@@ -91,6 +91,15 @@ void DzNumericProperty::getAttributes(DzPropertySettings* settings) const
         settings->setStringValue(QStringLiteral("MapImage"), m_map->getFilename());
 }
 
+bool DzNumericProperty::isDescribedLike(const DzProperty* other) const
+{
+    auto* numeric = static_cast<const DzNumericProperty*>(other);
+    // One texture stands for one file name, so that comparing the textures is enough.
+    return m_clamped == numeric->m_clamped && m_mappable == numeric->m_mappable
+        && static_cast<DzTexture*>(m_map) == static_cast<DzTexture*>(numeric->m_map)
+        && DzProperty::isDescribedLike(other);
+}
+
 bool DzNumericProperty::readAttribute(const DzSettings& settings, const QString& key)
 {
     const int index = settings.getSettingIndex(key);

@@ -218,6 +218,13 @@ void DzProperty::getAttributes(DzPropertySettings* settings) const
     settings->setBoolValue(QStringLiteral("Locked"), m_locked);
 }
 
+bool DzProperty::isDescribedLike(const DzProperty* other) const
+{
+    return m_locked == other->m_locked && m_hidden == other->m_hidden
+        && m_userProperty == other->m_userProperty && m_canAnimate == other->m_canAnimate
+        && m_label == other->m_label && m_path == other->m_path;
+}
+
 void DzProperty::setAttributes(const DzPropertySettings* settings)
 {
     if (!settings)

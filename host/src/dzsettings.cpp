@@ -313,15 +313,6 @@ bool DzSettings::isEqual(const DzSettings& other) const
     return true;
 }
 
-bool DzSettings::hasEqualValueAt(int index, const DzSettings& other) const
-{
-    const Entry& mine = m_entries.at(index);
-    if (index < other.m_entries.size() && other.m_entries.at(index).key == mine.key)
-        return entriesEqual(mine, other.m_entries.at(index));
-    const Entry* theirs = other.find(mine.key);
-    return theirs && entriesEqual(mine, *theirs);
-}
-
 bool DzSettings::hasEqualValue(const DzSettings& other, const QString& key) const
 {
     const Entry* mine = find(key);

@@ -56,6 +56,11 @@ DzProperty* DzStringProperty::createSimilar() const
 void DzStringProperty::getAttributes(DzPropertySettings* settings) const
 {
     DzProperty::getAttributes(settings);
+    writeValue(settings);
+}
+
+void DzStringProperty::writeValue(DzSettings* settings) const
+{
     settings->setStringValue(QStringLiteral("Value"), m_value);
 }
 

@@ -110,37 +110,28 @@ void DzKeptMembers::readProperty(
 }
 
 void DzKeptMembers::writeProperty(
-    DzSettings* out, const DzProperty* property, const DzPropertySettings* usual)
+    DzSettings* out, const DzProperty* property, const DzProperty* fresh)
 {
+    // By far the most properties differ from a fresh brick's in nothing but the value.
+    if (!property->m_keptMembers && fresh && property->isDescribedLike(fresh)) {
+        property->writeValue(out);
+        return;
+    }
     begin(out, property->m_keptMembers.get());
-    const bool isNewEntry = out->getNumValues() == 0;
     DzPropertySettings full;
     property->getAttributes(&full);
+    DzPropertySettings usual;
+    if (fresh)
+        fresh->getAttributes(&usual);
     for (int i = 0; i < full.getNumValues(); ++i) {
         const QString key = full.getKey(i);
-        const bool differs = !usual || !full.hasEqualValueAt(i, *usual);
-        const bool isValue = key == QLatin1String(valueKey);
+        const bool isNew = !out->hasKey(key);
         // A value of the file that could not be used stands until the property is changed.
-        const bool isWanted = isNewEntry
-            ? differs || isValue
-            : differs || isPlace(*out, key) || (isValue && !out->hasKey(key));
-        if (isWanted)
+        if (!full.hasEqualValue(usual, key) || isPlace(*out, key)
+            || (isNew && key == QLatin1String(valueKey)))
             full.copySetting(key, out);
     }
-    if (!isNewEntry)
-        end(out);
-}
-
-const DzPropertySettings* DzFreshProperties::of(const DzProperty* property)
-{
-    if (!property)
-        return nullptr;
-    const auto known = m_descriptions.find(property);
-    if (known != m_descriptions.end())
-        return &known->second;
-    DzPropertySettings& description = m_descriptions[property];
-    property->getAttributes(&description);
-    return &description;
+    end(out);
 }
 
 void DzKeptMembers::readParameter(
@@ -181,8 +172,8 @@ void DzKeptMembers::readParameter(
     param->m_keptMembers = std::move(kept);
 }
 
-void DzKeptMembers::writeParameter(DzSettings* out, const DzBrickParam* param,
-    const DzBrickParam* fresh, DzFreshProperties* freshProperties)
+void DzKeptMembers::writeParameter(
+    DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh)
 {
     begin(out, param->m_keptMembers.get());
     const QString labelKey = QStringLiteral("Label");
@@ -190,7 +181,7 @@ void DzKeptMembers::writeParameter(DzSettings* out, const DzBrickParam* param,
         out->setStringValue(labelKey, param->getLabel());
     for (int i = 0; i < param->getNumProperties(); ++i)
         writeProperty(out->setSettingsValue(propertyKey(i)), param->getProperty(i),
-            fresh ? freshProperties->of(fresh->getProperty(i)) : nullptr);
+            fresh ? fresh->getProperty(i) : nullptr);
     end(out);
 }
 

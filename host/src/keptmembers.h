@@ -2,26 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "dzpropertysettings.h"
+#include "dzsettings.h"
 
 #include <functional>
 #include <memory>
-#include <unordered_map>
 
 class DzBrickParam;
 class DzProperty;
 class DzShaderBrick;
-
-/// How the properties of fresh bricks are described, asked once of each.
-class DzFreshProperties
-{
-public:
-    /// The full description of a property that lives as long as this; null for null.
-    const DzPropertySettings* of(const DzProperty* property);
-
-private:
-    std::unordered_map<const DzProperty*, DzPropertySettings> m_descriptions;
-};
 
 /// Keeps what a file holds and nobody understands, so that it is written back in its place.
 ///
@@ -46,10 +34,10 @@ public:
 
     /// Reads a property from its members in a file; `place` names it in warnings.
     static void readProperty(DzProperty* property, const DzSettings& members, const QString& place);
-    /// Writes a property: its value always, other members where they differ from `usual` (which
-    /// may be null) or where the file that it was read from has them.
+    /// Writes a property: its value always, other members where they differ from those of `fresh`
+    /// (which may be null) or where the file that it was read from has them.
     static void writeProperty(
-        DzSettings* out, const DzProperty* property, const DzPropertySettings* usual);
+        DzSettings* out, const DzProperty* property, const DzProperty* fresh);
 
     /// What is kept for a property or parameter; null when nothing is.
     static const DzSettings* keptOf(const DzProperty* property);
@@ -61,6 +49,6 @@ public:
     /// Reads label and properties of a parameter.
     static void readParameter(DzBrickParam* param, const DzSettings& members, const QString& place);
     /// Writes a parameter; `fresh` is the same one of a fresh brick, null when there is none.
-    static void writeParameter(DzSettings* out, const DzBrickParam* param,
-        const DzBrickParam* fresh, DzFreshProperties* freshProperties);
+    static void writeParameter(
+        DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh);
 };

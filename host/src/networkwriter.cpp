@@ -32,6 +32,24 @@ bool hasSameParameters(const ParamKeys& keys, const ParamKeys& freshKeys)
     return true;
 }
 
+/// Keeps the application from telling anybody anything for a scope.
+class SilentScope
+{
+public:
+    SilentScope()
+        : m_before(dzApp->getMessageHandler())
+    {
+        dzApp->setMessageHandler([](DzApp::MessageType, const QString&) {});
+    }
+    ~SilentScope() { dzApp->setMessageHandler(m_before); }
+
+private:
+    SilentScope(const SilentScope&) = delete;
+    SilentScope& operator=(const SilentScope&) = delete;
+
+    DzApp::MessageHandler m_before;
+};
+
 } // namespace
 
 DzNetworkWriter::DzNetworkWriter(const DzDefaultBrickUser& user)
@@ -104,7 +122,7 @@ void DzNetworkWriter::writeAttributes(
         for (int i = 0; i < brick->getNumProperties(); ++i) {
             const DzProperty* property = brick->getProperty(i);
             DzKeptMembers::writeProperty(properties->setSettingsValue(property->getName()),
-                property, m_freshProperties.of(fresh->findProperty(property->getName())));
+                property, fresh->findProperty(property->getName()));
         }
         DzKeptMembers::end(properties);
     }
@@ -116,7 +134,6 @@ void DzNetworkWriter::writeParameters(
 {
     const ParamKeys keys(brick);
     BrickPtr own;
-    DzFreshProperties ownProperties;
     if (fresh && !hasSameParameters(keys, ParamKeys(fresh))) {
         own = freshWithAttributes(brick);
         fresh = own;
@@ -129,13 +146,12 @@ void DzNetworkWriter::writeParameters(
             const DzBrickParam* usual
                 = isSamePlace ? freshKeys.param(i) : freshKeys.find(keys.key(i));
             DzKeptMembers::writeParameter(
-                out->setSettingsValue(keys.key(i)), keys.param(i), usual,
-                own ? &ownProperties : &m_freshProperties);
+                out->setSettingsValue(keys.key(i)), keys.param(i), usual);
         }
     } else {
         for (int i = 0; i < keys.size(); ++i)
             DzKeptMembers::writeParameter(
-                out->setSettingsValue(keys.key(i)), keys.param(i), nullptr, nullptr);
+                out->setSettingsValue(keys.key(i)), keys.param(i), nullptr);
     }
     DzKeptMembers::end(out);
 }
@@ -157,6 +173,8 @@ const DzShaderBrick* DzNetworkWriter::freshBrick(const QString& className)
 DzNetworkWriter::BrickPtr DzNetworkWriter::freshWithAttributes(const DzShaderBrick* brick)
 {
     DzUndoStackLock lock;
+    // What cannot be understood was told when it was read.
+    const SilentScope silence;
     BrickPtr fresh(qobject_cast<DzShaderBrick*>(dzApp->createInstance(brick->getStoredClassName())));
     DzSettings attributes;
     brick->getAttributes(&attributes);

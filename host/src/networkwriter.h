@@ -3,7 +3,6 @@
 #pragma once
 
 #include "dzrefcounteditem.h"
-#include "keptmembers.h"
 #include "paramkeys.h"
 
 #include <QHash>
@@ -44,6 +43,4 @@ private:
     const DzDefaultBrickUser& m_user;
     QHash<QString, BrickPtr> m_fresh;
     QHash<const DzShaderBrick*, ParamKeys> m_largeBricks;
-    /// How the properties of fresh bricks are described.
-    DzFreshProperties m_freshProperties;
 };

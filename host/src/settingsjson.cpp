@@ -545,6 +545,7 @@ private:
     void writeLines(const DzSettings& settings, int outerIndent);
     void writeMember(const DzSettings& settings, int index, int indent);
     void writeNested(const DzSettings* nested, int indent);
+    void writeString(const QString& text);
     void writeFloat(double value);
 
     QByteArray m_text;
@@ -564,11 +565,11 @@ void SettingsWriter::writeLines(const DzSettings& settings, int outerIndent)
 void SettingsWriter::writeMember(const DzSettings& settings, int index, int indent)
 {
     const QString key = settings.getKey(index);
-    m_text += jsonString(key);
+    writeString(key);
     m_text += ": ";
     switch (settings.getValueType(index)) {
     case DzSettings::StringValue:
-        m_text += jsonString(settings.getStringValue(key));
+        writeString(settings.getStringValue(key));
         break;
     case DzSettings::IntValue:
         m_text += "[\"i\", " + QByteArray::number(settings.getIntValue(key)) + ']';
@@ -600,7 +601,9 @@ void SettingsWriter::writeNested(const DzSettings* nested, int indent)
             = nested->getNumValues() == 1 && nested->getValueType(0) == DzSettings::SettingsValue;
         if (chained) {
             const QString key = nested->getKey(0);
-            m_text += ' ' + jsonString(key) + ": ";
+            m_text += ' ';
+            writeString(key);
+            m_text += ": ";
             nested = nested->getSettingsValue(key);
         }
     }
@@ -616,6 +619,26 @@ void SettingsWriter::writeNested(const DzSettings* nested, int indent)
     m_text += "} }";
     while (--depth > 0)
         m_text += " } }";
+}
+
+void SettingsWriter::writeString(const QString& text)
+{
+    const auto isPlain = [](QChar c) {
+        return c >= QLatin1Char(' ') && c < QChar(0x7f) && c != QLatin1Char('"')
+            && c != QLatin1Char('\\');
+    };
+    if (!std::all_of(text.begin(), text.end(), isPlain)) {
+        m_text += jsonString(text);
+        return;
+    }
+    // Nearly all strings are plain: they need no conversion of their own.
+    const int start = m_text.size();
+    m_text.resize(start + text.size() + 2);
+    char* out = m_text.data() + start;
+    *out++ = '"';
+    for (const QChar c : text)
+        *out++ = c.toLatin1();
+    *out = '"';
 }
 
 void SettingsWriter::writeFloat(double value)

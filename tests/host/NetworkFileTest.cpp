@@ -9,6 +9,7 @@
 #include "dzfloatproperty.h"
 #include "dzintproperty.h"
 #include "dzstringproperty.h"
+#include "dzundostack.h"
 #include "dzunknownbrick.h"
 #include "dzvec3param.h"
 #include "settingsjson.h"
@@ -525,7 +526,6 @@ TEST_F(NetworkFileTest, everyKindOfPropertyKeepsAValueThatIsNone)
 
 TEST_F(NetworkFileTest, enumerationIndexWithoutItemIsKeptAndTheDefaultUsed)
 {
-    const QByteArray parameters = R"("result":{},"octaves":{"Prop_0":{"Value":["i",8]}})";
     ASSERT_TRUE(load(network(brick("Brick_1", "VireoTexFltCheckerboardBrick", plainAttributes,
         R"("aamode":{"Prop_0":{"Value":["i",3]}},"mapping":{"Prop_0":{"Value":["i",-1]}})"))));
     EXPECT_EQ(
@@ -556,6 +556,17 @@ TEST_F(NetworkFileTest, customInputOfUnknownKindMakesNoInputAndIsRewrittenAfterT
         = withEntries("\"para0\":" + known + ",\"para1\":" + odd + ",\"note\":7");
     EXPECT_TEXT(QString::fromUtf8(tidied(expected)), QString::fromUtf8(file.saveText(&user)));
     EXPECT_SAVED_AS_READ(expected);
+}
+
+TEST_F(NetworkFileTest, savingWarnsOfNothingAgain)
+{
+    ASSERT_TRUE(load(network(brick("Brick_1", "VireoTexFltScaleBrick",
+        R"("VireoExtCustomParameters":{"para0":{"Name":"c","ExtTypeID":1009},"note":7},"BrickSettings":{})",
+        "\"c\":{\"Prop_0\":{\"Value\":\"x\"}}"))));
+    EXPECT_EQ(file.getWarnings().size(), 2);
+    const Warnings warnings;
+    file.saveText(&user);
+    EXPECT_EQ(warnings.messages, QStringList());
 }
 
 // Unknown classes -----------------------------------------------------------------------------
@@ -595,7 +606,7 @@ TEST_F(NetworkFileTest, brickOfUnknownClassIsKeptWithItsLinksAndNamed)
 TEST_F(NetworkFileTest, inputFedByABrickOfUnknownClassWritesNothing)
 {
     ASSERT_TRUE(load(strangeNetwork()));
-    EXPECT_TEXT(QStringLiteral("Texture \"Lm_texture1\" \"float\" \"scale\"\n"
+    EXPECT_TEXT(QStringLiteral("\nTexture \"Lm_texture1\" \"float\" \"scale\"\n"
                                "\t\"float   tex2\" [1]\n"),
         literalText(brickAt(2)));
 }

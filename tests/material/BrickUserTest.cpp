@@ -5,7 +5,9 @@
 #include "dzbrickparam.h"
 #include "dzfloatproperty.h"
 #include "dztexture.h"
+#include "dzundostack.h"
 
+#include <QPointer>
 #include <QSignalSpy>
 #include <memory>
 
@@ -19,6 +21,12 @@ public:
     QString getDefaultCategory() const override { return QString(); }
     DzBrickSet::ShaderType type() const override { return DzBrickSet::None; }
 };
+
+/// The brick that a signal told of.
+const DzShaderBrick* toldBrick(const QSignalSpy& spy)
+{
+    return spy.first().first().value<DzShaderBrick*>();
+}
 
 QStringList classesOf(const VireoBrickUser& user)
 {
@@ -37,9 +45,16 @@ DzFloatProperty* addNumber(DzElement& element, const char* name, float value)
     return number;
 }
 
+class BrickUserTest : public testing::Test
+{
+protected:
+    /// A spy keeps arguments of registered types only.
+    static void SetUpTestSuite() { qRegisterMetaType<DzShaderBrick*>("DzShaderBrick*"); }
+};
+
 } // namespace
 
-TEST(BrickUserTest, aNewUserIsEmptyAndHasItsNames)
+TEST_F(BrickUserTest, aNewUserIsEmptyAndHasItsNames)
 {
     const VireoBrickUser user;
     EXPECT_EQ(user.getNumBricks(), 0);
@@ -54,7 +69,7 @@ TEST(BrickUserTest, aNewUserIsEmptyAndHasItsNames)
     EXPECT_TRUE(user.shouldAlwaysEmbed());
 }
 
-TEST(BrickUserTest, aUserComesFromItsFactoryAndFromAnother)
+TEST_F(BrickUserTest, aUserComesFromItsFactoryAndFromAnother)
 {
     QObject* made = dzApp->createInstance(QStringLiteral("VireoBrickUser"));
     const DzTSharedPointer<VireoBrickUser> user(qobject_cast<VireoBrickUser*>(made));
@@ -67,7 +82,7 @@ TEST(BrickUserTest, aUserComesFromItsFactoryAndFromAnother)
     EXPECT_EQ(other->getBrickUserElement()->className(), QStringLiteral("VireoBrickUser"));
 }
 
-TEST(BrickUserTest, theViewportMaterialStaysBlackAndOpaque)
+TEST_F(BrickUserTest, theViewportMaterialStaysBlackAndOpaque)
 {
     VireoBrickUser user;
     const DzTexturePtr map(new DzTexture(QStringLiteral("maps/wood.png")));
@@ -83,7 +98,7 @@ TEST(BrickUserTest, theViewportMaterialStaysBlackAndOpaque)
     EXPECT_FALSE(user.isOpacityMappable());
 }
 
-TEST(BrickUserTest, aBrickOfTheHostIsRefused)
+TEST_F(BrickUserTest, aBrickOfTheHostIsRefused)
 {
     VireoBrickUser user;
     HostBrick foreign;
@@ -96,7 +111,7 @@ TEST(BrickUserTest, aBrickOfTheHostIsRefused)
     EXPECT_EQ(added.count(), 0);
 }
 
-TEST(BrickUserTest, addingABrickIsToldOnce)
+TEST_F(BrickUserTest, addingABrickIsToldOnce)
 {
     VireoBrickUser user;
     const BrickPtr brick = makeBrick("VireoMatMatteBrick");
@@ -104,7 +119,7 @@ TEST(BrickUserTest, addingABrickIsToldOnce)
     QSignalSpy added(&user, SIGNAL(brickAdded(DzShaderBrick*)));
     EXPECT_EQ(user.addBrick(brick), 1u);
     ASSERT_EQ(added.count(), 1);
-    EXPECT_EQ(added.first().first().value<DzShaderBrick*>(), brick);
+    EXPECT_EQ(toldBrick(added), brick);
     EXPECT_EQ(user.getBrick(1), brick);
     EXPECT_EQ(brick->getBrickUser(), static_cast<IDzBrickUser*>(&user));
     // It is there already.
@@ -113,7 +128,7 @@ TEST(BrickUserTest, addingABrickIsToldOnce)
     EXPECT_EQ(user.getNumBricks(), 1);
 }
 
-TEST(BrickUserTest, deletingABrickIsToldAndTakesItsLinks)
+TEST_F(BrickUserTest, deletingABrickIsToldAndTakesItsLinks)
 {
     VireoBrickUser user;
     VireoBrickBase* root = addBrick(user, "VireoRootBrick");
@@ -123,7 +138,7 @@ TEST(BrickUserTest, deletingABrickIsToldAndTakesItsLinks)
     QSignalSpy removed(&user, SIGNAL(brickRemoved(DzShaderBrick*)));
     EXPECT_TRUE(user.deleteBrick(matte));
     ASSERT_EQ(removed.count(), 1);
-    EXPECT_EQ(removed.first().first().value<DzShaderBrick*>(), matte);
+    EXPECT_EQ(toldBrick(removed), matte);
     EXPECT_EQ(matte->getBrickUser(), nullptr);
     EXPECT_EQ(param(root, "material")->getNumConnections(), 0);
     EXPECT_FALSE(user.deleteBrick(matte));
@@ -132,7 +147,7 @@ TEST(BrickUserTest, deletingABrickIsToldAndTakesItsLinks)
     EXPECT_EQ(classesOf(user), QStringList({ QStringLiteral("VireoRootBrick") }));
 }
 
-TEST(BrickUserTest, numbersAreNotGivenTwice)
+TEST_F(BrickUserTest, numbersAreNotGivenTwice)
 {
     VireoBrickUser user;
     addBrick(user, "VireoRootBrick");
@@ -140,7 +155,7 @@ TEST(BrickUserTest, numbersAreNotGivenTwice)
     EXPECT_EQ(addBrick(user, "VireoMatMatteBrick")->getBrickID(), 3u);
 }
 
-TEST(BrickUserTest, everyRootMakesABrickSet)
+TEST_F(BrickUserTest, everyRootMakesABrickSet)
 {
     VireoBrickUser user;
     VireoBrickBase* root = addBrick(user, "VireoRootBrick");
@@ -153,7 +168,7 @@ TEST(BrickUserTest, everyRootMakesABrickSet)
     EXPECT_EQ(user.getNumBrickSets(), 0);
 }
 
-TEST(BrickUserTest, movingABrickRemovesTheLinksThatWouldCross)
+TEST_F(BrickUserTest, movingABrickRemovesTheLinksThatWouldCross)
 {
     VireoBrickUser from;
     VireoBrickUser to;
@@ -175,7 +190,7 @@ TEST(BrickUserTest, movingABrickRemovesTheLinksThatWouldCross)
     EXPECT_EQ(param(matte, "sigma")->getNumConnections(), 0);
 }
 
-TEST(BrickUserTest, bricksOfTwoUsersCannotBeLinked)
+TEST_F(BrickUserTest, bricksOfTwoUsersCannotBeLinked)
 {
     VireoBrickUser one;
     VireoBrickUser two;
@@ -190,7 +205,7 @@ TEST(BrickUserTest, bricksOfTwoUsersCannotBeLinked)
 
 // Copying ----------------------------------------------------------------------------------------
 
-TEST(BrickUserTest, copyingFromNothingWarnsAndChangesNothing)
+TEST_F(BrickUserTest, copyingFromNothingWarnsAndChangesNothing)
 {
     VireoBrickUser user;
     addBrick(user, "VireoMatMatteBrick");
@@ -203,7 +218,7 @@ TEST(BrickUserTest, copyingFromNothingWarnsAndChangesNothing)
     EXPECT_EQ(user.getIdentifier(), identifier);
 }
 
-TEST(BrickUserTest, copyingReplacesTheNetworkByACopyOfTheSources)
+TEST_F(BrickUserTest, copyingReplacesTheNetworkByACopyOfTheSources)
 {
     VireoBrickUser source;
     source.setBrickUserName(QStringLiteral("Old Wood"));
@@ -240,7 +255,7 @@ TEST(BrickUserTest, copyingReplacesTheNetworkByACopyOfTheSources)
     EXPECT_EQ(target.getLabel(), QStringLiteral("Wood"));
 }
 
-TEST(BrickUserTest, copyingFromAnotherClassTakesPropertiesOnly)
+TEST_F(BrickUserTest, copyingFromAnotherClassTakesPropertiesOnly)
 {
     VireoBrickUser user;
     addBrick(user, "VireoMatMatteBrick");
@@ -258,7 +273,7 @@ TEST(BrickUserTest, copyingFromAnotherClassTakesPropertiesOnly)
         5.0f);
 }
 
-TEST(BrickUserTest, copyingFromItselfKeepsTheNetwork)
+TEST_F(BrickUserTest, copyingFromItselfKeepsTheNetwork)
 {
     VireoBrickUser user;
     VireoBrickBase* matte = addBrick(user, "VireoMatMatteBrick");
@@ -271,7 +286,7 @@ TEST(BrickUserTest, copyingFromItselfKeepsTheNetwork)
 
 // Attributes -------------------------------------------------------------------------------------
 
-TEST(BrickUserTest, attributesHoldTheNetworkUnderOneKey)
+TEST_F(BrickUserTest, attributesHoldTheNetworkUnderOneKey)
 {
     VireoBrickUser user;
     addBrick(user, "VireoMatMatteBrick");
@@ -295,7 +310,7 @@ TEST(BrickUserTest, attributesHoldTheNetworkUnderOneKey)
         QStringLiteral("VireoMatMatteBrick"));
 }
 
-TEST(BrickUserTest, attributesAreReadBackWithNameAndIdentifier)
+TEST_F(BrickUserTest, attributesAreReadBackWithNameAndIdentifier)
 {
     VireoBrickUser user;
     user.setBrickUserName(QStringLiteral("Käse"));
@@ -314,7 +329,7 @@ TEST(BrickUserTest, attributesAreReadBackWithNameAndIdentifier)
     EXPECT_TRUE(written.isEqual(settings));
 }
 
-TEST(BrickUserTest, attributesWithoutANetworkChangeNothing)
+TEST_F(BrickUserTest, attributesWithoutANetworkChangeNothing)
 {
     VireoBrickUser user;
     VireoBrickBase* matte = addBrick(user, "VireoMatMatteBrick");
@@ -330,13 +345,16 @@ TEST(BrickUserTest, attributesWithoutANetworkChangeNothing)
     EXPECT_EQ(warnings.messages, QStringList());
 }
 
-TEST(BrickUserTest, aUserThatGoesDeletesItsBricks)
+TEST_F(BrickUserTest, aUserThatGoesDeletesItsBricks)
 {
     QPointer<DzShaderBrick> brick;
     {
         VireoBrickUser user;
         brick = addBrick(user, "VireoMatMatteBrick");
+        // Taking the adding back would need the brick.
+        dzUndoStack->clearAll();
         ASSERT_FALSE(brick.isNull());
     }
+    EXPECT_FALSE(dzUndoStack->hasItems());
     EXPECT_TRUE(brick.isNull());
 }
