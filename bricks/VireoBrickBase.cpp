@@ -343,9 +343,9 @@ void VireoBrickBase::getAttributes(DzSettings* settings) const
 
 const DzSettings* VireoBrickBase::keptMembersOf(const DzBrickParam* param) const
 {
-    for (int i = 0; i < m_keptMembers.size(); ++i)
-        if (m_keptMembers.at(i).param == param)
-            return &m_keptMembers.at(i).members;
+    for (int i = 0; i < keptMembers.size(); ++i)
+        if (keptMembers.at(i).param == param)
+            return &keptMembers.at(i).members;
     return nullptr;
 }
 
@@ -364,12 +364,12 @@ void VireoBrickBase::writeCustomParams(DzSettings* settings) const
         entry->setFloatValue(QLatin1String(directionKey), param->getDirection());
     }
     int next = count;
-    for (int i = 0; i < m_keptEntries.getNumValues(); ++i) {
-        const QString key = m_keptEntries.getKey(i);
-        if (const DzSettings* entry = m_keptEntries.getSettingsValue(key))
+    for (int i = 0; i < keptEntries.getNumValues(); ++i) {
+        const QString key = keptEntries.getKey(i);
+        if (const DzSettings* entry = keptEntries.getSettingsValue(key))
             settings->setSettingsValue(entryKey(next++), *entry);
         else if (!settings->hasKey(key))
-            m_keptEntries.copySetting(key, settings);
+            keptEntries.copySetting(key, settings);
     }
 }
 
@@ -380,8 +380,8 @@ DzElement* VireoBrickBase::setAttributes(const DzSettings* settings)
         purgeCustomParams();
         while (!customParams->isEmpty())
             deleteParam(customParams->takeLast());
-        m_keptMembers.clear();
-        m_keptEntries.clear();
+        keptMembers.clear();
+        keptEntries.clear();
         if (const DzSettings* stored = settings->getSettingsValue(QLatin1String(customParamsKey)))
             readCustomParams(*stored);
     }
@@ -395,7 +395,7 @@ void VireoBrickBase::readCustomParams(const DzSettings& settings)
         const DzSettings* entry = settings.getSettingsValue(key);
         if (entry && readCustomParam(*entry, i))
             continue;
-        settings.copySetting(key, &m_keptEntries);
+        settings.copySetting(key, &keptEntries);
         dzApp->warning(tr("%1: the custom input \"%2\" is of a kind that this program does not "
                           "know; its data is kept")
                            .arg(getPreferredName(), key));
@@ -421,7 +421,7 @@ bool VireoBrickBase::readCustomParam(const DzSettings& entry, int position)
         KeptMembers kept;
         kept.param = param;
         kept.members = entry;
-        m_keptMembers.append(kept);
+        keptMembers.append(kept);
     }
     return true;
 }

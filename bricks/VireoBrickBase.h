@@ -135,7 +135,7 @@ private:
     const DzSettings* keptMembersOf(const DzBrickParam* param) const;
 
     QList<QPointer<DzBrickParam>>* customParams;
-    QList<KeptMembers> m_keptMembers;
+    QList<KeptMembers> keptMembers;
     /// Entries of a file that make no input.
-    DzSettings m_keptEntries;
+    DzSettings keptEntries;
 };

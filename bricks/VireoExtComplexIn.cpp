@@ -21,12 +21,12 @@ int VireoExtComplexIn::getNumTokensNeeded() const
 
 QString VireoExtComplexIn::getArg(int) const
 {
-    return m_block.argName;
+    return block.argName;
 }
 
 DzBrickParam::ParamType VireoExtComplexIn::getArgType(int) const
 {
-    return m_block.linkType;
+    return block.linkType;
 }
 
 int VireoExtComplexIn::getPropertyMapToken(int) const
@@ -36,12 +36,12 @@ int VireoExtComplexIn::getPropertyMapToken(int) const
 
 int VireoExtComplexIn::getType() const
 {
-    return m_block.linkType;
+    return block.linkType;
 }
 
 QString VireoExtComplexIn::getStringValue(int) const
 {
-    return m_block.linkType == StringType ? getEscapedString(QString()) : QLatin1String("0");
+    return block.linkType == StringType ? getEscapedString(QString()) : QLatin1String("0");
 }
 
 bool VireoExtComplexIn::canConnect(DzBrickParam* other) const
@@ -56,9 +56,9 @@ QString VireoExtComplexIn::getTypeString(int) const
 
 void VireoExtComplexIn::setLinkType(int code)
 {
-    if (!isLinkType(code) || code == m_block.linkType)
+    if (!isLinkType(code) || code == block.linkType)
         return;
-    m_block.linkType = code;
+    block.linkType = code;
     emit typeChanged();
     clearInvalidConnections();
 }

@@ -27,7 +27,7 @@ public:
     // VireoParam
     void writeParameterCode(SceneCodeWriter* writer) override;
 
-    void setArgName(const QString& argName) { m_block.argName = argName; }
+    void setArgName(const QString& argName) { block.argName = argName; }
     /// Sets what can be linked; a number that is no link type is ignored.
     void setLinkType(int code);
 
@@ -37,5 +37,5 @@ private:
         int linkType = 1;
     };
 
-    Block m_block;
+    Block block;
 };

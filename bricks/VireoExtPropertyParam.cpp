@@ -21,7 +21,7 @@ DzBrickParam::ParamType VireoExtPropertyParam::getArgType(int) const
 
 int VireoExtPropertyParam::getType() const
 {
-    return m_block.fresnel ? static_cast<int>(FresnelLink) : linkTypeFor(DzPropertyParam::getType());
+    return block.fresnel ? static_cast<int>(FresnelLink) : linkTypeFor(DzPropertyParam::getType());
 }
 
 DzBrickParam::ParamType VireoExtPropertyParam::getTypeForToken(int) const
@@ -54,7 +54,7 @@ void VireoExtPropertyParam::writeParameterCode(SceneCodeWriter* writer)
         writeConnected(writer);
         return;
     }
-    if (m_block.connectedOnly)
+    if (block.connectedOnly)
         return;
     for (int i = 0; i < getNumProperties(); ++i)
         writePropertyCode(writer, getName(), getProperty(i));

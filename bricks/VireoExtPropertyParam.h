@@ -27,11 +27,11 @@ public:
     void writeParameterCode(SceneCodeWriter* writer) override;
 
     /// A Fresnel input takes Fresnel textures, and only those.
-    void setFresnel(bool isFresnel) { m_block.fresnel = isFresnel; }
-    bool isFresnel() const { return m_block.fresnel; }
+    void setFresnel(bool isFresnel) { block.fresnel = isFresnel; }
+    bool isFresnel() const { return block.fresnel; }
     /// A connection-only input writes nothing until something is linked to it.
-    void setConnectedOnly(bool connectedOnly) { m_block.connectedOnly = connectedOnly; }
-    bool isConnectedOnly() const { return m_block.connectedOnly; }
+    void setConnectedOnly(bool connectedOnly) { block.connectedOnly = connectedOnly; }
+    bool isConnectedOnly() const { return block.connectedOnly; }
 
 private:
     struct Block {
@@ -41,5 +41,5 @@ private:
 
     void writeConnected(SceneCodeWriter* writer);
 
-    Block m_block;
+    Block block;
 };

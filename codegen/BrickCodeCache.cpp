@@ -29,11 +29,11 @@ void write(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
 class WriteThread : public QThread
 {
 public:
-    WriteThread(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
-        : m_brick(brick)
-        , m_writer(writer)
-        , m_result(result)
-        , m_hasRun(false)
+    WriteThread(VireoBrickBase* whichBrick, SceneCodeWriter* whichWriter, CodeResult* itsResult)
+        : brick(whichBrick)
+        , writer(whichWriter)
+        , result(itsResult)
+        , hasRun(false)
     {
         setStackSize(walkStackSize);
     }
@@ -43,22 +43,22 @@ public:
     {
         start();
         wait();
-        if (!m_hasRun)
+        if (!hasRun)
             run();
     }
 
 protected:
     void run() override
     {
-        m_hasRun = true;
-        write(m_brick, m_writer, m_result);
+        hasRun = true;
+        write(brick, writer, result);
     }
 
 private:
-    VireoBrickBase* m_brick;
-    SceneCodeWriter* m_writer;
-    CodeResult* m_result;
-    bool m_hasRun;
+    VireoBrickBase* brick;
+    SceneCodeWriter* writer;
+    CodeResult* result;
+    bool hasRun;
 };
 
 } // namespace
@@ -72,13 +72,13 @@ BrickCodeCache& BrickCodeCache::instance()
 const CodeResult* BrickCodeCache::find(const VireoBrickBase* brick) const
 {
     const std::map<quintptr, CodeResult>::const_iterator found
-        = m_results.find(reinterpret_cast<quintptr>(brick));
-    return found == m_results.end() ? nullptr : &found->second;
+        = results.find(reinterpret_cast<quintptr>(brick));
+    return found == results.end() ? nullptr : &found->second;
 }
 
 void BrickCodeCache::insert(const VireoBrickBase* brick, const CodeResult& result)
 {
-    m_results[reinterpret_cast<quintptr>(brick)] = result;
+    results[reinterpret_cast<quintptr>(brick)] = result;
 }
 
 CodeResult codeFor(VireoBrickBase* brick, SceneCodeWriter* writer)

@@ -18,7 +18,7 @@ class BrickCodeCache
 public:
     static BrickCodeCache& instance();
 
-    void clear() { m_results.clear(); }
+    void clear() { results.clear(); }
     /// What a brick wrote since the cache was emptied; null when it wrote nothing yet.
     const CodeResult* find(const VireoBrickBase* brick) const;
     void insert(const VireoBrickBase* brick, const CodeResult& result);
@@ -26,7 +26,7 @@ public:
 private:
     BrickCodeCache() {}
 
-    std::map<quintptr, CodeResult> m_results;
+    std::map<quintptr, CodeResult> results;
 };
 
 /// What a brick writes: from the cache, or else by having it write its statement, and those of the

@@ -57,29 +57,29 @@ SceneCodeWriter::SceneCodeWriter()
 
 void SceneCodeWriter::push()
 {
-    m_buffers.append(QString());
+    buffers.append(QString());
 }
 
 void SceneCodeWriter::popAndEmit()
 {
-    if (m_buffers.isEmpty())
+    if (buffers.isEmpty())
         return;
-    m_output += m_buffers.last();
-    m_buffers.removeLast();
+    output += buffers.last();
+    buffers.removeLast();
 }
 
 QString SceneCodeWriter::takeAndDrop()
 {
     const QString taken = text();
-    m_buffers.removeLast();
+    buffers.removeLast();
     return taken;
 }
 
 QString& SceneCodeWriter::text()
 {
-    if (m_buffers.isEmpty())
+    if (buffers.isEmpty())
         qFatal("SceneCodeWriter: text is written while no statement is open");
-    return m_buffers.last();
+    return buffers.last();
 }
 
 void SceneCodeWriter::writeTemplate(const char* pattern, const QString& first,
@@ -181,8 +181,8 @@ void SceneCodeWriter::writeTextureRef(const QString& name, const QString& textur
 QString placeholderName(SceneCodeWriter* writer, DzProperty* property, const QString& suffix)
 {
     const QHash<const DzProperty*, int>::const_iterator known
-        = writer->m_placeholderIndex.constFind(property);
-    if (known != writer->m_placeholderIndex.constEnd())
+        = writer->placeholderIndex.constFind(property);
+    if (known != writer->placeholderIndex.constEnd())
         return writer->placeholderNames.at(known.value());
     const QString number = QString::number(writer->placeholderCounter++);
     QString name;
@@ -192,7 +192,7 @@ QString placeholderName(SceneCodeWriter* writer, DzProperty* property, const QSt
     name += number;
     name += QLatin1Char('_');
     name += suffix;
-    writer->m_placeholderIndex.insert(property, writer->placeholderKeys.size());
+    writer->placeholderIndex.insert(property, writer->placeholderKeys.size());
     writer->placeholderKeys.append(property);
     writer->placeholderNames.append(name);
     return name;

@@ -47,7 +47,7 @@ public:
     QString takeAndDrop();
     /// The current buffer. Having none is a programming error and ends the program.
     QString& text();
-    QString outputText() const { return m_output; }
+    QString outputText() const { return output; }
 
     // Lines.
     void writeBlankLine();
@@ -71,10 +71,10 @@ public:
 private:
     friend QString placeholderName(SceneCodeWriter*, DzProperty*, const QString&);
 
-    QString m_output;
-    QVector<QString> m_buffers;
+    QString output;
+    QVector<QString> buffers;
     /// Place of each property in the placeholder lists.
-    QHash<const DzProperty*, int> m_placeholderIndex;
+    QHash<const DzProperty*, int> placeholderIndex;
 };
 
 /// The placeholder that stands for a property in this run: "LuxRender_Lm_", a number of at least

@@ -23,22 +23,21 @@ QLatin1String generalPath()
 
 } // namespace
 
-NumberedPairs::NumberedPairs(VireoBrickBase* brick, const char* numberName, TextureKind kind)
-    : m_brick(brick)
-    , m_numberName(QLatin1String(numberName))
-    , m_kind(kind)
+NumberedPairs::NumberedPairs(VireoBrickBase* owner, const char* name, TextureKind textureKind)
+    : brick(owner)
+    , numberName(QLatin1String(name))
+    , kind(textureKind)
 {
 }
 
 DzIntProperty* NumberedPairs::createCount()
 {
     DzUndoStackLock lock;
-    DzIntProperty* count = new DzIntProperty(QLatin1String("count"), true, false, 0);
+    count = new DzIntProperty(QLatin1String("count"), true, false, 0);
     count->setMinMax(0, maximumCount);
     count->setIsClamped(true);
     count->setPath(generalPath());
-    m_brick->addProperty(count);
-    m_count = count;
+    brick->addProperty(count);
     return count;
 }
 
@@ -50,38 +49,38 @@ void NumberedPairs::readCount(const DzSettings* attributes)
     const DzSettings* stored
         = properties ? properties->getSettingsValue(QLatin1String("count")) : nullptr;
     DzPropertySettings value;
-    if (m_count && stored && stored->copySetting(QLatin1String("Value"), &value))
-        m_count->setAttributes(&value);
+    if (count && stored && stored->copySetting(QLatin1String("Value"), &value))
+        count->setAttributes(&value);
 }
 
 void NumberedPairs::matchCount()
 {
     DzUndoStackLock lock;
     // A file may take the clamping away.
-    const int count = m_count ? qBound(0, m_count->getValue(), maximumCount) : 0;
-    for (int i = 1; i <= count; ++i)
+    const int wanted = count ? qBound(0, count->getValue(), maximumCount) : 0;
+    for (int i = 1; i <= wanted; ++i)
         completePair(i);
-    while (m_pairs.size() > count) {
-        const Pair pair = m_pairs.takeLast();
-        m_brick->deleteParam(pair.texture);
-        m_brick->deleteParam(pair.number);
+    while (pairs.size() > wanted) {
+        const Pair pair = pairs.takeLast();
+        brick->deleteParam(pair.texture);
+        brick->deleteParam(pair.number);
     }
 }
 
 void NumberedPairs::completePair(int index)
 {
-    if (m_pairs.size() < index)
-        m_pairs.append(Pair());
-    Pair& pair = m_pairs[index - 1];
+    if (pairs.size() < index)
+        pairs.append(Pair());
+    Pair& pair = pairs[index - 1];
     if (!pair.number)
-        pair.number = createNumber(m_numberName + QString::number(index));
+        pair.number = createNumber(numberName + QString::number(index));
     if (!pair.texture)
         pair.texture = createTexture(QLatin1String("tex") + QString::number(index));
 }
 
 VireoExtPropertyParam* NumberedPairs::createNumber(const QString& name) const
 {
-    VireoExtPropertyParam* param = m_brick->addFloatParam(false, generalPath(), name, name, name, 0,
+    VireoExtPropertyParam* param = brick->addFloatParam(false, generalPath(), name, name, name, 0,
         0, -floatLimit, floatLimit, false, linkTypeName(FloatLink));
     placeBeforeCustomInputs(param);
     return param;
@@ -90,14 +89,14 @@ VireoExtPropertyParam* NumberedPairs::createNumber(const QString& name) const
 VireoExtPropertyParam* NumberedPairs::createTexture(const QString& name) const
 {
     VireoExtPropertyParam* param = nullptr;
-    if (m_kind == ColorTexture)
-        param = m_brick->addColorParam(false, generalPath(), name, name, name, QColor(), QColor(),
+    if (kind == ColorTexture)
+        param = brick->addColorParam(false, generalPath(), name, name, name, QColor(), QColor(),
             linkTypeName(ColorLink));
-    else if (m_kind == FresnelTexture)
-        param = m_brick->addFloatParamFlagged(false, generalPath(), name, name, name, 0, 0,
+    else if (kind == FresnelTexture)
+        param = brick->addFloatParamFlagged(false, generalPath(), name, name, name, 0, 0,
             -floatLimit, floatLimit, false, linkTypeName(FresnelLink));
     else
-        param = m_brick->addFloatParam(false, generalPath(), name, name, name, 0, 0, -floatLimit,
+        param = brick->addFloatParam(false, generalPath(), name, name, name, 0, 0, -floatLimit,
             floatLimit, false, linkTypeName(FloatLink));
     placeBeforeCustomInputs(param);
     return param;
@@ -105,17 +104,17 @@ VireoExtPropertyParam* NumberedPairs::createTexture(const QString& name) const
 
 void NumberedPairs::placeBeforeCustomInputs(DzBrickParam* param) const
 {
-    int place = m_brick->findParameterIndex(param);
-    for (int i = 0; i < m_brick->getNumCustomParams(); ++i)
-        place = qMin(place, m_brick->findParameterIndex(m_brick->getCustomParam(i)));
-    m_brick->changeParamIndex(param, place);
+    int place = brick->findParameterIndex(param);
+    for (int i = 0; i < brick->getNumCustomParams(); ++i)
+        place = qMin(place, brick->findParameterIndex(brick->getCustomParam(i)));
+    brick->changeParamIndex(param, place);
 }
 
 void NumberedPairs::write(SceneCodeWriter* writer) const
 {
     QVector<double> numbers;
-    for (int i = 0; i < m_pairs.size(); ++i) {
-        const Pair& pair = m_pairs.at(i);
+    for (int i = 0; i < pairs.size(); ++i) {
+        const Pair& pair = pairs.at(i);
         // The number is a value in every mode: a texture linked to it is not followed.
         if (DzFloatProperty* number
             = pair.number ? qobject_cast<DzFloatProperty*>(pair.number->getProperty(0)) : nullptr) {
@@ -127,7 +126,7 @@ void NumberedPairs::write(SceneCodeWriter* writer) const
             pair.texture->writeParameterCode(writer);
     }
     if (!numbers.isEmpty())
-        writer->writeFloatArray(m_numberName + QLatin1Char('s'), numbers);
+        writer->writeFloatArray(numberName + QLatin1Char('s'), numbers);
 }
 
 VireoTexFltBAndBrick::VireoTexFltBAndBrick()

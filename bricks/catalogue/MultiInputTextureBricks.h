@@ -21,8 +21,8 @@ class NumberedPairs
 public:
     enum TextureKind { FloatTexture, ColorTexture, FresnelTexture };
 
-    /// `numberName` is the name of a pair's number without its index: "offset" or "weight".
-    NumberedPairs(VireoBrickBase* brick, const char* numberName, TextureKind kind);
+    /// `name` is that of a pair's number without its index: "offset" or "weight".
+    NumberedPairs(VireoBrickBase* owner, const char* name, TextureKind textureKind);
 
     /// Makes the property "count", which belongs to the brick.
     DzIntProperty* createCount();
@@ -44,11 +44,11 @@ private:
     VireoExtPropertyParam* createTexture(const QString& name) const;
     void placeBeforeCustomInputs(DzBrickParam* param) const;
 
-    VireoBrickBase* m_brick;
-    QString m_numberName;
-    TextureKind m_kind;
-    QPointer<DzIntProperty> m_count;
-    QList<Pair> m_pairs;
+    VireoBrickBase* brick;
+    QString numberName;
+    TextureKind kind;
+    QPointer<DzIntProperty> count;
+    QList<Pair> pairs;
 };
 
 class VireoTexFltBAndBrick : public VireoTextureFloatBrick

@@ -3,14 +3,29 @@
 
 #include "dzapp.h"
 
+#include "dzbrickparam.h"
 #include "dzclassfactory.h"
 #include "dzimagemgr.h"
 #include "dzpluginmgr.h"
+#include "dzproperty.h"
+#include "dzshaderbrick.h"
 #include "dzundostack.h"
 
 #include <cstdio>
 
 DzApp* dzApp = nullptr;
+
+namespace {
+
+/// Signals carry these also where only their names are known.
+void registerSignalTypes()
+{
+    qRegisterMetaType<DzBrickParam*>("DzBrickParam*");
+    qRegisterMetaType<DzProperty*>("DzProperty*");
+    qRegisterMetaType<DzShaderBrick*>("DzShaderBrick*");
+}
+
+} // namespace
 
 DzApp::DzApp()
     : m_undoStack(new DzUndoStack)
@@ -20,6 +35,7 @@ DzApp::DzApp()
     Q_ASSERT(!dzApp);
     dzApp = this;
     dzUndoStack = m_undoStack.get();
+    registerSignalTypes();
 }
 
 DzApp::~DzApp()

@@ -96,6 +96,7 @@ void DzDefaultBrickUser::detach(DzShaderBrick* brick)
 {
     m_bricks.remove(brick->m_id);
     brick->m_user = nullptr;
+    brick->m_id = 0;
     invalidateSets();
     brick->unref();
 }

@@ -48,16 +48,24 @@ void DzFloatProperty::setValue(float value)
     if (isLocked())
         return;
     const float wanted = admissible(value);
+    const float defaultBefore = m_default;
     if (!canAnimate())
         m_default = wanted;
     if (sameValue(wanted, m_value))
         return;
     const float before = m_value;
+    const float defaultAfter = m_default;
     assignValue(wanted);
+    const auto set = [](DzProperty* property, float newValue, float newDefault) {
+        auto* number = static_cast<DzFloatProperty*>(property);
+        number->m_default = newDefault;
+        number->assignValue(newValue);
+    };
     if (isRecorded())
         record(
-            "value", tr("Change %1").arg(getLabel()), [=](DzProperty* p) { static_cast<DzFloatProperty*>(p)->assignValue(before); },
-            [=](DzProperty* p) { static_cast<DzFloatProperty*>(p)->assignValue(wanted); });
+            "value", tr("Change %1").arg(getLabel()),
+            [=](DzProperty* p) { set(p, before, defaultBefore); },
+            [=](DzProperty* p) { set(p, wanted, defaultAfter); });
 }
 
 void DzFloatProperty::assignValue(float value)

@@ -30,16 +30,24 @@ void DzIntProperty::setValue(int value)
     if (isLocked())
         return;
     const int wanted = admissible(value);
+    const int defaultBefore = m_default;
     if (!canAnimate())
         m_default = wanted;
     if (wanted == m_value)
         return;
     const int before = m_value;
+    const int defaultAfter = m_default;
     assignValue(wanted);
+    const auto set = [](DzProperty* property, int newValue, int newDefault) {
+        auto* number = static_cast<DzIntProperty*>(property);
+        number->m_default = newDefault;
+        number->assignValue(newValue);
+    };
     if (isRecorded())
         record(
-            "value", tr("Change %1").arg(getLabel()), [=](DzProperty* p) { static_cast<DzIntProperty*>(p)->assignValue(before); },
-            [=](DzProperty* p) { static_cast<DzIntProperty*>(p)->assignValue(wanted); });
+            "value", tr("Change %1").arg(getLabel()),
+            [=](DzProperty* p) { set(p, before, defaultBefore); },
+            [=](DzProperty* p) { set(p, wanted, defaultAfter); });
 }
 
 void DzIntProperty::assignValue(int value)

@@ -398,9 +398,7 @@ void DzShaderBrick::readBrickProperties(const DzSettings& settings)
             if (members)
                 DzKeptMembers::readProperty(property, *members, name);
     }
-    const auto understood = [&](const QString& name) {
-        return findProperty(name) && settings.getSettingsValue(name);
-    };
+    const auto understood = [&](const QString& name) { return findProperty(name) != nullptr; };
     std::unique_ptr<DzSettings> kept = DzKeptMembers::remember(settings, understood);
     if (kept && !m_kept)
         m_kept.reset(new KeptTrees);

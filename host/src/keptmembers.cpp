@@ -146,12 +146,11 @@ void DzKeptMembers::readParameter(
     int understood = hasLabel ? 1 : 0;
     for (int i = 0; i < param->getNumProperties(); ++i) {
         const QString key = propertyKey(i);
-        const DzSettings* property = members.getSettingsValue(key);
-        if (!property)
-            continue;
-        ++understood;
-        readProperty(param->getProperty(i), *property,
-            param->getNumProperties() == 1 ? place : place + QLatin1Char('/') + key);
+        // Whatever its type is: it is always written.
+        understood += members.hasKey(key) ? 1 : 0;
+        if (const DzSettings* property = members.getSettingsValue(key))
+            readProperty(param->getProperty(i), *property,
+                param->getNumProperties() == 1 ? place : place + QLatin1Char('/') + key);
     }
     if (!hasLabel && understood == members.getNumValues())
         return;
@@ -162,8 +161,8 @@ void DzKeptMembers::readParameter(
         bool isIndex = false;
         const int index = key.startsWith(prefix) ? key.midRef(prefix.size()).toInt(&isIndex) : -1;
         const bool isKnown = (hasLabel && key == labelKey)
-            || (isIndex && index < param->getNumProperties() && key == propertyKey(index)
-                && members.getSettingsValue(key));
+            || (isIndex && index >= 0 && index < param->getNumProperties()
+                && key == propertyKey(index));
         if (isKnown)
             setPlace(kept.get(), key);
         else

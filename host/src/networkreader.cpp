@@ -55,13 +55,10 @@ void DzNetworkReader::warn(const QString& place, const QString& message) const
 void DzNetworkReader::read(const DzSettings& setup)
 {
     m_user.m_kept.reset();
-    const auto understood = [&](const QString& key) {
-        const DzSettings::ValueType type = setup.getValueType(setup.getSettingIndex(key));
-        if (key == NetworkKeys::bricks() || key == NetworkKeys::connections())
-            return type == DzSettings::SettingsValue;
-        if (key == NetworkKeys::userName() || key == NetworkKeys::identifier())
-            return type == DzSettings::StringValue;
-        return false;
+    // Whatever their types are: they are always written.
+    const auto understood = [](const QString& key) {
+        return key == NetworkKeys::bricks() || key == NetworkKeys::connections()
+            || key == NetworkKeys::userName() || key == NetworkKeys::identifier();
     };
     keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::setup,
         DzKeptMembers::remember(setup, understood));
@@ -87,6 +84,7 @@ void DzNetworkReader::readBricks(const DzSettings& bricks)
         const QString name = bricks.getKey(i);
         if (!isBrick(name)) {
             warn(name, text("this is no brick; it is kept as it is"));
+            keepNumber(name);
             continue;
         }
         DzShaderBrick* brick = makeBrick(name, *bricks.getSettingsValue(name));
@@ -122,10 +120,9 @@ DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings&
                 .arg(className));
         return new DzUnknownBrick(stored);
     }
-    const auto understood = [&](const QString& key) {
-        return key == NetworkKeys::className()
-            || ((key == NetworkKeys::attributes() || key == NetworkKeys::parameters())
-                && stored.getSettingsValue(key));
+    const auto understood = [](const QString& key) {
+        return key == NetworkKeys::className() || key == NetworkKeys::attributes()
+            || key == NetworkKeys::parameters();
     };
     keep(brick->m_kept, &DzShaderBrick::KeptTrees::brick,
         DzKeptMembers::remember(stored, understood));
@@ -149,14 +146,11 @@ void DzNetworkReader::readAttributes(
         brick->getAttributes(&written);
         for (int i = 0; i < written.getNumValues(); ++i)
             own.append(written.getKey(i));
-        own.append(NetworkKeys::brickProperties());
     }
     brick->setAttributes(&tree);
     const QVector<QString>& own = m_ownAttributes[className];
     keep(brick->m_kept, &DzShaderBrick::KeptTrees::attributes,
-        DzKeptMembers::remember(tree, [&](const QString& key) {
-            return own.contains(key) && tree.getSettingsValue(key);
-        }));
+        DzKeptMembers::remember(tree, [&](const QString& key) { return own.contains(key); }));
 }
 
 void DzNetworkReader::readParameters(
@@ -276,10 +270,13 @@ DzBrickParam* DzNetworkReader::findParam(
 void DzNetworkReader::keepLink(const QString& key, const DzSettings& link)
 {
     treesOf(m_user.m_kept).danglingLinks.setSettingsValue(key, link);
-    // A number that a kept link names is not given to another brick.
-    for (const QString& end : { NetworkKeys::sourceBrick(), NetworkKeys::targetBrick() }) {
-        const uint id = NetworkKeys::brickID(link.getStringValue(end));
-        if (id < highestID)
-            m_user.m_nextID = qMax(m_user.m_nextID, id + 1);
-    }
+    for (const QString& end : { NetworkKeys::sourceBrick(), NetworkKeys::targetBrick() })
+        keepNumber(link.getStringValue(end));
+}
+
+void DzNetworkReader::keepNumber(const QString& brickName)
+{
+    const uint id = NetworkKeys::brickID(brickName);
+    if (id < highestID)
+        m_user.m_nextID = qMax(m_user.m_nextID, id + 1);
 }

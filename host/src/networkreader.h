@@ -33,6 +33,8 @@ private:
     bool readConnection(const DzSettings& link, QString* reason, bool* isKept);
     DzBrickParam* findParam(const QString& brickName, const QString& key, bool isOutput);
     void keepLink(const QString& key, const DzSettings& link);
+    /// Sees to it that the number in a name that is kept is not given to another brick.
+    void keepNumber(const QString& brickName);
     void warn(const QString& place, const QString& message) const;
 
     DzDefaultBrickUser& m_user;

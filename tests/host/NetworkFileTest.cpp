@@ -392,7 +392,7 @@ TEST_F(NetworkFileTest, unknownMembersStayInPlaceAtEveryLevel)
                 "old":{"Label":"Old"},
                 "result":{"k":1,"Label":"Out","z":2},
                 "odd":7,
-                "c":{"Tokens":"a,b","Prop_0":{"Strange":{"deep":{"er":[]}},"Value":0},"Prop_1":{"Value":1}}
+                "c":{"Tokens":"a,b","Prop_0":{"Strange":{"deep":{"er":[]}},"Value":0},"Prop_1":{"Value":1},"Prop_-1":{"Value":2}}
               },
               "after":"x"
             },
@@ -556,6 +556,46 @@ TEST_F(NetworkFileTest, customInputOfUnknownKindMakesNoInputAndIsRewrittenAfterT
         = withEntries("\"para0\":" + known + ",\"para1\":" + odd + ",\"note\":7");
     EXPECT_TEXT(QString::fromUtf8(tidied(expected)), QString::fromUtf8(file.saveText(&user)));
     EXPECT_SAVED_AS_READ(expected);
+}
+
+TEST_F(NetworkFileTest, membersOfAnUnusualOrderAndTypeAreWrittenInOneOrderFromTheFirstTimeOn)
+{
+    for (const char* text :
+        {
+            R"({"BrickUserName":5,"Bricks":{},"Connections":{}})",
+            R"({"Bricks":{"Brick_1":{"Parameters":{},"DAZStudioClassName":"VireoMatMatteBrick","Attributes":5}}})",
+            R"({"Bricks":{"Brick_1":{"DAZStudioClassName":"VireoTexFltBAndBrick",
+                "Attributes":{"BrickSettings":{},"BrickProperties":5}}}})",
+            R"({"Bricks":{"Brick_1":{"DAZStudioClassName":"VireoTexFltFbmBrick",
+                "Parameters":{"translate":{"Prop_2":5,"Prop_0":{"Value":7}}}}}})",
+        }) {
+        SCOPED_TRACE(text);
+        const QByteArray saved = resaved(withTrees(
+            QByteArray("{\"format\":\"sskn\",\"version\":1,\"BrickSetup\":") + text + '}'));
+        EXPECT_SAVED_AS_READ(saved);
+    }
+}
+
+TEST_F(NetworkFileTest, propertiesThatABrickHasNotAreKept)
+{
+    const QByteArray text = network(brick("Brick_1", "VireoTexFltScaleBrick",
+        R"("VireoExtCustomParameters":{},"BrickProperties":{"gone":{"Value":3},"x":4},"BrickSettings":{})",
+        R"("result":{},"tex1":{"Prop_0":{"Value":1}},"tex2":{"Prop_0":{"Value":1}})"));
+    EXPECT_SAVED_AS_READ(text);
+}
+
+TEST_F(NetworkFileTest, nameOfAKeptEntryIsNotGivenToABrick)
+{
+    const QByteArray text = network(scaleBrick("Brick_1") + ",\"Brick_2\":[7]");
+    EXPECT_SAVED_AS_READ(text);
+    EXPECT_EQ(addBrick(user, "VireoTexFltScaleBrick")->getBrickID(), 3u);
+    EXPECT_TRUE(file.saveText(&user).contains("\"Brick_2\": [7]"));
+    // The same where a brick gets its number while loading.
+    VireoBrickUser other;
+    ASSERT_TRUE(file.loadText(
+        network(scaleBrick("Mine") + ",\"Brick_1\":[7]"), QStringLiteral("other"), &other));
+    EXPECT_TRUE(file.saveText(&other).contains("\"Brick_1\": [7]"));
+    EXPECT_NE(other.getBrick(2), nullptr);
 }
 
 TEST_F(NetworkFileTest, savingWarnsOfNothingAgain)

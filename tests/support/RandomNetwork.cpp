@@ -37,9 +37,9 @@ public:
         const int count = 3 + below(22);
         for (int i = 0; i < count; ++i)
             addBrick(anyClass());
-        // Towards the root first, so that most of the network is reached.
-        for (int tries = count * 12; tries > 0; --tries)
-            tryLink();
+        for (VireoBrickBase* brick : qAsConst(m_bricks))
+            for (int i = 0; i < brick->getNumParameters(); ++i)
+                linkSomething(brick->getParameter(i));
         m_user->setBrickUserName(QStringLiteral("Random ") + anyText());
     }
 
@@ -140,15 +140,20 @@ private:
             text->setValue(anyText());
     }
 
-    void tryLink()
+    /// Feeds an input from a brick that fits, if there is one; now and then from two.
+    void linkSomething(DzBrickParam* input)
     {
-        VireoBrickBase* to = m_bricks.at(oneIn(4) ? 0 : below(m_bricks.size()));
-        VireoBrickBase* from = m_bricks.at(below(m_bricks.size()));
-        DzBrickParam* output = from->findParameterByName(QStringLiteral("result"));
-        DzBrickParam* input = to->getParameter(below(to->getNumParameters()));
-        if (!output || (input->getNumConnections() > 0 && !oneIn(12)))
+        const bool isRoot = input->getTopBrickOwner()->inherits("VireoRootBrick");
+        if (!input->isInput() || !(isRoot || oneIn(3)))
             return;
-        input->addConnection(output);
+        QVector<DzBrickParam*> outputs;
+        for (VireoBrickBase* brick : qAsConst(m_bricks)) {
+            DzBrickParam* output = brick->findParameterByName(QStringLiteral("result"));
+            if (output && output->getType() == input->getType())
+                outputs.append(output);
+        }
+        for (int links = oneIn(12) ? 2 : 1; links > 0 && !outputs.isEmpty(); --links)
+            input->addConnection(outputs.at(below(outputs.size())));
     }
 
     VireoBrickUser* m_user;
