@@ -15,7 +15,8 @@ namespace {
 
 DzShaderBrick* add(Network& network, const char* className)
 {
-    auto* brick = qobject_cast<DzShaderBrick*>(dzApp->createInstance(QString::fromLatin1(className)));
+    auto* brick
+        = qobject_cast<DzShaderBrick*>(dzApp->createInstance(QString::fromLatin1(className)));
     require(brick && network.user->addBrick(brick) != 0, className);
     return brick;
 }
@@ -23,7 +24,8 @@ DzShaderBrick* add(Network& network, const char* className)
 void link(DzShaderBrick* from, DzShaderBrick* to, const char* input)
 {
     DzBrickParam* param = to->findParameterByName(QString::fromLatin1(input));
-    require(param && param->addConnection(from->findParameterByName(QStringLiteral("result"))), input);
+    require(
+        param && param->addConnection(from->findParameterByName(QStringLiteral("result"))), input);
 }
 
 Network newNetwork(int textures, DzShaderBrick** material)
@@ -77,20 +79,16 @@ Network buildMixedNetwork(int textures)
 {
     DzShaderBrick* material = nullptr;
     Network network = newNetwork(textures, &material);
-    const char* const leaves[] = { "VireoTexFltCheckerboardBrick", "VireoTexClrImageMapBrick",
-        "VireoTexClrConstantBrick" };
-    const char* const inputs[] = { "amount", "tex2", "tex2" };
+    // Each mix carries a checkerboard, an image map and the next mix; the constant is the spare
+    // part that users leave lying about.
     DzShaderBrick* mix = nullptr;
-    for (int i = 0; i < textures; ++i) {
-        if (i % 4 == 0) {
-            DzShaderBrick* next = add(network, "VireoTexClrMixBrick");
-            link(next, mix ? mix : material, mix ? "tex1" : "Kd");
-            mix = next;
-        } else if (i % 4 != 3) {
-            link(add(network, leaves[i % 4 - 1]), mix, inputs[i % 4 - 1]);
-        } else {
-            add(network, leaves[2]);
-        }
+    for (int i = 0; i < textures; i += 4) {
+        DzShaderBrick* next = add(network, "VireoTexClrMixBrick");
+        link(next, mix ? mix : material, mix ? "tex1" : "Kd");
+        mix = next;
+        link(add(network, "VireoTexFltCheckerboardBrick"), mix, "amount");
+        link(add(network, "VireoTexClrImageMapBrick"), mix, "tex2");
+        add(network, "VireoTexClrConstantBrick");
     }
     return network;
 }

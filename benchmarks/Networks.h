@@ -20,7 +20,8 @@ struct Network {
 Network buildMixTree(int textures);
 /// A matte material whose bump comes from a chain of float scale textures.
 Network buildScaleChain(int textures);
-/// The mix tree, checkerboards, image maps and constants in equal parts, as users mix them.
+/// A chain of colour mixes with checkerboards and image maps in them, and constants that feed
+/// nothing, in equal parts; `textures` is a multiple of 4.
 Network buildMixedNetwork(int textures);
 
 /// Ends the program when `holds` is false: what is wrong must not be timed.

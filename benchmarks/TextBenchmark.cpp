@@ -14,7 +14,8 @@ void checkText(const Network& network, const GeneratedCode& code)
 {
     const QString& text = code.materialText;
     require(text.count(QLatin1String("\nTexture \"")) == network.brickCount, "number of textures");
-    require(text.count(QLatin1String("\t\"texture ")) == network.brickCount, "number of references");
+    require(
+        text.count(QLatin1String("\t\"texture ")) == network.brickCount, "number of references");
     require(text.endsWith(QLatin1String("\nNamedMaterial \"Lm_material1\"\n")), "last line");
     require(text.indexOf(QLatin1String("Texture \"Lm_texture1\""))
             > text.indexOf(QStringLiteral("Texture \"Lm_texture%1\"").arg(network.brickCount)),
@@ -32,8 +33,9 @@ void measure(benchmark::State& state, const Network& network, bool literal)
         const GeneratedCode code = generateCode(network.root, options);
         benchmark::DoNotOptimize(code.materialText.size());
     }
-    state.counters["us_per_brick"] = benchmark::Counter(static_cast<double>(network.brickCount) * 1e-6,
-        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["us_per_brick"]
+        = benchmark::Counter(static_cast<double>(network.brickCount) * 1e-6,
+            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void BM_MixTreeText(benchmark::State& state)
@@ -54,6 +56,16 @@ void BM_ScaleChainText(benchmark::State& state)
 } // namespace
 
 // The walk runs on threads of its own: the time of the whole process counts.
-BENCHMARK(BM_MixTreeText)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
-BENCHMARK(BM_MixTreePlaceholders)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(BM_MixTreeText)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK(BM_MixTreePlaceholders)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
 BENCHMARK(BM_ScaleChainText)->Arg(20000)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();

@@ -3,10 +3,8 @@
 
 #include "PropertyCode.h"
 
-#include "LinkTypes.h"
 #include "SceneCodeWriter.h"
 #include "dzboolproperty.h"
-#include "dzbrickparam.h"
 #include "dzcolorproperty.h"
 #include "dzenumproperty.h"
 #include "dzfloatproperty.h"
@@ -14,6 +12,13 @@
 #include "dzstringproperty.h"
 
 namespace {
+
+// $(...) stands for a property's value, %(...) for its value or map; the latter really opens with
+// a percent sign.
+const char* const floatForm = "\t\"float   %1\" [$(%2)]\n";
+const char* const colorForm = "\t\"color   %1\" [$(%2)]\n";
+const char* const stringForm = "\t\"string  %1\" [$(%2)]\n";
+const char* const mappedForm = "\t\"string  %1\" [%(%2)]\n";
 
 /// Writes the map's file name where the writer wants that, or notes that the map is not written.
 bool writeMap(SceneCodeWriter* writer, const QString& name, DzNumericProperty* property)
@@ -24,7 +29,7 @@ bool writeMap(SceneCodeWriter* writer, const QString& name, DzNumericProperty* p
         writer->writeString(name, property->getMapValue()->getFilename());
         return true;
     }
-    writer->unwrittenMaps.append(property);
+    writer->noteUnwrittenMap(property);
     return false;
 }
 
@@ -50,18 +55,14 @@ void writeLiteral(SceneCodeWriter* writer, const QString& name, DzProperty* prop
         writer->writeString(name, image->getValue() ? image->getValue()->getFilename() : QString());
 }
 
-/// The template of a property's placeholder. $(...) stands for the property's value, %(...) for
-/// its value or map; the latter really opens with a percent sign.
 const char* placeholderTemplate(DzProperty* property)
 {
-    static const char* const stringForm = "\t\"string  %1\" [$(%2)]\n";
-    static const char* const mappedForm = "\t\"string  %1\" [%(%2)]\n";
     const DzNumericProperty* numeric = qobject_cast<DzNumericProperty*>(property);
     const bool isMappable = numeric && numeric->isMappable();
     if (qobject_cast<DzFloatProperty*>(property))
-        return isMappable ? mappedForm : "\t\"float   %1\" [$(%2)]\n";
+        return isMappable ? mappedForm : floatForm;
     if (qobject_cast<DzColorProperty*>(property))
-        return isMappable ? mappedForm : "\t\"color   %1\" [$(%2)]\n";
+        return isMappable ? mappedForm : colorForm;
     if (qobject_cast<DzEnumProperty*>(property))
         return stringForm;
     if (qobject_cast<DzBoolProperty*>(property))
@@ -73,11 +74,21 @@ const char* placeholderTemplate(DzProperty* property)
 
 } // namespace
 
-QString linkTypeString(const DzBrickParam* param)
+void writeFloatPlaceholder(SceneCodeWriter* writer, const QString& name, const QString& placeholder)
 {
-    const int type = param->getType();
-    const QString name = isLinkType(type) ? linkTypeName(type) : DzBrickParam::typeToString(type);
-    return param->isArray() ? QString::fromLatin1("%1[]").arg(name) : name;
+    writer->writeTemplate(floatForm, name, placeholder);
+}
+
+void writeColorPlaceholder(SceneCodeWriter* writer, const QString& name, const QString& placeholder)
+{
+    writer->writeTemplate(colorForm, name, placeholder);
+}
+
+void writeColorPlaceholder3(
+    SceneCodeWriter* writer, const QString& name, const QString& placeholder)
+{
+    writer->writeTemplate(
+        "\t\"color   %1\" [$(%2) $(%3) $(%4)]\n", name, placeholder, placeholder, placeholder);
 }
 
 void writePropertyCode(SceneCodeWriter* writer, const QString& name, DzProperty* property)

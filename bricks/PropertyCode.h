@@ -4,13 +4,18 @@
 
 #include <QString>
 
-class DzBrickParam;
 class DzProperty;
 class SceneCodeWriter;
-
-/// The type's name as users see it, for parameters that carry links.
-QString linkTypeString(const DzBrickParam* param);
 
 /// Writes a property's line under `name`: its value when it is locked or the writer wants values,
 /// else its placeholder.
 void writePropertyCode(SceneCodeWriter* writer, const QString& name, DzProperty* property);
+
+// The placeholder lines of textures that write a factor by themselves: one number, one colour, or a
+// colour of three equal numbers.
+void writeFloatPlaceholder(
+    SceneCodeWriter* writer, const QString& name, const QString& placeholder);
+void writeColorPlaceholder(
+    SceneCodeWriter* writer, const QString& name, const QString& placeholder);
+void writeColorPlaceholder3(
+    SceneCodeWriter* writer, const QString& name, const QString& placeholder);

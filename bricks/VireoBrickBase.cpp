@@ -4,6 +4,7 @@
 #include "VireoBrickBase.h"
 
 #include "LinkTypes.h"
+#include "PropertyDefaults.h"
 #include "SceneCodeWriter.h"
 #include "VireoExtComplexIn.h"
 #include "VireoExtMatrixParam.h"
@@ -31,13 +32,7 @@ const char* const nameKey = "Name";
 const char* const typeKey = "ExtTypeID";
 const char* const directionKey = "Direction";
 
-/// The limit of unlimited floats, as a single-precision number.
-const float floatLimit = 1e38f;
-
-QLatin1String generalPath()
-{
-    return QLatin1String("/General");
-}
+using PropertyDefaults::floatLimit;
 
 QString entryKey(int position)
 {
@@ -75,14 +70,15 @@ QStringList VireoBrickBase::getBrickActionList() const
 
 bool VireoBrickBase::providesParams(const DzShaderBrick* other, const DzBrickParam* param) const
 {
-    return qobject_cast<const VireoBrickBase*>(other) && DzShaderBrick::providesParams(other, param);
+    return qobject_cast<const VireoBrickBase*>(other)
+        && DzShaderBrick::providesParams(other, param);
 }
 
-void VireoBrickBase::setBrickRenderSettings()
+void VireoBrickBase::setBrickRenderSettings(DzBrickSet*, DzRenderer*)
 {
 }
 
-DzShaderString* VireoBrickBase::getShaderCodeCall() const
+DzShaderString* VireoBrickBase::getShaderCodeCall(const QStringList&) const
 {
     return new DzShaderString(QString());
 }
@@ -218,30 +214,27 @@ VireoExtPropertyParam* VireoBrickBase::addBoolParam(bool custom, const QString& 
 }
 
 VireoExtPropertyParam* VireoBrickBase::addImageParam(bool custom, const QString& propertyPath,
-    const QString& propertyText, const QString& label, const QString& name,
-    const QString& linkType)
+    const QString& propertyText, const QString& label, const QString& name, const QString& linkType)
 {
     DzUndoStackLock lock;
-    return addPropertyParam(custom, new DzImageProperty(name, true), propertyPath, propertyText, label,
-        name, linkType);
+    return addPropertyParam(
+        custom, new DzImageProperty(name, true), propertyPath, propertyText, label, name, linkType);
 }
 
 VireoExtPropertyParam* VireoBrickBase::addStringParam(bool custom, const QString& propertyPath,
-    const QString& propertyText, const QString& label, const QString& name,
-    const QString& linkType)
+    const QString& propertyText, const QString& label, const QString& name, const QString& linkType)
 {
     DzUndoStackLock lock;
-    return addPropertyParam(custom, new DzStringProperty(name, true), propertyPath, propertyText, label,
-        name, linkType);
+    return addPropertyParam(custom, new DzStringProperty(name, true), propertyPath, propertyText,
+        label, name, linkType);
 }
 
 VireoExtPropertyParam* VireoBrickBase::addFileParam(bool custom, const QString& propertyPath,
-    const QString& propertyText, const QString& label, const QString& name,
-    const QString& linkType)
+    const QString& propertyText, const QString& label, const QString& name, const QString& linkType)
 {
     DzUndoStackLock lock;
-    return addPropertyParam(custom, new DzFileProperty(name, true), propertyPath, propertyText, label,
-        name, linkType);
+    return addPropertyParam(
+        custom, new DzFileProperty(name, true), propertyPath, propertyText, label, name, linkType);
 }
 
 VireoExtVec3Param* VireoBrickBase::addVec3Param(bool custom, const QString& propertyPath,
@@ -283,18 +276,18 @@ VireoExtComplexIn* VireoBrickBase::addComplexInput(
 DzBrickParam* VireoBrickBase::addCustomInput(
     int linkType, const QString& name, const QString& label, int direction)
 {
-    const QString path = generalPath();
+    const QString path = PropertyDefaults::path();
     const QString typeName = linkTypeName(linkType);
     switch (linkType) {
     case MaterialLink:
     case VolumeLink:
         return addComplexInput(true, linkType, name, label);
     case FloatLink:
-        return addFloatParam(true, path, name, label, name, 0, 0, -floatLimit, floatLimit, false,
-            typeName);
+        return addFloatParam(
+            true, path, name, label, name, 0, 0, -floatLimit, floatLimit, false, typeName);
     case FresnelLink:
-        return addFloatParamFlagged(true, path, name, label, name, 0, 0, -floatLimit, floatLimit,
-            false, typeName);
+        return addFloatParamFlagged(
+            true, path, name, label, name, 0, 0, -floatLimit, floatLimit, false, typeName);
     case ColorLink:
         return addColorParam(true, path, name, label, name, QColor(), QColor(), typeName);
     case StringLink:
@@ -315,16 +308,36 @@ void VireoBrickBase::purgeCustomParams() const
     customParams->removeAll(QPointer<DzBrickParam>());
 }
 
-int VireoBrickBase::getNumCustomParams() const
+/// The listed inputs that are on the brick: undo may hold one that was taken off.
+QList<DzBrickParam*> VireoBrickBase::presentCustomParams() const
 {
     purgeCustomParams();
-    return customParams->size();
+    QList<DzBrickParam*> present;
+    for (int i = 0; i < customParams->size(); ++i)
+        if (customParams->at(i)->getTopBrickOwner() == this)
+            present.append(customParams->at(i));
+    return present;
+}
+
+int VireoBrickBase::getNumCustomParams() const
+{
+    return presentCustomParams().size();
 }
 
 DzBrickParam* VireoBrickBase::getCustomParam(int index) const
 {
-    purgeCustomParams();
-    return customParams->value(index);
+    return presentCustomParams().value(index);
+}
+
+int VireoBrickBase::findFirstCustomParamIndex() const
+{
+    const QList<DzBrickParam*> params = presentCustomParams();
+    int first = -1;
+    for (int i = 0; i < params.size(); ++i) {
+        const int index = findParameterIndex(params.at(i));
+        first = first < 0 ? index : qMin(first, index);
+    }
+    return first;
 }
 
 void VireoBrickBase::removeCustomParam(DzBrickParam* param)
@@ -349,12 +362,24 @@ const DzSettings* VireoBrickBase::keptMembersOf(const DzBrickParam* param) const
     return nullptr;
 }
 
+/// The next entry's key that no kept plain value has.
+QString VireoBrickBase::nextEntryKey(int* position) const
+{
+    for (;;) {
+        const QString key = entryKey((*position)++);
+        const int index = keptEntries.getSettingIndex(key);
+        if (index < 0 || keptEntries.getValueType(index) == DzSettings::SettingsValue)
+            return key;
+    }
+}
+
 void VireoBrickBase::writeCustomParams(DzSettings* settings) const
 {
-    const int count = getNumCustomParams();
-    for (int i = 0; i < count; ++i) {
-        const DzBrickParam* param = customParams->at(i);
-        DzSettings* entry = settings->setSettingsValue(entryKey(i));
+    int position = 0;
+    const QList<DzBrickParam*> params = presentCustomParams();
+    for (int i = 0; i < params.size(); ++i) {
+        const DzBrickParam* param = params.at(i);
+        DzSettings* entry = settings->setSettingsValue(nextEntryKey(&position));
         if (const DzSettings* kept = keptMembersOf(param))
             entry->replaceWithSettings(*kept);
         entry->setStringValue(QLatin1String(labelKey), param->getLabel());
@@ -363,18 +388,19 @@ void VireoBrickBase::writeCustomParams(DzSettings* settings) const
         entry->setFloatValue(QLatin1String(typeKey), param->getType());
         entry->setFloatValue(QLatin1String(directionKey), param->getDirection());
     }
-    int next = count;
     for (int i = 0; i < keptEntries.getNumValues(); ++i) {
         const QString key = keptEntries.getKey(i);
         if (const DzSettings* entry = keptEntries.getSettingsValue(key))
-            settings->setSettingsValue(entryKey(next++), *entry);
-        else if (!settings->hasKey(key))
+            settings->setSettingsValue(nextEntryKey(&position), *entry);
+        else
             keptEntries.copySetting(key, settings);
     }
 }
 
 DzElement* VireoBrickBase::setAttributes(const DzSettings* settings)
 {
+    if (!settings)
+        return DzShaderBrick::setAttributes(settings);
     {
         DzUndoStackLock lock;
         purgeCustomParams();
@@ -416,7 +442,14 @@ bool VireoBrickBase::readCustomParam(const DzSettings& entry, int position)
     static const char* const understood[] = { labelKey, nameKey, typeKey, directionKey };
     int known = 0;
     for (int i = 0; i < 4; ++i)
-        known += entry.hasKey(QLatin1String(understood[i])) ? 1 : 0;
+        known += entry.getSettingIndex(QLatin1String(understood[i])) >= 0 ? 1 : 0;
+    for (int i = 0; i < 2; ++i) {
+        const int index = entry.getSettingIndex(QLatin1String(understood[i]));
+        if (index >= 0 && entry.getValueType(index) != DzSettings::StringValue)
+            dzApp->warning(tr("%1: the custom input \"%2\" has a \"%3\" that is no text; it gets "
+                              "another")
+                               .arg(getPreferredName(), name, QLatin1String(understood[i])));
+    }
     if (known < entry.getNumValues()) {
         KeptMembers kept;
         kept.param = param;
@@ -429,41 +462,43 @@ bool VireoBrickBase::readCustomParam(const DzSettings& entry, int position)
 VireoExtPropertyParam* VireoBrickBase::addFloatRow(
     const QString& name, const QString& label, float value, float defaultValue)
 {
-    return addFloatParam(false, generalPath(), name, label, name, value, defaultValue, -floatLimit,
-        floatLimit, false, linkTypeName(FloatLink));
+    return addFloatParam(false, PropertyDefaults::path(), name, label, name, value, defaultValue,
+        -floatLimit, floatLimit, false, linkTypeName(FloatLink));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addFresnelRow(
     const QString& name, const QString& label, float value, float defaultValue)
 {
-    return addFloatParamFlagged(false, generalPath(), name, label, name, value, defaultValue,
-        -floatLimit, floatLimit, false, linkTypeName(FresnelLink));
+    return addFloatParamFlagged(false, PropertyDefaults::path(), name, label, name, value,
+        defaultValue, -floatLimit, floatLimit, false, linkTypeName(FresnelLink));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addColorRow(
     const QString& name, const QString& label, const QColor& color)
 {
     return addColorParam(
-        false, generalPath(), name, label, name, color, color, linkTypeName(ColorLink));
+        false, PropertyDefaults::path(), name, label, name, color, color, linkTypeName(ColorLink));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addBoolRow(
     const QString& name, const QString& label, bool value)
 {
-    return addBoolParam(false, generalPath(), name, label, name, value, value, QString());
+    return addBoolParam(
+        false, PropertyDefaults::path(), name, label, name, value, value, QString());
 }
 
 VireoExtPropertyParam* VireoBrickBase::addIntRow(
     const QString& name, const QString& label, int value)
 {
-    return addIntParam(
-        false, generalPath(), name, label, name, value, value, -1000, 1000, false, QString());
+    return addIntParam(false, PropertyDefaults::path(), name, label, name, value, value, -1000,
+        1000, false, QString());
 }
 
 VireoExtPropertyParam* VireoBrickBase::addEnumRow(
     const QString& name, const QString& label, const QStringList& items, int value)
 {
-    return addEnumParam(false, generalPath(), name, label, name, items, value, QString());
+    return addEnumParam(
+        false, PropertyDefaults::path(), name, label, name, items, value, QString());
 }
 
 void VireoBrickBase::addResult(int linkType)

@@ -38,8 +38,8 @@ public:
     QStringList getBrickActionList() const override;
     /// Only bricks of this family can feed one another.
     bool providesParams(const DzShaderBrick* other, const DzBrickParam* param) const override;
-    void setBrickRenderSettings() override;
-    DzShaderString* getShaderCodeCall() const override;
+    void setBrickRenderSettings(DzBrickSet* set, DzRenderer* renderer) override;
+    DzShaderString* getShaderCodeCall(const QStringList& varCallNames) const override;
 
     /// Writes the brick's statement, after those of the bricks that feed it, and tells of it in
     /// `result`, which is returned. The base writes nothing.
@@ -67,8 +67,8 @@ public:
         const QString& propertyText, const QString& label, const QString& name,
         const QStringList& items, int value, const QString& linkType);
     VireoExtPropertyParam* addColorParam(bool custom, const QString& propertyPath,
-        const QString& propertyText, const QString& label, const QString& name,
-        const QColor& value, const QColor& defaultValue, const QString& linkType);
+        const QString& propertyText, const QString& label, const QString& name, const QColor& value,
+        const QColor& defaultValue, const QString& linkType);
     VireoExtPropertyParam* addBoolParam(bool custom, const QString& propertyPath,
         const QString& propertyText, const QString& label, const QString& name, bool value,
         bool defaultValue, const QString& linkType);
@@ -82,9 +82,8 @@ public:
         const QString& propertyText, const QString& label, const QString& name,
         const QString& linkType);
     /// `type` is the host's point, vector or normal type, or the link type that stands for it.
-    VireoExtVec3Param* addVec3Param(bool custom, const QString& propertyPath,
-        const QString& label, const QString& name, int type, const DzVec3& defaultValue,
-        int direction);
+    VireoExtVec3Param* addVec3Param(bool custom, const QString& propertyPath, const QString& label,
+        const QString& name, int type, const DzVec3& defaultValue, int direction);
     VireoExtMatrixParam* addMatrixParam(bool custom, const QString& propertyPath,
         const QString& label, const QString& name, bool shouldWriteToken, int direction);
     VireoExtComplexIn* addComplexInput(
@@ -96,6 +95,8 @@ public:
     // Inputs that users added.
     int getNumCustomParams() const;
     DzBrickParam* getCustomParam(int index) const;
+    /// Index of the first of them among all parameters, -1 when there is none.
+    int findFirstCustomParamIndex() const;
     /// Removes an input that a user added; any other parameter is left alone.
     void removeCustomParam(DzBrickParam* param);
 
@@ -123,7 +124,9 @@ private:
         const QString& name, const QString& linkType);
     void addToBrick(bool custom, DzBrickParam* param, const QString& name, const QString& label);
     void purgeCustomParams() const;
+    QList<DzBrickParam*> presentCustomParams() const;
     void writeCustomParams(DzSettings* settings) const;
+    QString nextEntryKey(int* position) const;
     void readCustomParams(const DzSettings& settings);
     bool readCustomParam(const DzSettings& entry, int position);
 

@@ -5,7 +5,6 @@
 
 #include "BrickCodeCache.h"
 #include "LinkTypes.h"
-#include "PropertyCode.h"
 #include "SceneCodeWriter.h"
 #include "VireoBrickBase.h"
 
@@ -51,7 +50,7 @@ bool VireoExtComplexIn::canConnect(DzBrickParam* other) const
 
 QString VireoExtComplexIn::getTypeString(int) const
 {
-    return linkTypeString(this);
+    return linkTypeText(this);
 }
 
 void VireoExtComplexIn::setLinkType(int code)

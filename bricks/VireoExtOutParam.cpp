@@ -4,7 +4,6 @@
 #include "VireoExtOutParam.h"
 
 #include "LinkTypes.h"
-#include "PropertyCode.h"
 
 VireoExtOutParam::VireoExtOutParam()
 {
@@ -27,7 +26,7 @@ DzBrickParam::ParamType VireoExtOutParam::getTypeForToken(int) const
 
 QString VireoExtOutParam::getTypeString(int) const
 {
-    return linkTypeString(this);
+    return linkTypeText(this);
 }
 
 void VireoExtOutParam::setLinkType(int code)

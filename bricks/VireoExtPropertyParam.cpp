@@ -42,7 +42,7 @@ bool VireoExtPropertyParam::canConnect(DzBrickParam* other) const
 
 QString VireoExtPropertyParam::getTypeString(int) const
 {
-    return linkTypeString(this);
+    return linkTypeText(this);
 }
 
 void VireoExtPropertyParam::writeParameterCode(SceneCodeWriter* writer)

@@ -12,6 +12,7 @@
 #include "dzfileproperty.h"
 #include "dzfloatproperty.h"
 #include "dzimageproperty.h"
+#include "dzvec3param.h"
 
 #include <memory>
 
@@ -19,10 +20,8 @@ namespace {
 
 QString kindOf(const BrickInput& input)
 {
-    if (input.properties.size() == 3)
+    if (qobject_cast<const DzVec3Param*>(input.param))
         return QStringLiteral("vector");
-    if (input.properties.size() == 16)
-        return QStringLiteral("matrix");
     if (input.properties.isEmpty())
         return input.param->getType() == MaterialLink ? QStringLiteral("material")
                                                       : QStringLiteral("volume");
@@ -102,7 +101,8 @@ QVector<BrickInput> brickInputs(const VireoBrickBase* brick)
 {
     QVector<BrickInput> inputs;
     for (DzProperty* property : brick->getPropertyList())
-        inputs.append(BrickInput { property->getName(), property->getLabel(), nullptr, { property } });
+        inputs.append(
+            BrickInput { property->getName(), property->getLabel(), nullptr, { property } });
     for (int i = 0; i < brick->getNumParameters(); ++i) {
         DzBrickParam* param = brick->getParameter(i);
         if (param->isOutput())

@@ -40,7 +40,8 @@ QByteArray bricksAsTable(const QVector<BrickPtr>& bricks)
 
 QString markdownCell(QString text)
 {
-    return text.isEmpty() ? QStringLiteral(" ") : text.replace(QLatin1Char('|'), QLatin1String("\\|"));
+    return text.isEmpty() ? QStringLiteral(" ")
+                          : text.replace(QLatin1Char('|'), QLatin1String("\\|"));
 }
 
 QString markdownRow(const QStringList& cells)
@@ -54,15 +55,16 @@ QString markdownRow(const QStringList& cells)
 QString markdownSection(const VireoBrickBase* brick)
 {
     QString text = QStringLiteral("\n### %1\n\n").arg(brick->getPreferredName());
-    text += QStringLiteral("`%1`, category \"%2\"").arg(brick->className(), brick->getDefaultCategory());
+    text += QStringLiteral("`%1`, category \"%2\"")
+                .arg(brick->className(), brick->getDefaultCategory());
     if (!brick->getLuxType().isEmpty())
         text += QStringLiteral(", written as \"%1\"").arg(brick->getLuxType());
     text += QLatin1Char('\n');
     const QVector<QStringList> rows = inputTable(brick);
     if (rows.size() == 1)
         return text + QStringLiteral("\nNo inputs.\n");
-    text += QLatin1Char('\n') + markdownRow(rows.first())
-        + markdownRow(QStringList(QVector<QString>(rows.first().size(), QStringLiteral("---")).toList()));
+    text += QLatin1Char('\n') + markdownRow(rows.first()) + QStringLiteral("|")
+        + QStringLiteral(" --- |").repeated(rows.first().size()) + QLatin1Char('\n');
     for (int i = 1; i < rows.size(); ++i)
         text += markdownRow(rows.at(i));
     return text;
@@ -75,8 +77,10 @@ QByteArray bricksAsMarkdown(const QVector<BrickPtr>& bricks)
         { "fresnel", "Fresnel textures" } };
     QString text = QStringLiteral(
         "# Bricks\n\n"
-        "Every brick with its inputs. This page is made by `vireo bricks --markdown`; do not edit it.\n\n"
-        "*takes* names the textures, materials or volumes that can be linked to an input; `-` marks a\n"
+        "Every brick with its inputs. This page is made by `vireo bricks --markdown`; do not edit "
+        "it.\n\n"
+        "*takes* names the textures, materials or volumes that can be linked to an input; `-` "
+        "marks a\n"
         "value that nothing can be linked to. *default* is what a reset gives: for the numbers of\n"
         "materials and volumes it is 0 whatever they start with. Band and multi-mix textures have\n"
         "\"count\" numbered pairs of inputs besides those listed.\n");

@@ -8,9 +8,9 @@
 #include "dzapp.h"
 #include "dzbrickuserfile.h"
 #include "dzelement.h"
+#include "dznumericproperty.h"
 #include "dzproperty.h"
 #include "dztexture.h"
-#include "dznumericproperty.h"
 #include "idzbrickuser.h"
 
 #include <CLI/CLI.hpp>
@@ -51,21 +51,19 @@ QString wholeText(const GeneratedCode& code, bool withList)
     if (!text.endsWith(QLatin1Char('\n')))
         text += QLatin1Char('\n');
     if (withList)
-        text += QStringLiteral("\n#%1\n# Placeholders\n").arg(QString(69, QLatin1Char('-')))
+        text += QLatin1Char('\n') + exportSeparator() + QStringLiteral("\n# Placeholders\n")
             + placeholderTable(code);
     return text;
 }
 
 void noticeUnwrittenMaps(const GeneratedCode& code)
 {
-    for (const DzProperty* property : code.unwrittenMaps) {
-        auto* numeric = static_cast<const DzNumericProperty*>(property);
+    for (const DzNumericProperty* property : code.unwrittenMaps) {
         const bool isFilename = property->getName() == QLatin1String("filename");
-        notice(QStringLiteral("notice: %1/%2: values alone do not carry its map %3; %4")
+        notice(QStringLiteral("notice: %1/%2: its value is written and does not carry its map %3%4")
                    .arg(brickCaption(brickOf(property)), property->getName(),
-                       numeric->getMapValue()->getFilename(),
-                       isFilename ? QStringLiteral("--map-files writes it")
-                                  : QStringLiteral("--placeholders leaves it to the renderer's side")));
+                       property->getMapValue()->getFilename(),
+                       isFilename ? QStringLiteral("; --map-files writes it") : QString()));
     }
 }
 
@@ -93,7 +91,7 @@ void runExport(const ExportOptions& options)
     generate.mapFiles = options.mapFiles;
     const GeneratedCode code = generateCode(root, generate);
     const QString text = options.section == "material" ? code.materialText
-        : options.section == "mesh"                    ? code.meshText
+        : options.section == "mesh"                    ? code.resultName
                                                        : wholeText(code, options.list);
     deliver(text.toUtf8(), options.output);
     noticeUnwrittenMaps(code);

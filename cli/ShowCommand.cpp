@@ -6,6 +6,7 @@
 #include "Command.h"
 
 #include "ExportText.h"
+#include "VireoRootBrick.h"
 #include "dzbrickparam.h"
 #include "dznumericproperty.h"
 
@@ -87,7 +88,8 @@ void runShow(const ShowOptions& options)
     const QString className = argumentText(options.className);
     const BrickPtr brick = makeBrick(className);
     if (!brick)
-        failWrongUse(QStringLiteral("\"%1\" is no brick class; vireo bricks lists them").arg(className));
+        failWrongUse(
+            QStringLiteral("\"%1\" is no brick class; vireo bricks lists them").arg(className));
     for (const std::string& value : options.values)
         setValue(brick, readAssignment("--set", value));
     for (const std::string& map : options.maps)
@@ -101,7 +103,8 @@ void runShow(const ShowOptions& options)
     GenerateOptions generate;
     generate.literalValues = !options.placeholders;
     const GeneratedCode code = generateCode(brick, generate);
-    printText((code.materialText + code.meshText).toUtf8());
+    const bool isRoot = qobject_cast<VireoRootBrick*>(brick);
+    printText((isRoot ? code.materialText + code.resultName : code.materialText).toUtf8());
 }
 
 } // namespace
@@ -122,7 +125,7 @@ void addShowCommand(CLI::App& program)
         ->allow_extra_args(false);
     command->add_flag("--placeholders", options->placeholders,
         "Write placeholders for values that are not locked");
-    command->add_flag(
-        "--inputs", options->inputs, "List the inputs with kind, value, default and limits instead");
+    command->add_flag("--inputs", options->inputs,
+        "List the inputs with kind, value, default and limits instead");
     command->callback([options] { runShow(*options); });
 }

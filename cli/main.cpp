@@ -22,6 +22,29 @@ void printFailure(const QString& message)
     notice(message.simplified());
 }
 
+/// What is wrong with the command line, and where help is.
+QString wrongUse(const CLI::App& program, const CLI::ParseError& error, const QStringList& words)
+{
+    QString help = QStringLiteral("vireo --help");
+    const QString word = words.value(0);
+    const CLI::App* command = nullptr;
+    if (!word.isEmpty() && !word.startsWith(QLatin1Char('-'))) {
+        try {
+            command = program.get_subcommand(word.toStdString());
+        } catch (const CLI::OptionNotFound&) {
+            return QStringLiteral("there is no command \"%1\"; see %2").arg(word, help);
+        }
+        help = QStringLiteral("vireo %1 --help").arg(word);
+    }
+    // The library names what is missing before what is too much; the latter is mostly the cause.
+    const std::vector<std::string> unknown
+        = command ? command->remaining() : std::vector<std::string>();
+    const QString cause = unknown.empty()
+        ? QString::fromUtf8(error.what())
+        : QStringLiteral("unknown argument \"%1\"").arg(argumentText(unknown.front()));
+    return QStringLiteral("%1; see %2").arg(cause, help);
+}
+
 void handleMessage(DzApp::MessageType type, const QString& message)
 {
     if (type == DzApp::WarningMessage)
@@ -44,7 +67,7 @@ int run(int argc, char** argv)
         program.exit(success); // help and version, on standard output
         return ExitDone;
     } catch (const CLI::ParseError& error) {
-        printFailure(QString::fromUtf8(error.what()) + QStringLiteral("; see vireo --help"));
+        printFailure(wrongUse(program, error, QCoreApplication::arguments().mid(1)));
         return ExitWrongUse;
     } catch (const CommandError& error) {
         printFailure(error.message);

@@ -18,7 +18,7 @@ const uint walkStackSize = 64u * 1024 * 1024;
 /// Bricks whose writeCode() has begun and not ended.
 int walkDepth = 0;
 
-void write(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
+void writeBrick(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
 {
     ++walkDepth;
     brick->writeCode(result, writer);
@@ -29,10 +29,10 @@ void write(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
 class WriteThread : public QThread
 {
 public:
-    WriteThread(VireoBrickBase* whichBrick, SceneCodeWriter* whichWriter, CodeResult* itsResult)
-        : brick(whichBrick)
-        , writer(whichWriter)
-        , result(itsResult)
+    WriteThread(VireoBrickBase* startBrick, SceneCodeWriter* textWriter, CodeResult* target)
+        : brick(startBrick)
+        , writer(textWriter)
+        , result(target)
         , hasRun(false)
     {
         setStackSize(walkStackSize);
@@ -51,7 +51,7 @@ protected:
     void run() override
     {
         hasRun = true;
-        write(brick, writer, result);
+        writeBrick(brick, writer, result);
     }
 
 private:
@@ -91,7 +91,7 @@ CodeResult codeFor(VireoBrickBase* brick, SceneCodeWriter* writer)
         WriteThread thread(brick, writer, &result);
         thread.finish();
     } else {
-        write(brick, writer, &result);
+        writeBrick(brick, writer, &result);
     }
     cache.insert(brick, result);
     return result;

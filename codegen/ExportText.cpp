@@ -18,20 +18,24 @@ GeneratedCode generateCode(VireoBrickBase* brick, const GenerateOptions& options
     const CodeResult result = codeFor(brick, &writer);
     GeneratedCode code;
     code.materialText = writer.outputText();
-    if (result.kind == CodeResult::NothingKind)
-        code.meshText = result.name;
+    code.resultName = result.name;
     code.placeholderKeys = writer.placeholderKeys;
     code.placeholderNames = writer.placeholderNames;
     code.unwrittenMaps = writer.unwrittenMaps;
     return code;
 }
 
+QString exportSeparator()
+{
+    return QLatin1Char('#') + QString(69, QLatin1Char('-'));
+}
+
 QString exportText(const GeneratedCode& code)
 {
-    const QString separator = QLatin1Char('#') + QString(69, QLatin1Char('-'));
     QStringList paragraphs;
-    paragraphs << separator << QLatin1String("# Material Settings") << code.materialText
-               << QString() << separator << QLatin1String("# Mesh Settings") << code.meshText;
+    paragraphs << exportSeparator() << QLatin1String("# Material Settings") << code.materialText
+               << QString() << exportSeparator() << QLatin1String("# Mesh Settings")
+               << code.resultName;
     return paragraphs.join(QLatin1String("\n"));
 }
 

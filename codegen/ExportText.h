@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+class DzNumericProperty;
 class DzProperty;
 class IDzBrickUser;
 class VireoBrickBase;
@@ -15,13 +16,13 @@ class VireoRootBrick;
 struct GeneratedCode {
     /// The statements; for a root, the material section.
     QString materialText;
-    /// The mesh section; empty for other bricks than a root.
-    QString meshText;
+    /// The name of the brick's code result: a root's mesh section, else the statement's name.
+    QString resultName;
     /// Properties that have a placeholder, and the names of these, index for index.
     QList<DzProperty*> placeholderKeys;
     QStringList placeholderNames;
     /// Mapped properties whose map the text does not carry.
-    QList<DzProperty*> unwrittenMaps;
+    QList<DzNumericProperty*> unwrittenMaps;
 };
 
 /// How values are written.
@@ -38,6 +39,9 @@ struct GenerateOptions {
 
 /// Writes a brick afresh. The same network gives the same text on every run.
 GeneratedCode generateCode(VireoBrickBase* brick, const GenerateOptions& options);
+
+/// The line that separates the sections of the text that users see.
+QString exportSeparator();
 
 /// The text that users see: both sections under their headings.
 QString exportText(const GeneratedCode& code);

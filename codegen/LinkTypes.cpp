@@ -19,3 +19,10 @@ QString linkTypeName(int code)
     name[0] = name.at(0).toUpper();
     return QLatin1Char('L') + name;
 }
+
+QString linkTypeText(const DzBrickParam* param)
+{
+    const int type = param->getType();
+    const QString name = isLinkType(type) ? linkTypeName(type) : DzBrickParam::typeToString(type);
+    return param->isArray() ? QString::fromLatin1("%1[]").arg(name) : name;
+}

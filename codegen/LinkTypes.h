@@ -4,6 +4,8 @@
 
 #include <QString>
 
+class DzBrickParam;
+
 /// What a link carries. Inputs and outputs can be linked when their types are equal.
 /// The numbers are stored in files.
 enum LinkType {
@@ -33,3 +35,6 @@ inline bool isLinkType(int code)
 
 /// The name of a link type as users see it, such as "LuxMaterial"; empty for any other number.
 QString linkTypeName(int code);
+
+/// The name of a parameter's type as users see it, "[]" behind it for an array.
+QString linkTypeText(const DzBrickParam* param);

@@ -3,6 +3,8 @@
 
 #include "SceneCodeWriter.h"
 
+#include "dznumericproperty.h"
+
 namespace {
 
 const char* const colorPattern = "\t\"color   %1\" [%2 %3 %4]\n";
@@ -55,6 +57,12 @@ SceneCodeWriter::SceneCodeWriter()
 {
 }
 
+void SceneCodeWriter::noteUnwrittenMap(DzNumericProperty* property)
+{
+    if (property->isMapped())
+        unwrittenMaps.append(property);
+}
+
 void SceneCodeWriter::push()
 {
     buffers.append(QString());
@@ -65,13 +73,13 @@ void SceneCodeWriter::popAndEmit()
     if (buffers.isEmpty())
         return;
     output += buffers.last();
-    buffers.removeLast();
+    buffers.pop_back();
 }
 
 QString SceneCodeWriter::takeAndDrop()
 {
     const QString taken = text();
-    buffers.removeLast();
+    buffers.pop_back();
     return taken;
 }
 
@@ -141,8 +149,7 @@ void SceneCodeWriter::writeFloatArray(const QString& name, const QVector<double>
 
 void SceneCodeWriter::writeBool(const QString& name, bool value)
 {
-    writeTemplate(
-        "\t\"bool    %1\" [\"%2\"]\n", name, QLatin1String(value ? "true" : "false"));
+    writeTemplate("\t\"bool    %1\" [\"%2\"]\n", name, QLatin1String(value ? "true" : "false"));
 }
 
 void SceneCodeWriter::writeColor(const QString& name, const QColor& color)
@@ -153,14 +160,13 @@ void SceneCodeWriter::writeColor(const QString& name, const QColor& color)
 
 void SceneCodeWriter::writeColor3(const QString& name, double first, double second, double third)
 {
-    writeTemplate(
-        colorPattern, name, numberText(first), numberText(second), numberText(third));
+    writeTemplate(colorPattern, name, numberText(first), numberText(second), numberText(third));
 }
 
 void SceneCodeWriter::writeVector(const QString& name, double x, double y, double z)
 {
-    writeTemplate("\t\"vector  %1\" [%2 %3 %4]\n", name, numberText(x), numberText(y),
-        numberText(z));
+    writeTemplate(
+        "\t\"vector  %1\" [%2 %3 %4]\n", name, numberText(x), numberText(y), numberText(z));
 }
 
 void SceneCodeWriter::writeInteger(const QString& name, qint32 value)

@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QVector>
 
+class DzNumericProperty;
 class DzProperty;
 
 /// The state of one run of code generation: counters, open text buffers, finished text and the
@@ -37,7 +38,9 @@ public:
     QList<DzProperty*> placeholderKeys;
     QStringList placeholderNames;
     /// Mapped properties whose value was written, so that the text does not carry their map.
-    QList<DzProperty*> unwrittenMaps;
+    QList<DzNumericProperty*> unwrittenMaps;
+    /// Adds a property to that list if it has a map.
+    void noteUnwrittenMap(DzNumericProperty* property);
 
     // Buffers. A statement is written into a buffer of its own; finishing the statement appends the
     // buffer to the output, so that what a statement refers to stands before it.

@@ -4,6 +4,7 @@
 #include "VireoRootBrick.h"
 
 #include "LinkTypes.h"
+#include "PropertyDefaults.h"
 #include "SceneCodeWriter.h"
 #include "VireoExtComplexIn.h"
 #include "VireoExtPropertyParam.h"
@@ -15,8 +16,6 @@ namespace {
 
 /// Opaque and flat, for the host's own preview.
 const char* const previewShader = "Oi = 1;\nCi = color( .33, .66, .33);\n";
-
-const float floatLimit = 1e38f;
 
 } // namespace
 
@@ -65,8 +64,9 @@ void VireoRootBrick::addBool(const char* name, bool value)
 VireoExtPropertyParam* VireoRootBrick::addFloat(const char* name, float value)
 {
     const QLatin1String text(name);
-    VireoExtPropertyParam* param = addFloatParam(false, QLatin1String("/General"), text, text, text,
-        value, value, -floatLimit, floatLimit, false, QString());
+    VireoExtPropertyParam* param
+        = addFloatParam(false, PropertyDefaults::path(), text, text, text, value, value,
+            -PropertyDefaults::floatLimit, PropertyDefaults::floatLimit, false, QString());
     sections->meshSectionParams << param;
     return param;
 }
@@ -98,7 +98,7 @@ DzShaderString* VireoRootBrick::getBrickClassShaderCode() const
     return new DzShaderString(QLatin1String(previewShader));
 }
 
-DzShaderString* VireoRootBrick::getShaderCodeCall() const
+DzShaderString* VireoRootBrick::getShaderCodeCall(const QStringList&) const
 {
     return new DzShaderString(QLatin1String(previewShader));
 }

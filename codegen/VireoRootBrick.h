@@ -25,7 +25,7 @@ public:
     DzBrickSet::ShaderType type() const override;
     QStringList getBrickActionList() const override;
     DzShaderString* getBrickClassShaderCode() const override;
-    DzShaderString* getShaderCodeCall() const override;
+    DzShaderString* getShaderCodeCall(const QStringList& varCallNames) const override;
 
     // VireoBrickBase
     CodeResult* writeCode(CodeResult* result, SceneCodeWriter* writer) override;

@@ -28,7 +28,9 @@ VireoBrickUser::~VireoBrickUser()
 
 DzElement* VireoBrickUser::setAttributes(const DzSettings* settings)
 {
-    if (const DzSettings* setup = settings->getSettingsValue(QLatin1String(setupKey)))
+    const DzSettings* setup
+        = settings ? settings->getSettingsValue(QLatin1String(setupKey)) : nullptr;
+    if (setup)
         setAttributesHelper(setup, nullptr);
     return this;
 }
@@ -48,10 +50,11 @@ void VireoBrickUser::copyFrom(const DzElement* other)
         dzApp->warning(QLatin1String("NULL pointer passed to DzBrickGroup::copyFrom()"));
         return;
     }
-    if (const VireoBrickUser* source = qobject_cast<const VireoBrickUser*>(other)) {
-        // Copying from itself would delete what is to be copied.
-        if (source == this)
-            return;
+    const VireoBrickUser* source = qobject_cast<const VireoBrickUser*>(other);
+    // Copying from itself would delete what is to be copied.
+    if (source && source != this) {
+        // What is copied is made without undo, so that what it replaces goes without undo too.
+        DzUndoStackLock lock;
         deleteAllBricks();
         DzSettings settings;
         settings.setStringValue(QLatin1String("AttributesMode"), QLatin1String("Copy"));
@@ -149,7 +152,9 @@ uint VireoBrickUser::addBrick(DzShaderBrick* brick)
 
 void VireoBrickUser::brickWasRestored(DzShaderBrick* brick)
 {
-    emit brickAdded(brick);
+    // A brick of unknown class comes and goes unannounced: only loading may put one in.
+    if (canUseBrick(brick))
+        emit brickAdded(brick);
 }
 
 void VireoBrickUser::brickWasRemoved(DzShaderBrick* brick)

@@ -24,8 +24,7 @@ const char* const guidPrefix = "5F0C2E91-7A4B-4D3E-9C61-3B8A20D7";
 template <typename T>
 void addClass(DzPlugin* plugin, const char* guidEnding)
 {
-    const DzGuid guid
-        = DzGuid::fromString(QLatin1String(guidPrefix) + QLatin1String(guidEnding));
+    const DzGuid guid = DzGuid::fromString(QLatin1String(guidPrefix) + QLatin1String(guidEnding));
     plugin->addClassFactory(new DzTClassFactory<T>(T::staticMetaObject, guid));
 }
 
@@ -33,7 +32,7 @@ void addClass(DzPlugin* plugin, const char* guidEnding)
 
 void registerClasses(DzPlugin* plugin)
 {
-    // Scenes know the classes by these endings: they jump, and change case, as they always did.
+    // Scenes know the classes by these endings: their jumps and letter cases stay.
     addClass<VireoBrickUser>(plugin, "3571");
     addClass<VireoRootBrick>(plugin, "3572");
     addClass<VireoMatCarpaintBrick>(plugin, "357A");

@@ -4,5 +4,6 @@
 
 class DzPlugin;
 
-/// Adds a factory for every class that the host may make by name, in the order of the table.
+/// Adds a factory for every class that the host may make by name, in the order in which it lists
+/// them.
 void registerClasses(DzPlugin* plugin);

@@ -9,10 +9,19 @@
 #define VIREO_BRICK(Class, luxType, label)                                                         \
 public:                                                                                            \
     Class();                                                                                       \
-    QString getLuxType() const override { return QLatin1String(luxType); }                         \
-    QString getPreferredName() const override { return QLatin1String(label); }
+    QString getLuxType() const override                                                            \
+    {                                                                                              \
+        return QLatin1String(luxType);                                                             \
+    }                                                                                              \
+    QString getPreferredName() const override                                                      \
+    {                                                                                              \
+        return QLatin1String(label);                                                               \
+    }
 
 /// The same for a texture, with its category.
 #define VIREO_TEXTURE_BRICK(Class, luxType, label, category)                                       \
     VIREO_BRICK(Class, luxType, label)                                                             \
-    QString getDefaultCategory() const override { return QLatin1String(category); }
+    QString getDefaultCategory() const override                                                    \
+    {                                                                                              \
+        return QLatin1String(category);                                                            \
+    }

@@ -3,6 +3,7 @@
 
 #include "ImageAndConstantTextureBricks.h"
 
+#include "PropertyCode.h"
 #include "SceneCodeWriter.h"
 #include "VireoExtPropertyParam.h"
 #include "dzcolorproperty.h"
@@ -30,13 +31,6 @@ void noteColor(CodeResult* result, double red, double green, double blue, int co
     result->values[1] = green;
     result->values[2] = blue;
     result->values[3] = 1;
-}
-
-/// A value that is written without regard to its map.
-void noteDroppedMap(SceneCodeWriter* writer, DzNumericProperty* property)
-{
-    if (property->isMapped())
-        writer->unwrittenMaps.append(property);
 }
 
 void noteColor(CodeResult* result, const QColor& color)
@@ -83,8 +77,8 @@ CodeResult* VireoTexClrConstantBrick::writeCode(CodeResult* result, SceneCodeWri
     if (writer->literalValues) {
         const QString name = beginTexture(writer, QLatin1String("constant"));
         writer->writeColor3(QLatin1String("value"), red, green, blue);
-        noteDroppedMap(writer, color);
-        noteDroppedMap(writer, scale);
+        writer->noteUnwrittenMap(color);
+        writer->noteUnwrittenMap(scale);
         endTexture(result, writer, name);
         return result;
     }
@@ -93,13 +87,12 @@ CodeResult* VireoTexClrConstantBrick::writeCode(CodeResult* result, SceneCodeWri
     const QString name = beginTexture(writer, QLatin1String("scale"));
     writer->writeTextureRef(QLatin1String("tex1"), constant);
     if (scale->isLocked()) {
-        // A locked scale goes under "value", not "tex2": existing scenes are written so.
+        // A locked scale goes under "value", not "tex2", on purpose.
         writer->writeColor3(QLatin1String("value"), s, s, s);
-        noteDroppedMap(writer, scale);
+        writer->noteUnwrittenMap(scale);
     } else {
         const QString placeholder = placeholderName(writer, scale, scale->getName());
-        writer->writeTemplate("\t\"color   %1\" [$(%2) $(%3) $(%4)]\n", QLatin1String("tex2"),
-            placeholder, placeholder, placeholder);
+        writeColorPlaceholder3(writer, QLatin1String("tex2"), placeholder);
     }
     endTexture(result, writer, name);
     return result;
@@ -122,7 +115,7 @@ VireoTexClrImageMapBrick::VireoTexClrImageMapBrick()
 CodeResult* VireoTexFltImageMapBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
 {
     DzFloatProperty* tint = propertyOf<DzFloatProperty>(filenameParam);
-    if (tint)
+    if (tint && !isLinked(filenameParam))
         noteColor(result, tint->getValue(), tint->getValue(), tint->getValue(), 1);
     if (writer->literalValues && tint && !tint->isMapped()) {
         const QString name = beginTexture(writer, QLatin1String("constant"));
@@ -142,8 +135,8 @@ CodeResult* VireoTexFltImageMapBrick::writeCode(CodeResult* result, SceneCodeWri
     if (isLiteral)
         writer->writeFloat(QLatin1String("tex2"), tint->getValue());
     else
-        writer->writeTemplate("\t\"float   %1\" [$(%2)]\n", QLatin1String("tex2"),
-            placeholderName(writer, tint, tint->getName()));
+        writeFloatPlaceholder(
+            writer, QLatin1String("tex2"), placeholderName(writer, tint, tint->getName()));
     endTexture(result, writer, name);
     return result;
 }
@@ -151,7 +144,7 @@ CodeResult* VireoTexFltImageMapBrick::writeCode(CodeResult* result, SceneCodeWri
 CodeResult* VireoTexClrImageMapBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
 {
     DzColorProperty* tint = propertyOf<DzColorProperty>(filenameParam);
-    if (tint)
+    if (tint && !isLinked(filenameParam))
         noteColor(result, tint->getColorValue());
     if (writer->literalValues && tint && !tint->isMapped()) {
         const QString name = beginTexture(writer, QLatin1String("constant"));
@@ -171,8 +164,8 @@ CodeResult* VireoTexClrImageMapBrick::writeCode(CodeResult* result, SceneCodeWri
     if (isLiteral)
         writer->writeColor(QLatin1String("tex2"), tint->getColorValue());
     else
-        writer->writeTemplate("\t\"color   %1\" [$(%2)]\n", QLatin1String("tex2"),
-            placeholderName(writer, tint, tint->getName()));
+        writeColorPlaceholder(
+            writer, QLatin1String("tex2"), placeholderName(writer, tint, tint->getName()));
     endTexture(result, writer, name);
     return result;
 }

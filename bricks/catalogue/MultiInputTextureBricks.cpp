@@ -4,6 +4,7 @@
 #include "MultiInputTextureBricks.h"
 
 #include "LinkTypes.h"
+#include "PropertyDefaults.h"
 #include "SceneCodeWriter.h"
 #include "VireoExtPropertyParam.h"
 #include "dzfloatproperty.h"
@@ -13,13 +14,9 @@
 
 namespace {
 
-const float floatLimit = 1e38f;
-const int maximumCount = 10;
+using PropertyDefaults::floatLimit;
 
-QLatin1String generalPath()
-{
-    return QLatin1String("/General");
-}
+const int maximumCount = 10;
 
 } // namespace
 
@@ -36,16 +33,20 @@ DzIntProperty* NumberedPairs::createCount()
     count = new DzIntProperty(QLatin1String("count"), true, false, 0);
     count->setMinMax(0, maximumCount);
     count->setIsClamped(true);
-    count->setPath(generalPath());
+    count->setPath(PropertyDefaults::path());
     brick->addProperty(count);
     return count;
 }
 
+void NumberedPairs::setAmount(VireoExtPropertyParam* param)
+{
+    amount = param;
+}
+
 void NumberedPairs::readCount(const DzSettings* attributes)
 {
-    const DzSettings* properties = attributes
-        ? attributes->getSettingsValue(QLatin1String("BrickProperties"))
-        : nullptr;
+    const DzSettings* properties
+        = attributes ? attributes->getSettingsValue(QLatin1String("BrickProperties")) : nullptr;
     const DzSettings* stored
         = properties ? properties->getSettingsValue(QLatin1String("count")) : nullptr;
     DzPropertySettings value;
@@ -80,8 +81,8 @@ void NumberedPairs::completePair(int index)
 
 VireoExtPropertyParam* NumberedPairs::createNumber(const QString& name) const
 {
-    VireoExtPropertyParam* param = brick->addFloatParam(false, generalPath(), name, name, name, 0,
-        0, -floatLimit, floatLimit, false, linkTypeName(FloatLink));
+    VireoExtPropertyParam* param = brick->addFloatParam(false, PropertyDefaults::path(), name, name,
+        name, 0, 0, -floatLimit, floatLimit, false, linkTypeName(FloatLink));
     placeBeforeCustomInputs(param);
     return param;
 }
@@ -90,28 +91,29 @@ VireoExtPropertyParam* NumberedPairs::createTexture(const QString& name) const
 {
     VireoExtPropertyParam* param = nullptr;
     if (kind == ColorTexture)
-        param = brick->addColorParam(false, generalPath(), name, name, name, QColor(), QColor(),
-            linkTypeName(ColorLink));
+        param = brick->addColorParam(false, PropertyDefaults::path(), name, name, name, QColor(),
+            QColor(), linkTypeName(ColorLink));
     else if (kind == FresnelTexture)
-        param = brick->addFloatParamFlagged(false, generalPath(), name, name, name, 0, 0,
+        param = brick->addFloatParamFlagged(false, PropertyDefaults::path(), name, name, name, 0, 0,
             -floatLimit, floatLimit, false, linkTypeName(FresnelLink));
     else
-        param = brick->addFloatParam(false, generalPath(), name, name, name, 0, 0, -floatLimit,
-            floatLimit, false, linkTypeName(FloatLink));
+        param = brick->addFloatParam(false, PropertyDefaults::path(), name, name, name, 0, 0,
+            -floatLimit, floatLimit, false, linkTypeName(FloatLink));
     placeBeforeCustomInputs(param);
     return param;
 }
 
 void NumberedPairs::placeBeforeCustomInputs(DzBrickParam* param) const
 {
-    int place = brick->findParameterIndex(param);
-    for (int i = 0; i < brick->getNumCustomParams(); ++i)
-        place = qMin(place, brick->findParameterIndex(brick->getCustomParam(i)));
-    brick->changeParamIndex(param, place);
+    const int first = brick->findFirstCustomParamIndex();
+    if (first >= 0)
+        brick->changeParamIndex(param, first);
 }
 
 void NumberedPairs::write(SceneCodeWriter* writer) const
 {
+    if (amount)
+        amount->writeParameterCode(writer);
     QVector<double> numbers;
     for (int i = 0; i < pairs.size(); ++i) {
         const Pair& pair = pairs.at(i);
@@ -119,8 +121,7 @@ void NumberedPairs::write(SceneCodeWriter* writer) const
         if (DzFloatProperty* number
             = pair.number ? qobject_cast<DzFloatProperty*>(pair.number->getProperty(0)) : nullptr) {
             numbers.append(number->getValue());
-            if (number->isMapped())
-                writer->unwrittenMaps.append(number);
+            writer->noteUnwrittenMap(number);
         }
         if (pair.texture)
             pair.texture->writeParameterCode(writer);
@@ -129,143 +130,65 @@ void NumberedPairs::write(SceneCodeWriter* writer) const
         writer->writeFloatArray(numberName + QLatin1Char('s'), numbers);
 }
 
+// What the six bricks have in common; they differ in base, number name and kind.
+#define VIREO_NUMBERED_PAIRS(Class, Base)                                                          \
+    DzElement* Class::setAttributes(const DzSettings* settings)                                    \
+    {                                                                                              \
+        pairs.readCount(settings);                                                                 \
+        return Base::setAttributes(settings);                                                      \
+    }                                                                                              \
+    void Class::writeParameters(SceneCodeWriter* writer)                                           \
+    {                                                                                              \
+        pairs.write(writer);                                                                       \
+    }                                                                                              \
+    void Class::countChanged()                                                                     \
+    {                                                                                              \
+        pairs.matchCount();                                                                        \
+    }
+
 VireoTexFltBAndBrick::VireoTexFltBAndBrick()
     : pairs(this, "offset", NumberedPairs::FloatTexture)
 {
     connect(pairs.createCount(), SIGNAL(currentValueChanged()), this, SLOT(countChanged()));
-    amountParam = addFloat("amount", 0);
+    pairs.setAmount(addFloat("amount", 0));
 }
-
-DzElement* VireoTexFltBAndBrick::setAttributes(const DzSettings* settings)
-{
-    pairs.readCount(settings);
-    return VireoTextureFloatBrick::setAttributes(settings);
-}
-
-void VireoTexFltBAndBrick::writeParameters(SceneCodeWriter* writer)
-{
-    if (amountParam)
-        amountParam->writeParameterCode(writer);
-    pairs.write(writer);
-}
-
-void VireoTexFltBAndBrick::countChanged()
-{
-    pairs.matchCount();
-}
+VIREO_NUMBERED_PAIRS(VireoTexFltBAndBrick, VireoTextureFloatBrick)
 
 VireoTexClrBAndBrick::VireoTexClrBAndBrick()
     : pairs(this, "offset", NumberedPairs::ColorTexture)
 {
     connect(pairs.createCount(), SIGNAL(currentValueChanged()), this, SLOT(countChanged()));
-    amountParam = addFloat("amount", 0);
+    pairs.setAmount(addFloat("amount", 0));
 }
-
-DzElement* VireoTexClrBAndBrick::setAttributes(const DzSettings* settings)
-{
-    pairs.readCount(settings);
-    return VireoTextureColorBrick::setAttributes(settings);
-}
-
-void VireoTexClrBAndBrick::writeParameters(SceneCodeWriter* writer)
-{
-    if (amountParam)
-        amountParam->writeParameterCode(writer);
-    pairs.write(writer);
-}
-
-void VireoTexClrBAndBrick::countChanged()
-{
-    pairs.matchCount();
-}
+VIREO_NUMBERED_PAIRS(VireoTexClrBAndBrick, VireoTextureColorBrick)
 
 VireoTexFnlBAndBrick::VireoTexFnlBAndBrick()
     : pairs(this, "offset", NumberedPairs::FresnelTexture)
 {
     connect(pairs.createCount(), SIGNAL(currentValueChanged()), this, SLOT(countChanged()));
-    amountParam = addFloat("amount", 0);
+    pairs.setAmount(addFloat("amount", 0));
 }
-
-DzElement* VireoTexFnlBAndBrick::setAttributes(const DzSettings* settings)
-{
-    pairs.readCount(settings);
-    return VireoTextureFresnelBrick::setAttributes(settings);
-}
-
-void VireoTexFnlBAndBrick::writeParameters(SceneCodeWriter* writer)
-{
-    if (amountParam)
-        amountParam->writeParameterCode(writer);
-    pairs.write(writer);
-}
-
-void VireoTexFnlBAndBrick::countChanged()
-{
-    pairs.matchCount();
-}
+VIREO_NUMBERED_PAIRS(VireoTexFnlBAndBrick, VireoTextureFresnelBrick)
 
 VireoTexFltMultiMixBrick::VireoTexFltMultiMixBrick()
     : pairs(this, "weight", NumberedPairs::FloatTexture)
 {
     connect(pairs.createCount(), SIGNAL(currentValueChanged()), this, SLOT(countChanged()));
 }
-
-DzElement* VireoTexFltMultiMixBrick::setAttributes(const DzSettings* settings)
-{
-    pairs.readCount(settings);
-    return VireoTextureFloatBrick::setAttributes(settings);
-}
-
-void VireoTexFltMultiMixBrick::writeParameters(SceneCodeWriter* writer)
-{
-    pairs.write(writer);
-}
-
-void VireoTexFltMultiMixBrick::countChanged()
-{
-    pairs.matchCount();
-}
+VIREO_NUMBERED_PAIRS(VireoTexFltMultiMixBrick, VireoTextureFloatBrick)
 
 VireoTexClrMultiMixBrick::VireoTexClrMultiMixBrick()
     : pairs(this, "weight", NumberedPairs::ColorTexture)
 {
     connect(pairs.createCount(), SIGNAL(currentValueChanged()), this, SLOT(countChanged()));
 }
-
-DzElement* VireoTexClrMultiMixBrick::setAttributes(const DzSettings* settings)
-{
-    pairs.readCount(settings);
-    return VireoTextureColorBrick::setAttributes(settings);
-}
-
-void VireoTexClrMultiMixBrick::writeParameters(SceneCodeWriter* writer)
-{
-    pairs.write(writer);
-}
-
-void VireoTexClrMultiMixBrick::countChanged()
-{
-    pairs.matchCount();
-}
+VIREO_NUMBERED_PAIRS(VireoTexClrMultiMixBrick, VireoTextureColorBrick)
 
 VireoTexFnlMultiMixBrick::VireoTexFnlMultiMixBrick()
     : pairs(this, "weight", NumberedPairs::FresnelTexture)
 {
     connect(pairs.createCount(), SIGNAL(currentValueChanged()), this, SLOT(countChanged()));
 }
+VIREO_NUMBERED_PAIRS(VireoTexFnlMultiMixBrick, VireoTextureFresnelBrick)
 
-DzElement* VireoTexFnlMultiMixBrick::setAttributes(const DzSettings* settings)
-{
-    pairs.readCount(settings);
-    return VireoTextureFresnelBrick::setAttributes(settings);
-}
-
-void VireoTexFnlMultiMixBrick::writeParameters(SceneCodeWriter* writer)
-{
-    pairs.write(writer);
-}
-
-void VireoTexFnlMultiMixBrick::countChanged()
-{
-    pairs.matchCount();
-}
+#undef VIREO_NUMBERED_PAIRS

@@ -26,11 +26,13 @@ public:
 
     /// Makes the property "count", which belongs to the brick.
     DzIntProperty* createCount();
+    /// An input that is written before the pairs.
+    void setAmount(VireoExtPropertyParam* param);
     /// Takes over "count" from stored attributes, so that the pairs stand before other inputs.
     void readCount(const DzSettings* attributes);
     /// Makes missing pairs up to "count" and removes the pairs above it.
     void matchCount();
-    /// Writes the pairs' textures, then the array of their numbers.
+    /// Writes the amount, the pairs' textures, then the array of their numbers.
     void write(SceneCodeWriter* writer) const;
 
 private:
@@ -48,6 +50,7 @@ private:
     QString numberName;
     TextureKind kind;
     QPointer<DzIntProperty> count;
+    QPointer<VireoExtPropertyParam> amount;
     QList<Pair> pairs;
 };
 
@@ -66,7 +69,6 @@ public slots:
 
 private:
     NumberedPairs pairs;
-    QPointer<VireoExtPropertyParam> amountParam;
 };
 
 class VireoTexClrBAndBrick : public VireoTextureColorBrick
@@ -84,7 +86,6 @@ public slots:
 
 private:
     NumberedPairs pairs;
-    QPointer<VireoExtPropertyParam> amountParam;
 };
 
 class VireoTexFnlBAndBrick : public VireoTextureFresnelBrick
@@ -102,7 +103,6 @@ public slots:
 
 private:
     NumberedPairs pairs;
-    QPointer<VireoExtPropertyParam> amountParam;
 };
 
 class VireoTexFltMultiMixBrick : public VireoTextureFloatBrick

@@ -23,8 +23,7 @@ void VireoMaterialBrick::addFresnel(const char* name, float value)
     addFresnelRow(QLatin1String(name), QLatin1String(name), value, 0);
 }
 
-void VireoMaterialBrick::addColor(
-    const char* name, const char* label, int red, int green, int blue)
+void VireoMaterialBrick::addColor(const char* name, const char* label, int red, int green, int blue)
 {
     addColorRow(QLatin1String(name), QLatin1String(label), QColor(red, green, blue));
 }

@@ -5,6 +5,7 @@
 
 #include "LinkTypes.h"
 #include "PropertyCode.h"
+#include "PropertyDefaults.h"
 #include "SceneCodeWriter.h"
 #include "VireoExtPropertyParam.h"
 #include "VireoExtVec3Param.h"
@@ -52,8 +53,7 @@ QString VireoTextureBrick::beginTexture(SceneCodeWriter* writer, const QString& 
     return name;
 }
 
-void VireoTextureBrick::endTexture(
-    CodeResult* result, SceneCodeWriter* writer, const QString& name)
+void VireoTextureBrick::endTexture(CodeResult* result, SceneCodeWriter* writer, const QString& name)
 {
     result->kind = CodeResult::TextureKind;
     result->name = name;
@@ -107,8 +107,7 @@ VireoExtPropertyParam* VireoTextureBrick::addFresnel(const char* name, float val
     return addFresnelRow(QLatin1String(name), QLatin1String(name), value, value);
 }
 
-VireoExtPropertyParam* VireoTextureBrick::addColor(
-    const char* name, int red, int green, int blue)
+VireoExtPropertyParam* VireoTextureBrick::addColor(const char* name, int red, int green, int blue)
 {
     return addColorRow(QLatin1String(name), QLatin1String(name), QColor(red, green, blue));
 }
@@ -126,15 +125,15 @@ void VireoTextureBrick::addEnum(const char* name, const QStringList& items, int 
 void VireoTextureBrick::addImage(const char* name)
 {
     const QLatin1String text(name);
-    addImageParam(false, QLatin1String("/General"), text, text, text, QString());
+    addImageParam(false, PropertyDefaults::path(), text, text, text, QString());
 }
 
 void VireoTextureBrick::addPlainFloat(const char* name, float value)
 {
     DzUndoStackLock lock;
     DzFloatProperty* property = new DzFloatProperty(QLatin1String(name), true, false, value);
-    property->setMinMax(-1e38f, 1e38f);
-    property->setPath(QLatin1String("/General"));
+    property->setMinMax(-PropertyDefaults::floatLimit, PropertyDefaults::floatLimit);
+    property->setPath(PropertyDefaults::path());
     addProperty(property);
     PlainProperty plain;
     plain.name = QLatin1String(name);
@@ -145,7 +144,7 @@ void VireoTextureBrick::addPlainFloat(const char* name, float value)
 void VireoTextureBrick::addBlockVector(const char* name, const DzVec3& value)
 {
     const QLatin1String text(name);
-    blockParams.append(QPointer<VireoExtVec3Param>(addVec3Param(false, QLatin1String("/General"),
+    blockParams.append(QPointer<VireoExtVec3Param>(addVec3Param(false, PropertyDefaults::path(),
         text, text, DzBrickParam::VectorType, value, DzBrickParam::InputDirection)));
 }
 
@@ -168,7 +167,7 @@ void VireoTextureBrick::add3DBlock()
     systems << QLatin1String("global") << QLatin1String("local") << QLatin1String("global normal")
             << QLatin1String("localnormal") << QLatin1String("uv");
     addEnum("coordinates", systems, 0);
-    // All three start at (1, 0, 0): users set translation and scale for every use.
+    // All three start at (1, 0, 0), which collapses the texture until a user sets its scale.
     addBlockVector("translate", DzVec3(1, 0, 0));
     addBlockVector("rotate", DzVec3(1, 0, 0));
     addBlockVector("scale", DzVec3(1, 0, 0));
@@ -177,7 +176,7 @@ void VireoTextureBrick::add3DBlock()
 void VireoTextureBrick::addImageBlock()
 {
     const QLatin1String gamma("gamma");
-    addFloatParam(false, QLatin1String("/General"), gamma, gamma, gamma, 1, 1, 0, 10, false,
+    addFloatParam(false, PropertyDefaults::path(), gamma, gamma, gamma, 1, 1, 0, 10, false,
         linkTypeName(FloatLink));
     QStringList filters;
     filters << QLatin1String("bilinear") << QLatin1String("mipmap_trilinear")

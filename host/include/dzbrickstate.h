@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "dzshaderbrick.h"
+
+#include <QPointer>
 #include <QString>
 #include <memory>
-
-class DzShaderBrick;
 
 /// What an action may change in a brick: its attributes, its inputs with their values and order,
 /// and its links. Title, place and size on the canvas are not part of it.
@@ -45,6 +46,6 @@ private:
     DzBrickStateHold(const DzBrickStateHold&) = delete;
     DzBrickStateHold& operator=(const DzBrickStateHold&) = delete;
 
-    DzShaderBrick* m_brick;
+    QPointer<DzShaderBrick> m_brick;
     std::unique_ptr<DzBrickState> m_before;
 };

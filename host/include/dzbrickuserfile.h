@@ -21,7 +21,7 @@ public:
     /// The version that this program writes; files of a later one are refused.
     static const int formatVersion = 1;
     /// The largest file that is read, in bytes.
-    static const qint64 maximumSize = 1024 * 1024 * 1024;
+    static const qint64 maximumSize = 512 * 1024 * 1024;
 
     /// Reads `path` into `user`, replacing its network. On failure false: `user` is unchanged and
     /// getError() says file, place, cause and what to do. Things that were kept without being

@@ -67,6 +67,8 @@ private:
 
     QMap<uint, DzShaderBrick*> m_bricks;
     uint m_nextID = 1;
+    /// Counts the networks that were loaded, so that undo knows which one a brick was of.
+    int m_generation = 0;
     QString m_name;
     QUuid m_identifier;
     bool m_editMode = false;

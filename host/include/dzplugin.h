@@ -14,8 +14,8 @@ class DzPlugin : public QObject
     Q_OBJECT
 
 public:
-    explicit DzPlugin(
-        const QString& name, const QString& author = QString(), const QString& description = QString());
+    explicit DzPlugin(const QString& name, const QString& author = QString(),
+        const QString& description = QString());
     /// Deletes the factories.
     ~DzPlugin() override;
 

@@ -13,7 +13,8 @@ class DzElement;
 
 /// A named, labelled value that a user can see and change.
 ///
-/// User-level setters refuse a locked property, emit their signal once per change, and leave one
+/// Setters emit their signal once per change. Those of value, map, label, path,
+/// lock and visibility are a user's: the first two refuse a locked property, and each leaves one
 /// undo item when the property belongs to an element and the undo stack takes items. copyFrom()
 /// and setAttributes() write locked properties too and leave no undo item.
 class DzProperty : public DzBase
@@ -100,8 +101,7 @@ protected:
     /// Leaves an undo item for a change that was just made. `kind` tells changes that may be
     /// merged within one hold. The closures are given the property that stands in this one's place
     /// by then: it may have been deleted and made again with its brick's inputs.
-    void record(
-        const char* kind, const QString& caption, const Change& undo, const Change& redo);
+    void record(const char* kind, const QString& caption, const Change& undo, const Change& redo);
 
 private:
     friend class DzBrickParam;

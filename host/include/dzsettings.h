@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 #include <QVector>
+#include <functional>
 
 /// An ordered list of keys with typed values; a value may be a nested DzSettings.
 ///
@@ -41,7 +42,8 @@ public:
 
     // Reading values. The fallback is returned when the key is absent or of another type; a
     // number is read as either of the number types where that loses nothing.
-    Q_INVOKABLE QString getStringValue(const QString& key, const QString& fallback = QString()) const;
+    Q_INVOKABLE QString getStringValue(
+        const QString& key, const QString& fallback = QString()) const;
     Q_INVOKABLE int getIntValue(const QString& key, int fallback = 0) const;
     Q_INVOKABLE bool getBoolValue(const QString& key, bool fallback = false) const;
     Q_INVOKABLE double getFloatValue(const QString& key, double fallback = 0) const;
@@ -49,6 +51,7 @@ public:
     Q_INVOKABLE DzSettings* getSettingsValue(const QString& key) const;
     /// The JSON text of an opaque value; empty for other types.
     QByteArray getOpaqueValue(const QString& key) const;
+    QByteArray getOpaqueValueAt(int index) const;
 
     // Walking.
     Q_INVOKABLE int getNumValues() const { return m_entries.size(); }
@@ -63,9 +66,13 @@ public:
     Q_INVOKABLE bool hasKey(const QString& key) const { return getSettingIndex(key) >= 0; }
 
     Q_INVOKABLE void removeValue(const QString& key);
+    /// Removes all values whose index `isUnwanted` accepts.
+    void removeValues(const std::function<bool(int index)>& isUnwanted);
     Q_INVOKABLE void clear();
     /// Copies the value under `key` to the same key of `target`; false when the key is absent.
     bool copySetting(const QString& key, DzSettings* target) const;
+    /// The same to another key.
+    bool copySetting(const QString& key, DzSettings* target, const QString& targetKey) const;
     void replaceWithSettings(const DzSettings& other);
 
     /// True when both hold the same keys with the same values in the same order.

@@ -12,6 +12,7 @@
 #include <memory>
 
 class DzBrickParam;
+class DzRenderer;
 class DzShaderString;
 class IDzBrickUser;
 
@@ -90,11 +91,11 @@ public:
 
     // Shader code for the host's own preview.
     virtual bool shouldSeperateLocalProperties() const { return true; }
-    virtual void setGlobalBrickRenderSettings() {}
-    virtual void setBrickRenderSettings() {}
+    virtual void setGlobalBrickRenderSettings(DzBrickSet*, DzRenderer*) {}
+    virtual void setBrickRenderSettings(DzBrickSet*, DzRenderer*) {}
     /// The caller owns the result.
     virtual DzShaderString* getBrickClassShaderCode() const;
-    virtual DzShaderString* getShaderCodeCall() const;
+    virtual DzShaderString* getShaderCodeCall(const QStringList& varCallNames) const;
 
     // DzElement
     void getAttributes(DzSettings* settings) const override;

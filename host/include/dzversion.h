@@ -12,7 +12,8 @@ public:
     DzVersion() {}
     DzVersion(quint16 major, quint16 minor, quint16 revision, quint16 build);
 
-    /// Reads "a.b.c.d" (missing numbers are 0); an invalid version when the text is not of that form.
+    /// Reads "a.b.c.d" (missing numbers are 0); an invalid version when the text is not of that
+    /// form.
     static DzVersion fromString(const QString& text);
 
     quint16 getMajorVersion() const { return part(48); }

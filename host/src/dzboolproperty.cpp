@@ -48,6 +48,9 @@ void DzBoolProperty::writeValue(DzSettings* settings) const
 
 bool DzBoolProperty::readAttribute(const DzSettings& settings, const QString& key)
 {
+    // Whole numbers have limits, this kind of them has none.
+    if (key == QLatin1String("Min") || key == QLatin1String("Max"))
+        return false;
     const int index = settings.getSettingIndex(key);
     const bool isValue = key == QLatin1String("Value");
     if (index < 0 || !(isValue || key == QLatin1String("DefaultValue")))

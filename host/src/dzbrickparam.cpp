@@ -252,20 +252,24 @@ bool DzBrickParam::removeConnection(DzBrickParam* other)
 
 void DzBrickParam::removeAllConnections()
 {
+    DzUndoStackHold hold;
     compactLinks();
     for (int slot = m_links.size() - 1; slot >= 0; --slot)
         if (DzBrickParam* peer = m_links.at(slot).peer)
             removeConnection(peer);
+    hold.accept(tr("Unlink Bricks"));
 }
 
 void DzBrickParam::clearInvalidConnections()
 {
+    DzUndoStackHold hold;
     compactLinks();
     for (int slot = m_links.size() - 1; slot >= 0; --slot) {
         DzBrickParam* peer = m_links.at(slot).peer;
         if (peer && !canConnect(peer))
             removeConnection(peer);
     }
+    hold.accept(tr("Unlink Bricks"));
 }
 
 void DzBrickParam::link(DzBrickParam* other, int slot, int otherSlot)
@@ -275,7 +279,8 @@ void DzBrickParam::link(DzBrickParam* other, int slot, int otherSlot)
         other->compactLinks();
     }
     const int place = slot < 0 ? m_links.size() : qMin(slot, m_links.size());
-    const int otherPlace = otherSlot < 0 ? other->m_links.size() : qMin(otherSlot, other->m_links.size());
+    const int otherPlace
+        = otherSlot < 0 ? other->m_links.size() : qMin(otherSlot, other->m_links.size());
     insertLink(place, Link { other, otherPlace });
     other->insertLink(otherPlace, Link { this, place });
     notifyConnectionsChanged();

@@ -5,7 +5,6 @@
 
 #include "dzbrickparam.h"
 #include "dzproperty.h"
-#include "dzrefcounteditem.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
 #include "keptmembers.h"
@@ -23,6 +22,10 @@ struct PropertyState {
     {
         property->getAttributes(&settings);
         settings.setBoolValue(QStringLiteral("ForceSetUser"), true);
+        // Written only when there is a map: going back to none has to say so.
+        const QString mapKey = QStringLiteral("MapImage");
+        if (!settings.hasKey(mapKey))
+            settings.setStringValue(mapKey, QString());
         if (const DzSettings* members = DzKeptMembers::keptOf(property))
             kept.reset(new DzSettings(*members));
     }
@@ -90,11 +93,17 @@ public:
     {
     }
 
-    void undo() override { m_before->restore(m_brick); }
-    void redo() override { m_after->restore(m_brick); }
+    void undo() override { restore(*m_before); }
+    void redo() override { restore(*m_after); }
 
 private:
-    DzTSharedPointer<DzShaderBrick> m_brick;
+    void restore(const DzBrickState& state)
+    {
+        if (m_brick)
+            state.restore(m_brick);
+    }
+
+    QPointer<DzShaderBrick> m_brick;
     std::unique_ptr<DzBrickState> m_before;
     std::unique_ptr<DzBrickState> m_after;
 };
@@ -167,8 +176,8 @@ void DzBrickState::restore(DzShaderBrick* brick) const
         order.append(param);
         param->setLabel(state.label);
         DzKeptMembers::setKept(param, state.kept.get());
-        for (int k = 0; k < param->getNumProperties() && k < static_cast<int>(state.properties.size());
-             ++k)
+        for (int k = 0;
+             k < param->getNumProperties() && k < static_cast<int>(state.properties.size()); ++k)
             state.properties[static_cast<size_t>(k)].restore(param->getProperty(k));
         QVector<DzBrickParam::PeerPlace> peers;
         for (const LinkState& link : state.links) {
@@ -185,19 +194,18 @@ DzBrickStateHold::DzBrickStateHold(DzShaderBrick* brick)
     : m_brick(brick)
     , m_before(new DzBrickState(brick))
 {
-    brick->ref();
     if (dzUndoStack)
         dzUndoStack->lock();
 }
 
 DzBrickStateHold::~DzBrickStateHold()
 {
-    if (m_before) {
+    if (!m_before)
+        return;
+    if (m_brick)
         m_before->restore(m_brick);
-        if (dzUndoStack)
-            dzUndoStack->unlock();
-    }
-    m_brick->unref();
+    if (dzUndoStack)
+        dzUndoStack->unlock();
 }
 
 void DzBrickStateHold::accept(const QString& caption)
@@ -206,9 +214,10 @@ void DzBrickStateHold::accept(const QString& caption)
         return;
     if (dzUndoStack)
         dzUndoStack->unlock();
+    std::unique_ptr<DzBrickState> before = std::move(m_before);
+    if (!m_brick || !dzUndoStack || !dzUndoStack->canPushItems())
+        return;
     std::unique_ptr<DzBrickState> after(new DzBrickState(m_brick));
-    if (dzUndoStack && dzUndoStack->canPushItems() && *after != *m_before)
-        dzUndoStack->push(
-            new StateItem(m_brick, std::move(m_before), std::move(after)), caption);
-    m_before.reset();
+    if (*after != *before)
+        dzUndoStack->push(new StateItem(m_brick, std::move(before), std::move(after)), caption);
 }

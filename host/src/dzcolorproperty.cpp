@@ -96,10 +96,8 @@ void DzColorProperty::setDefaultColorValue(const QColor& color)
 QString DzColorProperty::getValueText() const
 {
     const QColor color = getColorValue();
-    const QString text = QStringLiteral("%1 %2 %3")
-                             .arg(color.red())
-                             .arg(color.green())
-                             .arg(color.blue());
+    const QString text
+        = QStringLiteral("%1 %2 %3").arg(color.red()).arg(color.green()).arg(color.blue());
     return color.alpha() == 255 ? text : text + QStringLiteral(" %1").arg(color.alpha());
 }
 
@@ -139,6 +137,9 @@ void DzColorProperty::writeValue(DzSettings* settings) const
 
 bool DzColorProperty::readAttribute(const DzSettings& settings, const QString& key)
 {
+    // Whole numbers have limits, this kind of them has none.
+    if (key == QLatin1String("Min") || key == QLatin1String("Max"))
+        return false;
     const bool isValue = key == QLatin1String("Value");
     if (!isValue && key != QLatin1String("DefaultValue"))
         return DzIntProperty::readAttribute(settings, key);

@@ -20,6 +20,7 @@ public:
     DzBrickMembershipItem(DzDefaultBrickUser* user, DzShaderBrick* brick, uint id, bool added)
         : m_element(user->getBrickUserElement())
         , m_user(user)
+        , m_generation(user->m_generation)
         , m_brick(brick)
         , m_id(id)
         , m_added(added)
@@ -32,8 +33,11 @@ public:
 private:
     void set(bool present)
     {
+        // After loading it is another network: bricks of the old one stay away.
+        if (!m_element || m_user->m_generation != m_generation)
+            return;
         const bool isPresent = m_brick->getBrickUser() == m_user;
-        if (!m_element || present == isPresent)
+        if (present == isPresent)
             return;
         if (present) {
             m_user->attach(m_brick, m_id);
@@ -46,6 +50,7 @@ private:
 
     QPointer<DzElement> m_element; // goes with the user, which is no QObject itself
     DzDefaultBrickUser* m_user;
+    int m_generation;
     DzTSharedPointer<DzShaderBrick> m_brick;
     uint m_id;
     bool m_added;
@@ -81,6 +86,9 @@ uint DzDefaultBrickUser::addBrick(DzShaderBrick* brick)
 
 void DzDefaultBrickUser::attach(DzShaderBrick* brick, uint id)
 {
+    // A brick that comes back may find its number taken by what was loaded meanwhile.
+    if (m_bricks.contains(id))
+        id = takeNextID();
     brick->ref();
     m_bricks.insert(id, brick);
     m_nextID = qMax(m_nextID, id + 1);
@@ -178,8 +186,8 @@ DzBrickSet* DzDefaultBrickUser::getBrickSet(int index) const
     return index >= 0 && index < getNumBrickSets() ? m_sets.at(index) : nullptr;
 }
 
-void DzDefaultBrickUser::getAttributesHelper(DzSettings* settings, const QList<uint>& ids,
-    QHash<const DzShaderBrick*, QString>* names) const
+void DzDefaultBrickUser::getAttributesHelper(
+    DzSettings* settings, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names) const
 {
     DzNetworkWriter(*this).write(settings, ids, names);
 }
@@ -189,6 +197,7 @@ void DzDefaultBrickUser::setAttributesHelper(
 {
     DzUndoStackLock lock;
     deleteAllBricks();
+    ++m_generation;
     DzNetworkReader reader(*this);
     reader.read(*settings);
     if (createdBricks)

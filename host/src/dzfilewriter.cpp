@@ -46,11 +46,12 @@ bool failForbidden(const QString& path, const QString& cause, QString* error)
     return failWriting(path, cause, text("change the permissions or choose another place"), error);
 }
 
-/// Names below these folders stand for what a process has open, even where that is a file.
+/// These names stand for what a process has open, even where that is a file.
 bool isSystemPath(const QString& path)
 {
     const QString clean = QDir::cleanPath(path);
-    return clean.startsWith(QLatin1String("/dev/")) || clean.startsWith(QLatin1String("/proc/"));
+    return clean == QLatin1String("/dev/stdout") || clean == QLatin1String("/dev/stderr")
+        || clean.startsWith(QLatin1String("/dev/fd/")) || clean.startsWith(QLatin1String("/proc/"));
 }
 
 /// The file that is to be replaced: the end of a chain of links, whether there is a file or not.

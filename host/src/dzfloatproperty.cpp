@@ -7,6 +7,7 @@
 #include "settingsjson.h"
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -164,7 +165,12 @@ bool DzFloatProperty::readAttribute(const DzSettings& settings, const QString& k
 {
     if (!isNumber(settings, key))
         return DzNumericProperty::readAttribute(settings, key);
-    const float number = static_cast<float>(settings.getFloatValue(key));
+    const double exact = settings.getFloatValue(key);
+    // A number that single precision cannot hold is left alone rather than bent to infinity.
+    if (std::isfinite(exact)
+        && std::fabs(exact) > static_cast<double>(std::numeric_limits<float>::max()))
+        return false;
+    const float number = static_cast<float>(exact);
     if (key == QLatin1String("Value")) {
         const float value = admissible(number);
         if (!sameValue(value, m_value))

@@ -37,7 +37,8 @@ bool DzImageProperty::setValue(const DzTexture* texture)
     assignValue(value);
     if (isRecorded())
         record(
-            "value", tr("Change %1").arg(getLabel()), [=](DzProperty* p) { static_cast<DzImageProperty*>(p)->assignValue(before); },
+            "value", tr("Change %1").arg(getLabel()),
+            [=](DzProperty* p) { static_cast<DzImageProperty*>(p)->assignValue(before); },
             [=](DzProperty* p) { static_cast<DzImageProperty*>(p)->assignValue(value); });
     return true;
 }

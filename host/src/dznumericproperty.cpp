@@ -48,7 +48,8 @@ bool DzNumericProperty::setMap(const DzTexture* texture)
     assignMap(map);
     if (isRecorded())
         record(
-            "map", tr("Change Map of %1").arg(getLabel()), [=](DzProperty* p) { static_cast<DzNumericProperty*>(p)->assignMap(before); },
+            "map", tr("Change Map of %1").arg(getLabel()),
+            [=](DzProperty* p) { static_cast<DzNumericProperty*>(p)->assignMap(before); },
             [=](DzProperty* p) { static_cast<DzNumericProperty*>(p)->assignMap(map); });
     return true;
 }

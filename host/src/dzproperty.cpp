@@ -29,7 +29,7 @@ public:
         if (!param)
             return;
         m_param = ParamAddress(param);
-        while (param->getProperty(m_index) != property)
+        while (m_index < param->getNumProperties() && param->getProperty(m_index) != property)
             ++m_index;
     }
 
@@ -57,7 +57,7 @@ private:
 
     QPointer<DzProperty> m_property;
     ParamAddress m_param;
-    int m_index = 0; // among the parameter's properties
+    int m_index = 0;    // among the parameter's properties
     const char* m_kind; // compared by address: each kind is one literal of one call
     Change m_undo;
     Change m_redo;
@@ -154,7 +154,8 @@ void DzProperty::setHidden(bool hidden)
     if (isRecorded())
         record(
             "hidden", hidden ? tr("Hide %1").arg(m_label) : tr("Show %1").arg(m_label),
-            [=](DzProperty* p) { p->assignHidden(!hidden); }, [=](DzProperty* p) { p->assignHidden(hidden); });
+            [=](DzProperty* p) { p->assignHidden(!hidden); },
+            [=](DzProperty* p) { p->assignHidden(hidden); });
 }
 
 void DzProperty::assignHidden(bool hidden)
@@ -171,7 +172,8 @@ void DzProperty::lock(bool locked)
     if (isRecorded())
         record(
             "lock", locked ? tr("Lock %1").arg(m_label) : tr("Unlock %1").arg(m_label),
-            [=](DzProperty* p) { p->assignLocked(!locked); }, [=](DzProperty* p) { p->assignLocked(locked); });
+            [=](DzProperty* p) { p->assignLocked(!locked); },
+            [=](DzProperty* p) { p->assignLocked(locked); });
 }
 
 void DzProperty::assignLocked(bool locked)

@@ -58,12 +58,19 @@ DzPropertyParam::~DzPropertyParam()
 
 void DzPropertyParam::setProperty(DzProperty* property, const QString& arg, const QString& mapArg)
 {
-    delete m_property;
+    if (property != m_property)
+        delete m_property;
     m_property = property;
     m_arg = arg;
     m_mapArg = mapArg;
-    m_type = typeOf(property);
-    adoptProperty(property);
+    const ParamType type = typeOf(property);
+    if (property)
+        adoptProperty(property);
+    if (type == m_type)
+        return;
+    m_type = type;
+    emit typeChanged();
+    clearInvalidConnections();
 }
 
 QString DzPropertyParam::getArg(int index) const

@@ -253,6 +253,19 @@ void DzSettings::removeValue(const QString& key)
     m_entries.remove(index);
 }
 
+void DzSettings::removeValues(const std::function<bool(int index)>& isUnwanted)
+{
+    QVector<Entry> wanted;
+    for (int i = 0; i < m_entries.size(); ++i) {
+        if (!isUnwanted(i))
+            wanted.append(m_entries.at(i));
+        else if (m_entries.at(i).type == SettingsValue)
+            delete m_entries.at(i).nested;
+    }
+    m_entries = wanted;
+    m_index.clear();
+}
+
 void DzSettings::clear()
 {
     const QVector<Entry> entries = m_entries;
@@ -262,6 +275,23 @@ void DzSettings::clear()
         if (entry.type == SettingsValue)
             delete entry.nested;
     }
+}
+
+bool DzSettings::copySetting(const QString& key, DzSettings* target, const QString& targetKey) const
+{
+    const Entry* entry = find(key);
+    if (!entry)
+        return false;
+    Entry copy = *entry;
+    copy.key = targetKey;
+    target->assign(copy);
+    return true;
+}
+
+QByteArray DzSettings::getOpaqueValueAt(int index) const
+{
+    const Entry& entry = m_entries.at(index);
+    return entry.type == OpaqueValue ? entry.text.toUtf8() : QByteArray();
 }
 
 bool DzSettings::copySetting(const QString& key, DzSettings* target) const

@@ -10,6 +10,7 @@
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 #include "keptmembers.h"
+#include "networkkeys.h"
 
 #include <QPointer>
 #include <QSet>
@@ -41,7 +42,8 @@ private:
         if (!m_brick || !m_param || m_owned != present)
             return;
         if (present)
-            m_brick->attach(m_index, m_param);
+            // Others may have gone meanwhile without undo.
+            m_brick->attach(qMin(m_index, m_brick->getNumParameters()), m_param);
         else
             m_brick->detach(m_param);
         m_owned = !present;
@@ -55,18 +57,6 @@ private:
 };
 
 namespace {
-
-const QString& brickPropertiesKey()
-{
-    static const QString key = QStringLiteral("BrickProperties");
-    return key;
-}
-
-const QString& brickSettingsKey()
-{
-    static const QString key = QStringLiteral("BrickSettings");
-    return key;
-}
 
 const QString& brickTitleKey()
 {
@@ -127,7 +117,8 @@ DzShaderBrick::~DzShaderBrick()
     DzUndoStackLock lock;
     if (m_user)
         m_user->forgetBrick(this);
-    removeAllConnections();
+    for (DzBrickParam* param : qAsConst(m_params))
+        param->removeAllConnections();
     const QVector<DzBrickParam*> params = m_params;
     m_params.clear();
     for (DzBrickParam* param : params) {
@@ -316,8 +307,10 @@ bool DzShaderBrick::canBeFedBy(const DzShaderBrick* source) const
 
 void DzShaderBrick::removeAllConnections()
 {
+    DzUndoStackHold hold;
     for (DzBrickParam* param : qAsConst(m_params))
         param->removeAllConnections();
+    hold.accept(tr("Unlink %1").arg(getBrickTitle()));
 }
 
 void DzShaderBrick::removeForeignConnections()
@@ -357,7 +350,7 @@ DzShaderString* DzShaderBrick::getBrickClassShaderCode() const
     return new DzShaderString;
 }
 
-DzShaderString* DzShaderBrick::getShaderCodeCall() const
+DzShaderString* DzShaderBrick::getShaderCodeCall(const QStringList&) const
 {
     return new DzShaderString;
 }
@@ -365,7 +358,7 @@ DzShaderString* DzShaderBrick::getShaderCodeCall() const
 void DzShaderBrick::getAttributes(DzSettings* settings) const
 {
     if (getNumProperties() > 0) {
-        DzSettings* properties = settings->setSettingsValue(brickPropertiesKey());
+        DzSettings* properties = settings->setSettingsValue(NetworkKeys::brickProperties());
         DzKeptMembers::begin(properties, m_kept ? m_kept->properties.get() : nullptr);
         for (int i = 0; i < getNumProperties(); ++i) {
             const DzProperty* property = getProperty(i);
@@ -374,7 +367,7 @@ void DzShaderBrick::getAttributes(DzSettings* settings) const
         }
         DzKeptMembers::end(properties);
     }
-    settings->setSettingsValue(brickSettingsKey(), m_brickSettings);
+    settings->setSettingsValue(NetworkKeys::brickSettings(), m_brickSettings);
 }
 
 DzElement* DzShaderBrick::setAttributes(const DzSettings* settings)
@@ -382,9 +375,9 @@ DzElement* DzShaderBrick::setAttributes(const DzSettings* settings)
     if (!settings)
         return this;
     DzUndoStackLock lock;
-    if (const DzSettings* properties = settings->getSettingsValue(brickPropertiesKey()))
+    if (const DzSettings* properties = settings->getSettingsValue(NetworkKeys::brickProperties()))
         readBrickProperties(*properties);
-    if (const DzSettings* brickSettings = settings->getSettingsValue(brickSettingsKey()))
+    if (const DzSettings* brickSettings = settings->getSettingsValue(NetworkKeys::brickSettings()))
         m_brickSettings.replaceWithSettings(*brickSettings);
     return this;
 }
@@ -399,7 +392,8 @@ void DzShaderBrick::readBrickProperties(const DzSettings& settings)
                 DzKeptMembers::readProperty(property, *members, name);
     }
     const auto understood = [&](const QString& name) { return findProperty(name) != nullptr; };
-    std::unique_ptr<DzSettings> kept = DzKeptMembers::remember(settings, understood);
+    std::unique_ptr<DzSettings> kept
+        = DzKeptMembers::rememberTrees(settings, understood, understood, getPreferredName());
     if (kept && !m_kept)
         m_kept.reset(new KeptTrees);
     if (m_kept)

@@ -20,7 +20,8 @@ bool DzStringProperty::setValue(const QString& value)
     assignValue(value);
     if (isRecorded())
         record(
-            "value", tr("Change %1").arg(getLabel()), [=](DzProperty* p) { static_cast<DzStringProperty*>(p)->assignValue(before); },
+            "value", tr("Change %1").arg(getLabel()),
+            [=](DzProperty* p) { static_cast<DzStringProperty*>(p)->assignValue(before); },
             [=](DzProperty* p) { static_cast<DzStringProperty*>(p)->assignValue(value); });
     return true;
 }

@@ -250,6 +250,9 @@ int DzUndoStack::getNumItems() const
 
 void DzUndoStack::clearAll()
 {
+    // The step that runs must not go from under itself.
+    if (m_running)
+        return;
     const LockScope lockScope(this);
     for (Items& items : m_holds)
         items.clear();

@@ -4,6 +4,7 @@
 #include "dzunknownbrick.h"
 
 #include "dzsettings.h"
+#include "networkkeys.h"
 
 namespace {
 
@@ -24,9 +25,9 @@ public:
 DzUnknownBrick::DzUnknownBrick(const DzSettings& stored)
     : m_stored(stored)
 {
-    const DzSettings* attributes = m_stored.getSettingsValue(QStringLiteral("Attributes"));
+    const DzSettings* attributes = m_stored.getSettingsValue(NetworkKeys::attributes());
     const DzSettings* settings
-        = attributes ? attributes->getSettingsValue(QStringLiteral("BrickSettings")) : nullptr;
+        = attributes ? attributes->getSettingsValue(NetworkKeys::brickSettings()) : nullptr;
     if (settings)
         getBrickSettings()->replaceWithSettings(*settings);
 }
@@ -37,7 +38,7 @@ DzUnknownBrick::~DzUnknownBrick()
 
 QString DzUnknownBrick::getStoredClassName() const
 {
-    return m_stored.getStringValue(QStringLiteral("DAZStudioClassName"));
+    return m_stored.getStringValue(NetworkKeys::className());
 }
 
 QString DzUnknownBrick::getPreferredName() const

@@ -19,8 +19,8 @@ DzVec3Param::DzVec3Param(ParamType type, const DzVec3& defaultValue)
 {
     const float values[3] = { defaultValue.m_x, defaultValue.m_y, defaultValue.m_z };
     for (int i = 0; i < 3; ++i) {
-        m_components[i] = new DzFloatProperty(
-            QString::fromLatin1(componentNames[i]), true, false, values[i]);
+        m_components[i]
+            = new DzFloatProperty(QString::fromLatin1(componentNames[i]), true, false, values[i]);
         m_components[i]->setMinMax(
             -std::numeric_limits<float>::max(), std::numeric_limits<float>::max());
         adoptProperty(m_components[i]);

@@ -71,8 +71,8 @@ QString placeText(const char* text, const char* place)
     const char* lineBegin = place;
     while (lineBegin > text && lineBegin[-1] != '\n')
         --lineBegin;
-    const auto column = std::count_if(lineBegin, place,
-        [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; });
+    const auto column = std::count_if(
+        lineBegin, place, [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; });
     return QStringLiteral("line %1, column %2").arg(line).arg(column + 1);
 }
 
@@ -139,8 +139,7 @@ public:
         m_last = m_seen;
         return true;
     }
-    bool parse_error(
-        std::size_t, const std::string&, const nlohmann::detail::exception& exception)
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& exception)
     {
         const char* place = std::min(m_seen, m_end);
         const int numberOverflow = 406; // the parser's number for it
@@ -184,8 +183,8 @@ private:
     bool open(JsonIndex::Kind kind)
     {
         if (m_open.size() == deepestNesting)
-            return fail(m_seen - 1,
-                QStringLiteral("more than %1 levels of nesting").arg(deepestNesting));
+            return fail(
+                m_seen - 1, QStringLiteral("more than %1 levels of nesting").arg(deepestNesting));
         const quint32 entry = static_cast<quint32>(m_entries.size());
         if (!add(kind, m_seen - 1, m_seen))
             return false;

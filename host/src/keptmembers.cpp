@@ -7,6 +7,8 @@
 #include "dzbrickparam.h"
 #include "dzproperty.h"
 
+#include <QSet>
+
 namespace {
 
 const char* const valueKey = "Value";
@@ -22,6 +24,21 @@ QString propertyKey(int index)
 void setPlace(DzSettings* settings, const QString& key)
 {
     settings->setOpaqueValue(key, QByteArray());
+}
+
+/// True when nothing of what is kept for a property remains, so that the file is to be read again
+/// as if nothing had been kept.
+bool isOutlived(const DzSettings& kept, const DzSettings& full, const DzSettings& usual)
+{
+    if (kept.hasKey(QString::fromLatin1(fullFormKey)))
+        return false;
+    for (int i = 0; i < kept.getNumValues(); ++i) {
+        const QString key = kept.getKey(i);
+        if (!DzKeptMembers::isPlace(kept, key)
+            && (!full.hasKey(key) || full.hasEqualValue(usual, key)))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -46,6 +63,29 @@ std::unique_ptr<DzSettings> DzKeptMembers::remember(
     return kept;
 }
 
+std::unique_ptr<DzSettings> DzKeptMembers::rememberTrees(
+    const DzSettings& read, const KeyTest& understood, const KeyTest& isTree, const QString& place)
+{
+    std::unique_ptr<DzSettings> kept = remember(read, understood);
+    for (int i = 0; i < read.getNumValues(); ++i) {
+        const QString key = read.getKey(i);
+        if (!isTree(key) || read.getValueType(i) == DzSettings::SettingsValue)
+            continue;
+        QString otherKey = key + QStringLiteral(" (not read)");
+        while (read.hasKey(otherKey))
+            otherKey += QLatin1Char('\'');
+        dzApp->warning(DzProperty::tr("%1: \"%2\" is no settings tree; it is kept as \"%3\"")
+                           .arg(place, key, otherKey));
+        if (!kept) {
+            kept.reset(new DzSettings);
+            for (int k = 0; k < read.getNumValues(); ++k)
+                setPlace(kept.get(), read.getKey(k));
+        }
+        read.copySetting(key, kept.get(), otherKey);
+    }
+    return kept;
+}
+
 void DzKeptMembers::begin(DzSettings* out, const DzSettings* kept)
 {
     if (kept)
@@ -61,29 +101,26 @@ bool DzKeptMembers::isPlace(const DzSettings& out, const QString& key)
 
 void DzKeptMembers::end(DzSettings* out)
 {
-    for (int i = out->getNumValues() - 1; i >= 0; --i) {
-        if (out->getValueType(i) != DzSettings::OpaqueValue)
-            continue;
-        const QString key = out->getKey(i);
-        if (isPlace(*out, key))
-            out->removeValue(key);
-    }
+    out->removeValues([out](int index) {
+        return out->getValueType(index) == DzSettings::OpaqueValue
+            && out->getOpaqueValueAt(index).isEmpty();
+    });
 }
 
 void DzKeptMembers::readProperty(
     DzProperty* property, const DzSettings& members, const QString& place)
 {
     const int count = members.getNumValues();
-    QStringList unusable;
+    QSet<QString> unusable;
     for (int i = 0; i < count; ++i) {
         const QString key = members.getKey(i);
         if (key != QLatin1String(valueKey) && !property->readAttribute(members, key))
-            unusable.append(key);
+            unusable.insert(key);
     }
     // Last, so that limits from the same file hold for it.
     const QString value = QString::fromLatin1(valueKey);
     if (members.hasKey(value) && !property->readAttribute(members, value)) {
-        unusable.append(value);
+        unusable.insert(value);
         dzApp->warning(DzProperty::tr("%1: \"Value\" is not a value of this property; "
                                       "its default is used and the file's value is kept")
                            .arg(place));
@@ -117,12 +154,13 @@ void DzKeptMembers::writeProperty(
         property->writeValue(out);
         return;
     }
-    begin(out, property->m_keptMembers.get());
     DzPropertySettings full;
     property->getAttributes(&full);
     DzPropertySettings usual;
     if (fresh)
         fresh->getAttributes(&usual);
+    const DzSettings* kept = property->m_keptMembers.get();
+    begin(out, kept && isOutlived(*kept, full, usual) ? nullptr : kept);
     for (int i = 0; i < full.getNumValues(); ++i) {
         const QString key = full.getKey(i);
         const bool isNew = !out->hasKey(key);
@@ -131,6 +169,10 @@ void DzKeptMembers::writeProperty(
             || (isNew && key == QLatin1String(valueKey)))
             full.copySetting(key, out);
     }
+    // A property without map has no such member, but a full form does.
+    const QString mapKey = QStringLiteral("MapImage");
+    if (isPlace(*out, mapKey))
+        out->setStringValue(mapKey, QString());
     end(out);
 }
 
@@ -143,32 +185,19 @@ void DzKeptMembers::readParameter(
         = labelIndex >= 0 && members.getValueType(labelIndex) == DzSettings::StringValue;
     if (hasLabel)
         param->setLabel(members.getStringValue(labelKey));
-    int understood = hasLabel ? 1 : 0;
+    QSet<QString> properties;
     for (int i = 0; i < param->getNumProperties(); ++i) {
         const QString key = propertyKey(i);
-        // Whatever its type is: it is always written.
-        understood += members.hasKey(key) ? 1 : 0;
+        properties.insert(key);
         if (const DzSettings* property = members.getSettingsValue(key))
             readProperty(param->getProperty(i), *property,
                 param->getNumProperties() == 1 ? place : place + QLatin1Char('/') + key);
     }
-    if (!hasLabel && understood == members.getNumValues())
-        return;
-    const QString prefix = QStringLiteral("Prop_");
-    std::unique_ptr<DzSettings> kept(new DzSettings);
-    for (int i = 0; i < members.getNumValues(); ++i) {
-        const QString key = members.getKey(i);
-        bool isIndex = false;
-        const int index = key.startsWith(prefix) ? key.midRef(prefix.size()).toInt(&isIndex) : -1;
-        const bool isKnown = (hasLabel && key == labelKey)
-            || (isIndex && index >= 0 && index < param->getNumProperties()
-                && key == propertyKey(index));
-        if (isKnown)
-            setPlace(kept.get(), key);
-        else
-            members.copySetting(key, kept.get());
-    }
-    param->m_keptMembers = std::move(kept);
+    const auto isProperty = [&](const QString& key) { return properties.contains(key); };
+    // A label of the file keeps its place also when it is the usual one.
+    param->m_keptMembers = rememberTrees(members, isProperty, isProperty, place);
+    if (param->m_keptMembers && hasLabel)
+        setPlace(param->m_keptMembers.get(), labelKey);
 }
 
 void DzKeptMembers::writeParameter(

@@ -9,7 +9,6 @@
 
 class DzBrickParam;
 class DzProperty;
-class DzShaderBrick;
 
 /// Keeps what a file holds and nobody understands, so that it is written back in its place.
 ///
@@ -24,6 +23,11 @@ public:
 
     /// What to keep of `read`; null when everything in it is understood.
     static std::unique_ptr<DzSettings> remember(const DzSettings& read, const KeyTest& understood);
+    /// The same where understood members that `isTree` accepts have to be trees. One that is none
+    /// is named in a warning and kept under another key, since its own is written anew; `place`
+    /// names the tree that was read.
+    static std::unique_ptr<DzSettings> rememberTrees(const DzSettings& read,
+        const KeyTest& understood, const KeyTest& isTree, const QString& place);
 
     /// Starts writing a tree: fills `out` with what was kept, which may be null.
     static void begin(DzSettings* out, const DzSettings* kept);
@@ -36,8 +40,7 @@ public:
     static void readProperty(DzProperty* property, const DzSettings& members, const QString& place);
     /// Writes a property: its value always, other members where they differ from those of `fresh`
     /// (which may be null) or where the file that it was read from has them.
-    static void writeProperty(
-        DzSettings* out, const DzProperty* property, const DzProperty* fresh);
+    static void writeProperty(DzSettings* out, const DzProperty* property, const DzProperty* fresh);
 
     /// What is kept for a property or parameter; null when nothing is.
     static const DzSettings* keptOf(const DzProperty* property);

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "dzsettings.h"
+
 #include <QString>
+#include <QStringList>
 
 /// The names of the members of a brick user's attributes, as the host's scene files have them.
 namespace NetworkKeys {
@@ -30,6 +33,15 @@ DZ_NETWORK_KEY(sourceParam, "SourceParam")
 DZ_NETWORK_KEY(targetParam, "TargetParam")
 
 #undef DZ_NETWORK_KEY
+
+/// What tells one link entry from another: its four ends.
+inline QString linkName(const DzSettings& entry)
+{
+    QStringList ends;
+    for (const QString& key : { sourceBrick(), sourceParam(), targetBrick(), targetParam() })
+        ends.append(entry.getStringValue(key));
+    return ends.join(QLatin1Char('\n'));
+}
 
 inline QString brick(uint id)
 {

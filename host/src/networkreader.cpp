@@ -55,21 +55,34 @@ void DzNetworkReader::warn(const QString& place, const QString& message) const
 void DzNetworkReader::read(const DzSettings& setup)
 {
     m_user.m_kept.reset();
-    // Whatever their types are: they are always written.
-    const auto understood = [](const QString& key) {
-        return key == NetworkKeys::bricks() || key == NetworkKeys::connections()
-            || key == NetworkKeys::userName() || key == NetworkKeys::identifier();
+    const auto isTree = [](const QString& key) {
+        return key == NetworkKeys::bricks() || key == NetworkKeys::connections();
     };
+    const auto isText = [](const QString& key) {
+        return key == NetworkKeys::userName() || key == NetworkKeys::identifier();
+    };
+    for (int i = 0; i < setup.getNumValues(); ++i)
+        if (isText(setup.getKey(i)) && setup.getValueType(i) != DzSettings::StringValue)
+            warn(setup.getKey(i), text("this is no text; another one is used"));
     keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::setup,
-        DzKeptMembers::remember(setup, understood));
+        DzKeptMembers::rememberTrees(
+            setup, [&](const QString& key) { return isTree(key) || isText(key); }, isTree,
+            QStringLiteral("BrickSetup")));
     m_user.setBrickUserName(
         setup.getStringValue(NetworkKeys::userName(), m_user.getBrickUserName()));
-    const QUuid identifier(setup.getStringValue(NetworkKeys::identifier()));
+    const QString identifierText = setup.getStringValue(NetworkKeys::identifier());
+    const QUuid identifier(identifierText);
     if (!identifier.isNull())
         m_user.setIdentifier(identifier);
+    else if (!identifierText.isEmpty())
+        warn(NetworkKeys::identifier(),
+            text("\"%1\" is no identifier; the network gets another").arg(identifierText));
+    const DzSettings* connections = setup.getSettingsValue(NetworkKeys::connections());
+    if (connections)
+        keepNumbersIn(*connections);
     if (const DzSettings* bricks = setup.getSettingsValue(NetworkKeys::bricks()))
         readBricks(*bricks);
-    if (const DzSettings* connections = setup.getSettingsValue(NetworkKeys::connections()))
+    if (connections)
         readConnections(*connections);
 }
 
@@ -120,24 +133,27 @@ DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings&
                 .arg(className));
         return new DzUnknownBrick(stored);
     }
-    const auto understood = [](const QString& key) {
-        return key == NetworkKeys::className() || key == NetworkKeys::attributes()
-            || key == NetworkKeys::parameters();
+    const auto isTree = [](const QString& key) {
+        return key == NetworkKeys::attributes() || key == NetworkKeys::parameters();
     };
     keep(brick->m_kept, &DzShaderBrick::KeptTrees::brick,
-        DzKeptMembers::remember(stored, understood));
+        DzKeptMembers::rememberTrees(
+            stored,
+            [&](const QString& key) { return key == NetworkKeys::className() || isTree(key); },
+            isTree, name));
     if (const DzSettings* attributes = stored.getSettingsValue(NetworkKeys::attributes()))
-        readAttributes(brick, *attributes);
+        readAttributes(name, brick, *attributes);
     const auto keys = m_keys.insert(brick, ParamKeys(brick));
     if (const DzSettings* parameters = stored.getSettingsValue(NetworkKeys::parameters())) {
         readParameters(name, brick, *parameters);
         restoreOrder(brick, *keys, *parameters);
+        addMissingPlaces(brick);
     }
     return brick;
 }
 
 void DzNetworkReader::readAttributes(
-    DzShaderBrick* brick, const DzSettings& tree)
+    const QString& name, DzShaderBrick* brick, const DzSettings& tree)
 {
     const QString className = brick->getStoredClassName();
     if (!m_ownAttributes.contains(className)) {
@@ -149,8 +165,9 @@ void DzNetworkReader::readAttributes(
     }
     brick->setAttributes(&tree);
     const QVector<QString>& own = m_ownAttributes[className];
+    const auto isOwn = [&](const QString& key) { return own.contains(key); };
     keep(brick->m_kept, &DzShaderBrick::KeptTrees::attributes,
-        DzKeptMembers::remember(tree, [&](const QString& key) { return own.contains(key); }));
+        DzKeptMembers::rememberTrees(tree, isOwn, isOwn, name));
 }
 
 void DzNetworkReader::readParameters(
@@ -169,9 +186,8 @@ void DzNetworkReader::readParameters(
             warn(place, text("this brick has no such parameter; its data is kept"));
     }
     keep(brick->m_kept, &DzShaderBrick::KeptTrees::parameters,
-        DzKeptMembers::remember(tree, [&](const QString& key) {
-            return tree.getSettingsValue(key) && keys.find(key);
-        }));
+        DzKeptMembers::remember(tree,
+            [&](const QString& key) { return tree.getSettingsValue(key) && keys.find(key); }));
 }
 
 void DzNetworkReader::restoreOrder(
@@ -181,7 +197,8 @@ void DzNetworkReader::restoreOrder(
     bool isChanged = false;
     for (int i = 0; i < tree.getNumValues(); ++i) {
         if (DzBrickParam* param = keys.find(tree.getKey(i))) {
-            isChanged = isChanged || order.size() >= keys.size() || keys.param(order.size()) != param;
+            isChanged
+                = isChanged || order.size() >= keys.size() || keys.param(order.size()) != param;
             order.append(param);
         }
     }
@@ -196,6 +213,30 @@ void DzNetworkReader::restoreOrder(
     brick->setParameterOrder(order);
 }
 
+/// Parameters that the file leaves out stand where the brick has them, not behind what is kept.
+void DzNetworkReader::addMissingPlaces(DzShaderBrick* brick)
+{
+    if (!brick->m_kept || !brick->m_kept->parameters)
+        return;
+    const DzSettings& kept = *brick->m_kept->parameters;
+    const ParamKeys keys(brick);
+    std::unique_ptr<DzSettings> whole(new DzSettings);
+    int next = 0;
+    const auto addMissingUpTo = [&](const DzBrickParam* param) {
+        for (; next < keys.size() && keys.param(next) != param; ++next)
+            if (!kept.hasKey(keys.key(next)))
+                whole->setOpaqueValue(keys.key(next), QByteArray());
+    };
+    for (int i = 0; i < kept.getNumValues(); ++i) {
+        const QString key = kept.getKey(i);
+        if (const DzBrickParam* param = keys.find(key))
+            addMissingUpTo(param);
+        kept.copySetting(key, whole.get());
+    }
+    addMissingUpTo(nullptr);
+    brick->m_kept->parameters = std::move(whole);
+}
+
 void DzNetworkReader::readConnections(const DzSettings& connections)
 {
     for (int i = 0; i < connections.getNumValues(); ++i) {
@@ -207,8 +248,11 @@ void DzNetworkReader::readConnections(const DzSettings& connections)
         }
         QString reason;
         bool isKept = true;
-        if (readConnection(*link, &reason, &isKept))
+        if (readConnection(*link, &reason, &isKept)) {
+            if (link->getNumValues() > 4)
+                treesOf(m_user.m_kept).linkEntries.insert(NetworkKeys::linkName(*link), *link);
             continue;
+        }
         warn(key, reason);
         if (isKept)
             keepLink(key, *link);
@@ -224,8 +268,8 @@ bool DzNetworkReader::readConnection(const DzSettings& link, QString* reason, bo
     const QString inputKey = link.getStringValue(NetworkKeys::sourceParam());
     const QString outputBrick = link.getStringValue(NetworkKeys::targetBrick());
     const QString outputKey = link.getStringValue(NetworkKeys::targetParam());
-    const QString what = text("the link from %1/%2 to %3/%4")
-                             .arg(outputBrick, outputKey, inputBrick, inputKey);
+    const QString what
+        = text("the link from %1/%2 to %3/%4").arg(outputBrick, outputKey, inputBrick, inputKey);
     DzBrickParam* input = findParam(inputBrick, inputKey, false);
     DzBrickParam* output = findParam(outputBrick, outputKey, true);
     if (!input || !output) {
@@ -270,8 +314,17 @@ DzBrickParam* DzNetworkReader::findParam(
 void DzNetworkReader::keepLink(const QString& key, const DzSettings& link)
 {
     treesOf(m_user.m_kept).danglingLinks.setSettingsValue(key, link);
-    for (const QString& end : { NetworkKeys::sourceBrick(), NetworkKeys::targetBrick() })
-        keepNumber(link.getStringValue(end));
+}
+
+void DzNetworkReader::keepNumbersIn(const DzSettings& connections)
+{
+    for (int i = 0; i < connections.getNumValues(); ++i) {
+        const DzSettings* link = connections.getSettingsValue(connections.getKey(i));
+        if (!link)
+            continue;
+        keepNumber(link->getStringValue(NetworkKeys::sourceBrick()));
+        keepNumber(link->getStringValue(NetworkKeys::targetBrick()));
+    }
 }
 
 void DzNetworkReader::keepNumber(const QString& brickName)

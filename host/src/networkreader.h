@@ -25,14 +25,17 @@ public:
 private:
     void readBricks(const DzSettings& bricks);
     DzShaderBrick* makeBrick(const QString& name, const DzSettings& stored);
-    void readAttributes(DzShaderBrick* brick, const DzSettings& tree);
+    void readAttributes(const QString& name, DzShaderBrick* brick, const DzSettings& tree);
     void readParameters(const QString& name, DzShaderBrick* brick, const DzSettings& tree);
     void restoreOrder(DzShaderBrick* brick, const ParamKeys& keys, const DzSettings& tree);
+    void addMissingPlaces(DzShaderBrick* brick);
     void readConnections(const DzSettings& connections);
     /// Makes one link. When it cannot be made, says why, and whether its entry is to be kept.
     bool readConnection(const DzSettings& link, QString* reason, bool* isKept);
     DzBrickParam* findParam(const QString& brickName, const QString& key, bool isOutput);
     void keepLink(const QString& key, const DzSettings& link);
+    /// Does what follows for all bricks that links name.
+    void keepNumbersIn(const DzSettings& connections);
     /// Sees to it that the number in a name that is kept is not given to another brick.
     void keepNumber(const QString& brickName);
     void warn(const QString& place, const QString& message) const;

@@ -145,8 +145,7 @@ void DzNetworkWriter::writeParameters(
             const bool isSamePlace = i < freshKeys.size() && freshKeys.key(i) == keys.key(i);
             const DzBrickParam* usual
                 = isSamePlace ? freshKeys.param(i) : freshKeys.find(keys.key(i));
-            DzKeptMembers::writeParameter(
-                out->setSettingsValue(keys.key(i)), keys.param(i), usual);
+            DzKeptMembers::writeParameter(out->setSettingsValue(keys.key(i)), keys.param(i), usual);
         }
     } else {
         for (int i = 0; i < keys.size(); ++i)
@@ -175,7 +174,8 @@ DzNetworkWriter::BrickPtr DzNetworkWriter::freshWithAttributes(const DzShaderBri
     DzUndoStackLock lock;
     // What cannot be understood was told when it was read.
     const SilentScope silence;
-    BrickPtr fresh(qobject_cast<DzShaderBrick*>(dzApp->createInstance(brick->getStoredClassName())));
+    BrickPtr fresh(
+        qobject_cast<DzShaderBrick*>(dzApp->createInstance(brick->getStoredClassName())));
     DzSettings attributes;
     brick->getAttributes(&attributes);
     fresh->setAttributes(&attributes);
@@ -200,12 +200,19 @@ void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
         included.insert(id);
     const DzDefaultBrickUser::KeptTrees* kept = m_user.m_kept.get();
     DzKeptMembers::begin(out, kept ? kept->connections.get() : nullptr);
+    // The places of the file come first and in their order, for that is the order of the links.
+    QStringList places;
+    for (int i = 0; i < out->getNumValues(); ++i)
+        if (DzKeptMembers::isPlace(*out, out->getKey(i)))
+            places.append(out->getKey(i));
     int count = 0;
-    const auto nextKey = [&count, out] {
+    const auto nextKey = [&places, &count, out] {
+        if (!places.isEmpty())
+            return places.takeFirst();
         QString key;
         do {
             key = QStringLiteral("Connection_%1").arg(count++);
-        } while (out->hasKey(key) && !DzKeptMembers::isPlace(*out, key));
+        } while (out->hasKey(key));
         return key;
     };
     for (const uint id : ids) {
@@ -227,6 +234,11 @@ void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
                     NetworkKeys::targetBrick(), NetworkKeys::brick(source->getBrickID()));
                 link->setStringValue(NetworkKeys::sourceParam(), keyOf(input));
                 link->setStringValue(NetworkKeys::targetParam(), keyOf(output));
+                if (kept && !kept->linkEntries.isEmpty()) {
+                    const auto entry = kept->linkEntries.constFind(NetworkKeys::linkName(*link));
+                    if (entry != kept->linkEntries.constEnd())
+                        link->replaceWithSettings(*entry);
+                }
             }
         }
     }

@@ -67,6 +67,8 @@ QString ParamKeys::keyOf(const DzShaderBrick* brick, const DzBrickParam* param)
 {
     // Equal names are rare: without one the key is the name.
     const QString name = param->getArg(0);
+    if (name.contains(QLatin1Char('#')))
+        return ParamKeys(brick).keyOf(param);
     for (int i = 0; i < brick->getNumParameters(); ++i) {
         const DzBrickParam* other = brick->getParameter(i);
         if (other != param && other->getArg(0).startsWith(name))

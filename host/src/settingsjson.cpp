@@ -23,6 +23,9 @@ using Json = nlohmann::json;
 /// functions that call themselves once a level.
 const std::size_t deepestNesting = 256;
 
+/// Values of one text: more than any network has, and few enough to fit in memory.
+const std::size_t mostValues = 16 * 1000 * 1000;
+
 /// Up to this many keys of one object are compared one by one.
 const int longestSearchedObject = 16;
 
@@ -316,6 +319,8 @@ bool NodeBuilder::add(Node&& node)
         return fail(std::find_if_not(m_text, m_end, isBlank),
             QStringLiteral("the outermost value is no object"));
     }
+    if (m_nodes.size() == mostValues)
+        return fail(m_seen, QStringLiteral("more than %1 values").arg(mostValues));
     if (!m_open.empty())
         ++m_nodes[m_open.back().node].numChildren;
     node.key.swap(m_key);

@@ -135,10 +135,10 @@ TEST_F(BrickBaseTest, theBaseHasNoCodeAndNoWord)
 {
     EXPECT_EQ(brick->getLuxType(), QString());
     const std::unique_ptr<DzShaderString> ofClass(brick->getBrickClassShaderCode());
-    const std::unique_ptr<DzShaderString> ofCall(brick->getShaderCodeCall());
+    const std::unique_ptr<DzShaderString> ofCall(brick->getShaderCodeCall(QStringList()));
     EXPECT_EQ(ofClass->getText(), QString());
     EXPECT_EQ(ofCall->getText(), QString());
-    brick->setBrickRenderSettings();
+    brick->setBrickRenderSettings(nullptr, nullptr);
     EXPECT_EQ(brick->getNumParameters(), 0);
 }
 

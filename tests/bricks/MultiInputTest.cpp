@@ -207,7 +207,8 @@ TEST_F(MultiInputTest, aMapOfANumberIsNoticedAsNotWritten)
     setCount(band, 1);
     auto* offset = propertyAs<DzFloatProperty>(band, "offset1");
     ASSERT_TRUE(offset->setMap(QStringLiteral("maps/ramp.png")));
-    EXPECT_EQ(generateCode(band, GenerateOptions()).unwrittenMaps, QList<DzProperty*>({ offset }));
+    EXPECT_EQ(
+        generateCode(band, GenerateOptions()).unwrittenMaps, QList<DzNumericProperty*>({ offset }));
 }
 
 TEST_F(MultiInputTest, pairsStandBeforeCustomInputs)

@@ -271,10 +271,10 @@ TEST_F(ColorConstantTest, mapsThatTheLiteralTextDropsAreNoticed)
 {
     value->setMap(QStringLiteral("maps/wood.png"));
     scale->setMap(QStringLiteral("maps/grey.png"));
-    EXPECT_EQ(codeOf(brick, true).unwrittenMaps, QList<DzProperty*>({ value, scale }));
-    EXPECT_EQ(codeOf(brick, false).unwrittenMaps, QList<DzProperty*>());
+    EXPECT_EQ(codeOf(brick, true).unwrittenMaps, QList<DzNumericProperty*>({ value, scale }));
+    EXPECT_EQ(codeOf(brick, false).unwrittenMaps, QList<DzNumericProperty*>());
     lockAll(brick);
-    EXPECT_EQ(codeOf(brick, false).unwrittenMaps, QList<DzProperty*>({ value, scale }));
+    EXPECT_EQ(codeOf(brick, false).unwrittenMaps, QList<DzNumericProperty*>({ value, scale }));
 }
 
 // Colour image map -------------------------------------------------------------------------------
@@ -414,8 +414,8 @@ TEST_F(ColorImageMapTest, theFileNameTakesThePlaceOfTheValueOnRequest)
                              "\t\"texture tex1\" [\"Lm_texture1\"]\n"
                              "\t\"color   tex2\" [1 0.2 0]\n"),
         code.materialText);
-    EXPECT_EQ(code.unwrittenMaps, QList<DzProperty*>());
-    EXPECT_EQ(codeOf(brick, true, false).unwrittenMaps, QList<DzProperty*>({ filename }));
+    EXPECT_EQ(code.unwrittenMaps, QList<DzNumericProperty*>());
+    EXPECT_EQ(codeOf(brick, true, false).unwrittenMaps, QList<DzNumericProperty*>({ filename }));
 }
 
 TEST_F(ColorImageMapTest, aMapWithoutAFileNameIsNone)

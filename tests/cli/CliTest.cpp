@@ -19,8 +19,8 @@ struct Outcome {
     QString error;
 };
 
-Outcome runVireo(const QStringList& arguments, const QProcessEnvironment& environment
-    = QProcessEnvironment::systemEnvironment())
+Outcome runVireo(const QStringList& arguments,
+    const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
 {
     QProcess process;
     process.setProcessEnvironment(environment);
@@ -56,8 +56,9 @@ QString writeFile(const QTemporaryDir& folder, const QString& name, const QByteA
 QStringList exampleNames()
 {
     QStringList names;
-    for (const QString& file : QDir(projectPath(QStringLiteral("examples")))
-             .entryList({ QStringLiteral("*.sskn") }, QDir::Files, QDir::Name))
+    for (const QString& file :
+        QDir(projectPath(QStringLiteral("examples")))
+            .entryList({ QStringLiteral("*.sskn") }, QDir::Files, QDir::Name))
         names.append(file.chopped(5));
     return names;
 }
@@ -114,8 +115,8 @@ TEST(ExportCommand, thereAreExamplesOfManyKinds)
 TEST(ExportCommand, aSectionIsPrintedRaw)
 {
     const QString example = QStringLiteral("examples/plain-matte.sskn");
-    const Outcome material = runVireo(
-        { QStringLiteral("export"), example, QStringLiteral("--section"), QStringLiteral("material") });
+    const Outcome material = runVireo({ QStringLiteral("export"), example,
+        QStringLiteral("--section"), QStringLiteral("material") });
     EXPECT_TEXT(QStringLiteral("\nMakeNamedMaterial \"Lm_material1\"\n"
                                "\t\"float   bumpmap\" [0]\n"
                                "\t\"color   Kd\" [0.690196 0.25098 0.188235]\n"
@@ -169,7 +170,8 @@ TEST(ExportCommand, mapsThatTheTextDoesNotCarryAreNamed)
         = runVireo({ QStringLiteral("export"), QStringLiteral("--map-files"), example });
     EXPECT_EQ(with.exitCode, 0);
     EXPECT_TEXT(QString(), with.error);
-    EXPECT_TRUE(with.output.contains(QLatin1String("\t\"string  filename\" [\"textures/bricks.png\"]\n")));
+    EXPECT_TRUE(
+        with.output.contains(QLatin1String("\t\"string  filename\" [\"textures/bricks.png\"]\n")));
 }
 
 TEST(ExportCommand, writesIntoAFile)
@@ -209,8 +211,8 @@ TEST(ExportCommand, namesFilePlaceAndCauseOfABrokenFile)
     const QString path = writeFile(folder, QStringLiteral("broken.sskn"), whole.left(500));
     expectFailure(runVireo({ QStringLiteral("export"), path }), 1,
         { QStringLiteral("broken.sskn"), QStringLiteral("line "), QStringLiteral("column ") });
-    const QString text
-        = writeFile(folder, QStringLiteral("letter.sskn"), QByteArrayLiteral("Dear all,\nhello.\n"));
+    const QString text = writeFile(
+        folder, QStringLiteral("letter.sskn"), QByteArrayLiteral("Dear all,\nhello.\n"));
     expectFailure(runVireo({ QStringLiteral("export"), text }), 1,
         { QStringLiteral("letter.sskn"), QStringLiteral("line 1") });
 }
@@ -219,8 +221,8 @@ TEST(ExportCommand, aMissingFileOrAFolderFails)
 {
     expectFailure(runVireo({ QStringLiteral("export"), QStringLiteral("no/such.sskn") }), 1,
         { QStringLiteral("no/such.sskn") });
-    expectFailure(
-        runVireo({ QStringLiteral("export"), QStringLiteral("examples") }), 1, { QStringLiteral("folder") });
+    expectFailure(runVireo({ QStringLiteral("export"), QStringLiteral("examples") }), 1,
+        { QStringLiteral("folder") });
 }
 
 TEST(ExportCommand, aNetworkWithoutRootFails)
@@ -264,7 +266,8 @@ TEST(BricksCommand, listsEveryClassOnce)
     const QJsonArray bricks = QJsonDocument::fromJson(outcome.output.toUtf8()).array();
     EXPECT_EQ(bricks.size(), 81);
     const QJsonObject matte = bricks.at(8).toObject();
-    EXPECT_EQ(matte.value(QStringLiteral("class")).toString(), QStringLiteral("VireoMatMatteBrick"));
+    EXPECT_EQ(
+        matte.value(QStringLiteral("class")).toString(), QStringLiteral("VireoMatMatteBrick"));
     EXPECT_EQ(matte.value(QStringLiteral("kind")).toString(), QStringLiteral("material"));
     EXPECT_EQ(matte.value(QStringLiteral("type")).toString(), QStringLiteral("matte"));
     EXPECT_EQ(matte.value(QStringLiteral("label")).toString(), QStringLiteral("Matte"));
@@ -281,19 +284,20 @@ TEST(BricksCommand, theReferencePageIsUpToDate)
 
 TEST(ShowCommand, valuesMapsAndLocksAreAppliedInTurn)
 {
-    const Outcome literal = runVireo({ QStringLiteral("show"),
-        QStringLiteral("VireoTexClrImageMapBrick"), QStringLiteral("--set"),
-        QStringLiteral("filename=255 0 128"), QStringLiteral("--map"),
-        QStringLiteral("filename=a.png") });
+    const Outcome literal
+        = runVireo({ QStringLiteral("show"), QStringLiteral("VireoTexClrImageMapBrick"),
+            QStringLiteral("--set"), QStringLiteral("filename=255 0 128"), QStringLiteral("--map"),
+            QStringLiteral("filename=a.png") });
     EXPECT_EQ(literal.exitCode, 0) << literal.error.toStdString();
-    EXPECT_TRUE(literal.output.endsWith(QLatin1String("\nTexture \"Lm_texture2\" \"color\" \"scale\"\n"
-                                                      "\t\"texture tex1\" [\"Lm_texture1\"]\n"
-                                                      "\t\"color   tex2\" [1 0 0.501961]\n")))
+    EXPECT_TRUE(
+        literal.output.endsWith(QLatin1String("\nTexture \"Lm_texture2\" \"color\" \"scale\"\n"
+                                              "\t\"texture tex1\" [\"Lm_texture1\"]\n"
+                                              "\t\"color   tex2\" [1 0 0.501961]\n")))
         << literal.output.toStdString();
-    const Outcome locked = runVireo({ QStringLiteral("show"), QStringLiteral("VireoMatScatterBrick"),
-        QStringLiteral("--placeholders"), QStringLiteral("--lock"), QStringLiteral("Kd"),
-        QStringLiteral("--set"), QStringLiteral("Kd=0 0 0"), QStringLiteral("--set"),
-        QStringLiteral("g=0.25") });
+    const Outcome locked = runVireo({ QStringLiteral("show"),
+        QStringLiteral("VireoMatScatterBrick"), QStringLiteral("--placeholders"),
+        QStringLiteral("--lock"), QStringLiteral("Kd"), QStringLiteral("--set"),
+        QStringLiteral("Kd=0 0 0"), QStringLiteral("--set"), QStringLiteral("g=0.25") });
     EXPECT_TEXT(QStringLiteral("\nMakeNamedMaterial \"Lm_material1\"\n"
                                "\t\"string  bumpmap\" [%(LuxRender_Lm_001_bumpmap)]\n"
                                "\t\"color   Kd\" [0 0 0]\n"
@@ -389,10 +393,12 @@ TEST(Program, helpAndVersionGoToStandardOutput)
              { QStringLiteral("show"), QStringLiteral("--help") } }) {
         const Outcome outcome = runVireo(arguments);
         EXPECT_EQ(outcome.exitCode, 0);
-        EXPECT_TRUE(outcome.output.contains(QLatin1String("Usage:"))) << outcome.output.toStdString();
+        EXPECT_TRUE(outcome.output.contains(QLatin1String("Usage:")))
+            << outcome.output.toStdString();
         EXPECT_TEXT(QString(), outcome.error);
     }
-    EXPECT_TEXT(QStringLiteral("vireo 0.0.0.5\n"), runVireo({ QStringLiteral("--version") }).output);
+    EXPECT_TEXT(
+        QStringLiteral("vireo 0.0.0.5\n"), runVireo({ QStringLiteral("--version") }).output);
 }
 
 TEST(Program, withoutItsModuleItSaysWhatToDo)
@@ -402,22 +408,22 @@ TEST(Program, withoutItsModuleItSaysWhatToDo)
     const QString program = folder.filePath(QStringLiteral("vireo"));
     ASSERT_TRUE(QFile::copy(QStringLiteral(VIREO_PROGRAM), program));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_LIBRARY_PATH"),
-        QFileInfo(QStringLiteral(VIREO_PROGRAM)).absolutePath());
+    environment.insert(
+        QStringLiteral("LD_LIBRARY_PATH"), QFileInfo(QStringLiteral(VIREO_PROGRAM)).absolutePath());
     environment.remove(QStringLiteral("VIREO_PLUGIN_PATH"));
     QProcess process;
     process.setProcessEnvironment(environment);
-    process.start(program,
-        { QStringLiteral("export"), projectPath(QStringLiteral("examples/velvet.sskn")) });
+    process.start(
+        program, { QStringLiteral("export"), projectPath(QStringLiteral("examples/velvet.sskn")) });
     ASSERT_TRUE(process.waitForFinished(60000));
     EXPECT_EQ(process.exitCode(), 1);
     EXPECT_TRUE(process.readAllStandardError().contains("VIREO_PLUGIN_PATH"));
 
-    environment.insert(
-        QStringLiteral("VIREO_PLUGIN_PATH"), QFileInfo(QStringLiteral(VIREO_MODULE)).absolutePath());
+    environment.insert(QStringLiteral("VIREO_PLUGIN_PATH"),
+        QFileInfo(QStringLiteral(VIREO_MODULE)).absolutePath());
     process.setProcessEnvironment(environment);
-    process.start(program,
-        { QStringLiteral("export"), projectPath(QStringLiteral("examples/velvet.sskn")) });
+    process.start(
+        program, { QStringLiteral("export"), projectPath(QStringLiteral("examples/velvet.sskn")) });
     ASSERT_TRUE(process.waitForFinished(60000));
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
 }

@@ -396,7 +396,7 @@ TEST_F(NetworkWalkTest, customInputsOfTheRootWriteNothing)
     root->addCustomInput(1007, QStringLiteral("second"), QStringLiteral("Second"), 0);
     ASSERT_TRUE(link(add("VireoMatNullBrick"), root, "second"));
     EXPECT_TEXT(QString(), codeOf(root).materialText);
-    EXPECT_TEXT(freshMeshText(), codeOf(root).meshText);
+    EXPECT_TEXT(freshMeshText(), codeOf(root).resultName);
 }
 
 TEST_F(NetworkWalkTest, customVectorsAndMatricesWriteNothing)
@@ -435,7 +435,7 @@ TEST_F(NetworkWalkTest, aFreshRootHasNoMaterialSectionAndEightMeshLines)
 {
     const GeneratedCode code = codeOf(add("VireoRootBrick"));
     EXPECT_TEXT(QString(), code.materialText);
-    EXPECT_TEXT(freshMeshText(), code.meshText);
+    EXPECT_TEXT(freshMeshText(), code.resultName);
 }
 
 TEST_F(NetworkWalkTest, aDisplacementIsNamedAsTextAndItsStatementEndsTheMaterialSection)
@@ -453,7 +453,7 @@ TEST_F(NetworkWalkTest, aDisplacementIsNamedAsTextAndItsStatementEndsTheMaterial
     QString mesh = freshMeshText();
     mesh.insert(mesh.indexOf(QStringLiteral("\t\"float   dmscale")),
         QStringLiteral("\t\"string  displacementmap\" [\"Lm_texture1\"]\n"));
-    EXPECT_TEXT(mesh, code.meshText);
+    EXPECT_TEXT(mesh, code.resultName);
 }
 
 TEST_F(NetworkWalkTest, aDisplacementWithSeveralLinksWritesNothing)
@@ -462,7 +462,7 @@ TEST_F(NetworkWalkTest, aDisplacementWithSeveralLinksWritesNothing)
     ASSERT_TRUE(link(add("VireoTexFltConstantBrick"), root, "displacementmap"));
     ASSERT_TRUE(link(add("VireoTexFltConstantBrick"), root, "displacementmap"));
     EXPECT_TEXT(QString(), codeOf(root).materialText);
-    EXPECT_TEXT(freshMeshText(), codeOf(root).meshText);
+    EXPECT_TEXT(freshMeshText(), codeOf(root).resultName);
 }
 
 TEST_F(NetworkWalkTest, aDisplacementThatAlsoFeedsTheMaterialStandsBeforeIt)
@@ -526,7 +526,7 @@ TEST_F(NetworkWalkTest, theRootsPreviewShaderIsFlat)
     VireoBrickBase* root = add("VireoRootBrick");
     const QString expected = QStringLiteral("Oi = 1;\nCi = color( .33, .66, .33);\n");
     const std::unique_ptr<DzShaderString> ofClass(root->getBrickClassShaderCode());
-    const std::unique_ptr<DzShaderString> ofCall(root->getShaderCodeCall());
+    const std::unique_ptr<DzShaderString> ofCall(root->getShaderCodeCall(QStringList()));
     EXPECT_EQ(ofClass->getText(), expected);
     EXPECT_EQ(ofCall->getText(), expected);
 }
@@ -692,7 +692,7 @@ TEST_F(NetworkWalkTest, literalTextWritesTheValueOfAMappedPropertyAndNoticesTheM
     const GeneratedCode code = codeOf(map);
     EXPECT_TRUE(code.materialText.contains(QStringLiteral("\t\"float   filename\" [1]\n")));
     EXPECT_TRUE(code.materialText.contains(QStringLiteral("\t\"float   uscale\" [1]\n")));
-    EXPECT_EQ(code.unwrittenMaps, QList<DzProperty*>({ filename, scale }));
+    EXPECT_EQ(code.unwrittenMaps, QList<DzNumericProperty*>({ filename, scale }));
 }
 
 TEST_F(NetworkWalkTest, onRequestAMappedFilenameIsItsFileNameAndOtherMapsAreStillNoticed)
@@ -707,7 +707,7 @@ TEST_F(NetworkWalkTest, onRequestAMappedFilenameIsItsFileNameAndOtherMapsAreStil
         QStringLiteral("\t\"string  filename\" [\"../maps/bumps.png\"]\n")))
         << code.materialText.toStdString();
     EXPECT_TRUE(code.materialText.contains(QStringLiteral("\t\"float   uscale\" [1]\n")));
-    EXPECT_EQ(code.unwrittenMaps, QList<DzProperty*>({ scale }));
+    EXPECT_EQ(code.unwrittenMaps, QList<DzNumericProperty*>({ scale }));
 }
 
 TEST_F(NetworkWalkTest, placeholdersCarryTheMapsThemselves)
@@ -717,7 +717,7 @@ TEST_F(NetworkWalkTest, placeholdersCarryTheMapsThemselves)
     const GeneratedCode code = codeOf(map, false, true);
     EXPECT_TRUE(code.materialText.contains(
         QStringLiteral("\t\"string  filename\" [%(LuxRender_Lm_001_filename)]\n")));
-    EXPECT_EQ(code.unwrittenMaps, QList<DzProperty*>());
+    EXPECT_EQ(code.unwrittenMaps, QList<DzNumericProperty*>());
 }
 
 // Runs -------------------------------------------------------------------------------------------
@@ -732,7 +732,7 @@ TEST_F(NetworkWalkTest, anEmptiedCacheGivesTheSameTextAgain)
     const GeneratedCode second = codeOf(root, false);
     EXPECT_TRUE(first.materialText.contains(QStringLiteral("Lm_texture1")));
     EXPECT_TEXT(first.materialText, second.materialText);
-    EXPECT_TEXT(first.meshText, second.meshText);
+    EXPECT_TEXT(first.resultName, second.resultName);
     EXPECT_EQ(first.placeholderNames, second.placeholderNames);
 }
 
@@ -824,7 +824,7 @@ TEST_F(NetworkWalkTest, aLocaleWithACommaHasNoEffect)
     QLocale::setDefault(before);
     EXPECT_TEXT(matteStatement(1) + QStringLiteral("\nNamedMaterial \"Lm_material1\"\n"),
         code.materialText);
-    EXPECT_TEXT(freshMeshText(), code.meshText);
+    EXPECT_TEXT(freshMeshText(), code.resultName);
 }
 
 // The text that users see ------------------------------------------------------------------------
@@ -833,7 +833,7 @@ TEST_F(NetworkWalkTest, theExportTextIsSevenParagraphs)
 {
     GeneratedCode code;
     code.materialText = QStringLiteral("material\n");
-    code.meshText = QStringLiteral("mesh\n");
+    code.resultName = QStringLiteral("mesh\n");
     const QString separator
         = QStringLiteral("#---------------------------------------------------------------------");
     EXPECT_TEXT(separator + QStringLiteral("\n# Material Settings\nmaterial\n\n\n") + separator
@@ -854,9 +854,9 @@ TEST_F(NetworkWalkTest, theExportTextOfAFreshRootHasAnEmptyMaterialSection)
         exportText(codeOf(add("VireoRootBrick"))));
 }
 
-TEST_F(NetworkWalkTest, anotherBrickThanARootHasNoMeshSection)
+TEST_F(NetworkWalkTest, anotherBrickThanARootGivesTheNameOfItsStatement)
 {
     const GeneratedCode code = codeOf(add("VireoMatNullBrick"));
     EXPECT_TEXT(nullStatement(1), code.materialText);
-    EXPECT_TEXT(QString(), code.meshText);
+    EXPECT_TEXT(QStringLiteral("Lm_material1"), code.resultName);
 }

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ExportText.h"
 #include "RandomNetwork.h"
+#include "ExportText.h"
 #include "TestSupport.h"
 #include "VireoRootBrick.h"
 #include "dzbrickuserfile.h"
@@ -59,8 +59,8 @@ TEST(RandomNetworks, textEqualsThatOfTheIndependentRenderer)
         VireoBrickUser user;
         buildRandomNetwork(&user, static_cast<quint32>(i));
         statements += textOf(user, true).count(QLatin1String("\nTexture "));
-        EXPECT_TEXT(readText(folder.filePath(networkName(i) + QStringLiteral(".txt"))),
-            textOf(user, true));
+        EXPECT_TEXT(
+            readText(folder.filePath(networkName(i) + QStringLiteral(".txt"))), textOf(user, true));
         EXPECT_TEXT(readText(folder.filePath(networkName(i) + QStringLiteral(".placeholders.txt"))),
             textOf(user, false));
     }

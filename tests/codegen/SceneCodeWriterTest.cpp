@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "LinkTypes.h"
 #include "SceneCodeWriter.h"
+#include "LinkTypes.h"
 #include "TestSupport.h"
 #include "dzfloatproperty.h"
 
@@ -98,8 +98,7 @@ TEST_F(SceneCodeWriterTest, stringsAreInsertedAsTheyAre)
 {
     writer.writeString(QStringLiteral("type"), QString());
     writer.writeString(QStringLiteral("a\"b"), QString::fromUtf8("c\\ü\"d"));
-    EXPECT_TEXT(
-        QString::fromUtf8("\t\"string  type\" [\"\"]\n\t\"string  a\"b\" [\"c\\ü\"d\"]\n"),
+    EXPECT_TEXT(QString::fromUtf8("\t\"string  type\" [\"\"]\n\t\"string  a\"b\" [\"c\\ü\"d\"]\n"),
         writer.text());
 }
 
@@ -200,7 +199,8 @@ TEST(PlaceholderName, aPropertyGetsOnePlaceholderPerRun)
         QStringLiteral("LuxRender_Lm_001_Kd"));
     EXPECT_EQ(writer.placeholderKeys, (QList<DzProperty*> { &first, &second }));
     EXPECT_EQ(writer.placeholderNames,
-        (QStringList { QStringLiteral("LuxRender_Lm_001_Kd"), QStringLiteral("LuxRender_Lm_002_Kd") }));
+        (QStringList {
+            QStringLiteral("LuxRender_Lm_001_Kd"), QStringLiteral("LuxRender_Lm_002_Kd") }));
 }
 
 TEST(PlaceholderName, numbersGrowBeyondThreeDigits)
@@ -214,8 +214,8 @@ TEST(PlaceholderName, numbersGrowBeyondThreeDigits)
 
 TEST(LinkTypeName, namesEveryLinkType)
 {
-    const char* const names[] = { "LuxMaterial", "LuxVolume", "LFloat", "LColor", "LPoint", "LVector",
-        "LNormal", "LMatrix", "LString", "LuxFresnel" };
+    const char* const names[] = { "LuxMaterial", "LuxVolume", "LFloat", "LColor", "LPoint",
+        "LVector", "LNormal", "LMatrix", "LString", "LuxFresnel" };
     for (int code = 1007; code <= 1016; ++code)
         EXPECT_EQ(linkTypeName(code), QString::fromLatin1(names[code - 1007])) << code;
 }

@@ -365,3 +365,17 @@ TEST_F(FileWriter, aReadErrorIsNotTakenForTheEnd)
     EXPECT_EQ(readError("/proc/self/mem"),
         "cannot read /proc/self/mem: Input/output error; try again or copy it");
 }
+
+TEST_F(FileWriter, aFileInSharedMemoryIsReplacedLikeAnyOther)
+{
+    if (!QDir(QStringLiteral("/dev/shm")).exists())
+        GTEST_SKIP() << "this system has no /dev/shm";
+    const QTemporaryDir folder(QStringLiteral("/dev/shm/vireo-XXXXXX"));
+    const QString path = folder.filePath(QStringLiteral("twice.txt"));
+    QString error;
+    ASSERT_TRUE(dzWriteFile(path, QByteArrayLiteral("first"), &error)) << error.toStdString();
+    ASSERT_TRUE(dzWriteFile(path, QByteArrayLiteral("2nd"), &error)) << error.toStdString();
+    QByteArray content;
+    ASSERT_TRUE(dzReadFile(path, 100, &content, &error));
+    EXPECT_EQ(content, QByteArrayLiteral("2nd"));
+}

@@ -859,3 +859,32 @@ TEST_F(BrickStateTest, statesCompareByWhatAnActionMayChange)
     param(band, "own")->removeAllConnections();
     EXPECT_TRUE(before != DzBrickState(band));
 }
+
+TEST(BrickState, aMapThatIsSetWithinAHoldGoesWithUndo)
+{
+    VireoBrickUser user;
+    VireoBrickBase* brick = addBrick(user, "VireoTexFltScaleBrick");
+    auto* tex1 = propertyAs<DzFloatProperty>(brick, "tex1");
+    {
+        DzBrickStateHold hold(brick);
+        ASSERT_TRUE(tex1->setMap(QStringLiteral("a.png")));
+        hold.accept(QStringLiteral("Map"));
+    }
+    ASSERT_TRUE(dzUndoStack->undo());
+    EXPECT_FALSE(propertyAs<DzFloatProperty>(brick, "tex1")->isMapped());
+    ASSERT_TRUE(dzUndoStack->redo());
+    EXPECT_TRUE(propertyAs<DzFloatProperty>(brick, "tex1")->isMapped());
+}
+
+TEST(BrickState, aHoldLeavesABrickWithoutUserToItsOwner)
+{
+    auto* brick = qobject_cast<DzShaderBrick*>(
+        dzApp->createInstance(QStringLiteral("VireoTexFltScaleBrick")));
+    const QPointer<DzShaderBrick> guard(brick);
+    {
+        DzBrickStateHold hold(brick);
+        hold.accept(QStringLiteral("Nothing"));
+    }
+    ASSERT_TRUE(guard);
+    delete brick;
+}

@@ -463,7 +463,7 @@ TEST_F(NetworkFileTest, fullDescriptionOfAPropertyShowsCurrentValues)
     tex1->lock(true);
     QByteArray expected(fullProperty);
     expected.replace("\"Value\":0.5", "\"Value\":0.75");
-    expected.replace("\"MapImage\":\"a.png\",", "");
+    expected.replace("\"MapImage\":\"a.png\"", "\"MapImage\":\"\"");
     expected.replace("\"Label\":\"First\"", "\"Label\":\"Changed\"");
     expected.replace("\"Locked\":false", "\"Locked\":true");
     EXPECT_TEXT(QString::fromUtf8(tidied(network(scaleBrick("Brick_1", expected)))),
@@ -496,6 +496,17 @@ TEST_F(NetworkFileTest, valueOfAWrongTypeIsKeptUntilThePropertyChanges)
     EXPECT_TEXT(
         QString::fromUtf8(tidied(network(scaleBrick("Brick_1", R"("Value":0.5,"Clamped":3)")))),
         QString::fromUtf8(file.saveText(&user)));
+}
+
+TEST_F(NetworkFileTest, propertyWhoseKeptValueIsReplacedIsWrittenLikeAnyOther)
+{
+    ASSERT_TRUE(load(network(scaleBrick("Brick_1", R"("Value":"red","Max":1e38,"Label":"L")"))));
+    floatAt(1, "tex1")->setValue(0.5f);
+    const QByteArray saved = file.saveText(&user);
+    EXPECT_TEXT(
+        QString::fromUtf8(tidied(network(scaleBrick("Brick_1", R"("Label":"L","Value":0.5)")))),
+        QString::fromUtf8(saved));
+    EXPECT_SAVED_AS_READ(saved);
 }
 
 TEST_F(NetworkFileTest, everyKindOfPropertyKeepsAValueThatIsNone)
@@ -737,6 +748,16 @@ TEST_F(NetworkFileTest, numberThatAKeptLinkNamesIsNotGivenAway)
     EXPECT_EQ(param(brickAt(1), "tex1")->getNumConnections(), 0);
 }
 
+TEST_F(NetworkFileTest, numberThatAKeptLinkNamesIsNotGivenAwayWhileLoading)
+{
+    const QByteArray saved = resaved(network(scaleBrick("Brick_1") + ',' + scaleBrick("Mine"),
+        linkEntry(0, "Brick_2", "Brick_1", "tex1")));
+    EXPECT_EQ(brickAt(2), nullptr);
+    EXPECT_NE(brickAt(3), nullptr);
+    EXPECT_SAVED_AS_READ(saved);
+    EXPECT_EQ(param(brickAt(1), "tex1")->getNumConnections(), 0);
+}
+
 TEST_F(NetworkFileTest, keptLinkAmongOthersMovesBehindThemOnce)
 {
     const QByteArray bricks = scaleBrick("Brick_1") + ',' + scaleBrick("Brick_2");
@@ -745,6 +766,23 @@ TEST_F(NetworkFileTest, keptLinkAmongOthersMovesBehindThemOnce)
     const QByteArray saved = resaved(network(bricks, kept(0) + ',' + good(1)));
     EXPECT_TEXT(QString::fromUtf8(tidied(network(bricks, good(0) + ',' + kept(1)))),
         QString::fromUtf8(saved));
+    EXPECT_SAVED_AS_READ(saved);
+}
+
+TEST_F(NetworkFileTest, linksBesideWhatIsNoneKeepTheirKeysAndOrder)
+{
+    const QByteArray bricks
+        = scaleBrick("Brick_1") + ',' + scaleBrick("Brick_2") + ',' + scaleBrick("Brick_3");
+    const QByteArray text = network(bricks,
+        linkEntry(5, "Brick_3", "Brick_1", "tex1") + ",\"note\":1,"
+            + linkEntry(2, "Brick_2", "Brick_1", "tex1") + ','
+            + linkEntry(0, "Brick_9", "Brick_1", "tex1"));
+    EXPECT_SAVED_AS_READ(text);
+    EXPECT_EQ(param(brickAt(1), "tex1")->getConnection(0)->getTopBrickOwner()->getBrickID(), 3u);
+    // One more takes the next number that is free.
+    ASSERT_TRUE(link(brickAt(3), brickAt(2), "tex1"));
+    const QByteArray saved = file.saveText(&user);
+    EXPECT_TRUE(saved.contains("\"Connection_1\""));
     EXPECT_SAVED_AS_READ(saved);
 }
 
@@ -835,6 +873,19 @@ TEST_F(NetworkFileTest, parametersThatTheFileLeavesOutKeepTheirPlacesAndDefaults
     EXPECT_EQ(brickAt(1)->getParameter(0)->getName(), QStringLiteral("result"));
     EXPECT_EQ(floatAt(1, "tex1")->getValue(), 1.0f);
     EXPECT_EQ(floatAt(1, "tex2")->getValue(), 3.0f);
+}
+
+TEST_F(NetworkFileTest, parametersThatTheFileLeavesOutAreWrittenInPlaceBesideUnknownOnes)
+{
+    const auto withParameters = [](const QByteArray& parameters) {
+        return network(brick("Brick_1", "VireoTexFltScaleBrick", plainAttributes, parameters));
+    };
+    ASSERT_TRUE(load(withParameters(R"("gone":{},"result":{},"tex2":{"Prop_0":{"Value":3}})")));
+    EXPECT_EQ(brickAt(1)->getParameter(1)->getName(), QStringLiteral("tex1"));
+    const QByteArray expected = withParameters(
+        R"("gone":{},"result":{},"tex1":{"Prop_0":{"Value":1}},"tex2":{"Prop_0":{"Value":3}})");
+    EXPECT_TEXT(QString::fromUtf8(tidied(expected)), QString::fromUtf8(file.saveText(&user)));
+    EXPECT_SAVED_AS_READ(expected);
 }
 
 TEST_F(NetworkFileTest, brickNumbersAreKept)
@@ -938,4 +989,39 @@ TEST_F(NetworkFileTest, successClearsTheErrorAndTheWarnings)
     EXPECT_EQ(file.getWarnings().size(), 1);
     ASSERT_TRUE(load(network("")));
     EXPECT_EQ(file.getWarnings(), QStringList());
+}
+
+TEST_F(NetworkFileTest, treesThatAreNoneAreNamedAndKeptUnderAnotherKey)
+{
+    const QByteArray text = network(
+        brick("Brick_1", "VireoTexFltScaleBrick", plainAttributes, R"("tex1":{"Prop_0":20})"));
+    QByteArray odd(text);
+    odd.replace(odd.indexOf("\"Connections\""),
+        odd.indexOf("\"BrickUserName\"") - odd.indexOf("\"Connections\""), "\"Connections\":[1],");
+    ASSERT_TRUE(file.loadText(odd, QStringLiteral("odd.sskn"), &user))
+        << file.getError().toStdString();
+    EXPECT_EQ(file.getWarnings().size(), 2)
+        << file.getWarnings().join(QLatin1Char('\n')).toStdString();
+    const QByteArray saved = file.saveText(&user);
+    EXPECT_TRUE(saved.contains("\"Connections (not read)\": [1]")) << saved.toStdString();
+    EXPECT_TRUE(saved.contains("\"Prop_0 (not read)\": 20")) << saved.toStdString();
+    EXPECT_SAVED_AS_READ(saved);
+}
+
+TEST_F(NetworkFileTest, membersOfALinkBesideItsEndsAreKept)
+{
+    QByteArray text = network(scaleBrick("Brick_1") + ',' + scaleBrick("Brick_2"),
+        linkEntry(0, "Brick_2", "Brick_1", "tex1"));
+    text.replace("\"SourceBrick\"", "\"Note\":\"mine\",\"SourceBrick\"");
+    ASSERT_TRUE(load(text));
+    EXPECT_TRUE(param(brickAt(1), "tex1")->isConnectedTo(param(brickAt(2), "result")));
+    EXPECT_TRUE(file.saveText(&user).contains("\"Note\": \"mine\""));
+}
+
+TEST_F(NetworkFileTest, aNumberBeyondSinglePrecisionIsKeptAndNotBentToInfinity)
+{
+    ASSERT_TRUE(load(network(scaleBrick("Brick_1", R"("Value":1e39)"))));
+    EXPECT_EQ(file.getWarnings().size(), 1);
+    EXPECT_EQ(floatAt(1, "tex1")->getValue(), 1.0f);
+    EXPECT_TRUE(file.saveText(&user).contains("\"Value\": 1e+39"));
 }

@@ -358,3 +358,39 @@ TEST_F(BrickUserTest, aUserThatGoesDeletesItsBricks)
     EXPECT_FALSE(dzUndoStack->hasItems());
     EXPECT_TRUE(brick.isNull());
 }
+
+TEST(BrickUserUndo, stepsOfAUserThatIsGoneDoNothing)
+{
+    QPointer<DzShaderBrick> brick;
+    {
+        VireoBrickUser user;
+        brick = addBrick(user, "VireoMatMatteBrick");
+        ASSERT_TRUE(user.deleteBrick(brick));
+    }
+    while (dzUndoStack->canUndo())
+        EXPECT_TRUE(dzUndoStack->undo());
+    while (dzUndoStack->canRedo())
+        EXPECT_TRUE(dzUndoStack->redo());
+    EXPECT_TRUE(brick);
+    dzUndoStack->clearAll();
+    EXPECT_FALSE(brick);
+}
+
+TEST(BrickUserUndo, stepsFromBeforeACopyLeaveTheCopiedNetworkAlone)
+{
+    VireoBrickUser source;
+    addBrick(source, "VireoVolClearBrick");
+    addBrick(source, "VireoVolClearBrick");
+    VireoBrickUser target;
+    DzShaderBrick* matte = addBrick(target, "VireoMatMatteBrick");
+    ASSERT_TRUE(target.deleteBrick(matte));
+    addBrick(target, "VireoMatNullBrick");
+    target.copyFrom(&source);
+    while (dzUndoStack->canUndo())
+        dzUndoStack->undo();
+    QList<uint> ids;
+    target.getBrickIDs(ids);
+    ASSERT_EQ(ids.size(), 2);
+    for (const uint id : ids)
+        EXPECT_EQ(target.getBrick(id)->className(), QStringLiteral("VireoVolClearBrick"));
+}

@@ -89,12 +89,14 @@ private:
     {
         auto* brick = qobject_cast<VireoBrickBase*>(dzApp->createInstance(className));
         ASSERT_NE(m_user->addBrick(brick), 0u);
-        if (auto* count = qobject_cast<DzIntProperty*>(brick->findProperty(QStringLiteral("count"))))
+        if (auto* count
+            = qobject_cast<DzIntProperty*>(brick->findProperty(QStringLiteral("count"))))
             count->setValue(below(6));
         const int customs = oneIn(3) ? 1 + below(4) : 0;
         for (int i = 0; i < customs; ++i) {
             const QString name = anyText();
-            brick->addCustomInput(MaterialLink + below(10), name.isEmpty() ? QStringLiteral("x") : name,
+            brick->addCustomInput(MaterialLink + below(10),
+                name.isEmpty() ? QStringLiteral("x") : name,
                 name.isEmpty() ? QStringLiteral("x") : name, DzBrickParam::InputDirection);
         }
         for (DzProperty* plain : brick->getPropertyList())

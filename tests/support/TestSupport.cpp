@@ -56,7 +56,8 @@ QString textOf(VireoBrickBase* brick, bool literal)
     GenerateOptions options;
     options.literalValues = literal;
     const GeneratedCode code = generateCode(brick, options);
-    return code.materialText + code.meshText;
+    return brick->inherits("VireoRootBrick") ? code.materialText + code.resultName
+                                             : code.materialText;
 }
 
 QByteArray readFile(const QString& path)
