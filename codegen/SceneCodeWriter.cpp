@@ -36,6 +36,17 @@ QString filledStepByStep(const char* pattern, const QString* const* arguments, i
     return filled;
 }
 
+/// Appends a number in decimal with at least three digits.
+void appendPadded(QString* text, quint32 number)
+{
+    QChar digits[10];
+    int count = 0;
+    for (; number > 0 || count < 3; number /= 10)
+        digits[count++] = QLatin1Char(static_cast<char>('0' + number % 10));
+    while (count > 0)
+        *text += digits[--count];
+}
+
 int markerCount(const char* pattern)
 {
     int count = 0;
@@ -190,14 +201,15 @@ QString placeholderName(SceneCodeWriter* writer, DzProperty* property, const QSt
         = writer->placeholderIndex.constFind(property);
     if (known != writer->placeholderIndex.constEnd())
         return writer->placeholderNames.at(known.value());
-    const QString number = QString::number(writer->placeholderCounter++);
     QString name;
     name.reserve(suffix.size() + 24);
     name += QLatin1String("LuxRender_Lm_");
-    name += QString(qMax(0, 3 - number.size()), QLatin1Char('0'));
-    name += number;
+    appendPadded(&name, writer->placeholderCounter++);
     name += QLatin1Char('_');
     name += suffix;
+    // Growing in few steps: a run may give very many placeholders.
+    if (writer->placeholderIndex.size() == writer->placeholderIndex.capacity())
+        writer->placeholderIndex.reserve(qMax(64, 4 * writer->placeholderIndex.size()));
     writer->placeholderIndex.insert(property, writer->placeholderKeys.size());
     writer->placeholderKeys.append(property);
     writer->placeholderNames.append(name);

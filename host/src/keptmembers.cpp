@@ -185,14 +185,24 @@ void DzKeptMembers::readParameter(
         = labelIndex >= 0 && members.getValueType(labelIndex) == DzSettings::StringValue;
     if (hasLabel)
         param->setLabel(members.getStringValue(labelKey));
-    QSet<QString> properties;
+    int understood = 0;
     for (int i = 0; i < param->getNumProperties(); ++i) {
         const QString key = propertyKey(i);
-        properties.insert(key);
-        if (const DzSettings* property = members.getSettingsValue(key))
-            readProperty(param->getProperty(i), *property,
-                param->getNumProperties() == 1 ? place : place + QLatin1Char('/') + key);
+        const DzSettings* property = members.getSettingsValue(key);
+        if (!property)
+            continue;
+        ++understood;
+        readProperty(param->getProperty(i), *property,
+            param->getNumProperties() == 1 ? place : place + QLatin1Char('/') + key);
     }
+    // Nearly all parameters of a file are nothing but their properties.
+    if (understood == members.getNumValues()) {
+        param->m_keptMembers.reset();
+        return;
+    }
+    QSet<QString> properties;
+    for (int i = 0; i < param->getNumProperties(); ++i)
+        properties.insert(propertyKey(i));
     const auto isProperty = [&](const QString& key) { return properties.contains(key); };
     // A label of the file keeps its place also when it is the usual one.
     param->m_keptMembers = rememberTrees(members, isProperty, isProperty, place);

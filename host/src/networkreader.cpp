@@ -179,7 +179,7 @@ void DzNetworkReader::readParameters(
         const DzSettings* members = tree.getSettingsValue(key);
         const bool isSamePlace = i < keys.size() && keys.key(i) == key;
         DzBrickParam* param = isSamePlace ? keys.param(i) : keys.find(key);
-        const QString place = QStringLiteral("%1/%2").arg(name, key);
+        const QString place = name + QLatin1Char('/') + key;
         if (param && members)
             DzKeptMembers::readParameter(param, *members, place);
         else
@@ -268,30 +268,33 @@ bool DzNetworkReader::readConnection(const DzSettings& link, QString* reason, bo
     const QString inputKey = link.getStringValue(NetworkKeys::sourceParam());
     const QString outputBrick = link.getStringValue(NetworkKeys::targetBrick());
     const QString outputKey = link.getStringValue(NetworkKeys::targetParam());
-    const QString what
-        = text("the link from %1/%2 to %3/%4").arg(outputBrick, outputKey, inputBrick, inputKey);
+    const auto what = [&] {
+        return text("the link from %1/%2 to %3/%4")
+            .arg(outputBrick, outputKey, inputBrick, inputKey);
+    };
     DzBrickParam* input = findParam(inputBrick, inputKey, false);
     DzBrickParam* output = findParam(outputBrick, outputKey, true);
     if (!input || !output) {
-        *reason = text("%1 leads to a brick or parameter that is not there; it is kept").arg(what);
+        *reason
+            = text("%1 leads to a brick or parameter that is not there; it is kept").arg(what());
         return false;
     }
     const DzShaderBrick* to = input->getTopBrickOwner();
     const DzShaderBrick* from = output->getTopBrickOwner();
     if (!to->canBeFedBy(from)) {
-        *reason = text("%1 would close a loop; it is dropped").arg(what);
+        *reason = text("%1 would close a loop; it is dropped").arg(what());
         *isKept = false;
         return false;
     }
     if (input->isConnectedTo(output)) {
-        *reason = text("%1 stands twice; it is made once").arg(what);
+        *reason = text("%1 stands twice; it is made once").arg(what());
         *isKept = false;
         return false;
     }
     const bool isUnknown
         = qobject_cast<const DzUnknownBrick*>(to) || qobject_cast<const DzUnknownBrick*>(from);
     if (!isUnknown && !input->canConnect(output)) {
-        *reason = text("%1 joins what cannot be joined; it is kept but has no effect").arg(what);
+        *reason = text("%1 joins what cannot be joined; it is kept but has no effect").arg(what());
         return false;
     }
     input->link(output);
