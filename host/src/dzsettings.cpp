@@ -282,6 +282,9 @@ bool DzSettings::copySetting(const QString& key, DzSettings* target, const QStri
     const Entry* entry = find(key);
     if (!entry)
         return false;
+    if (target == this && targetKey == key)
+        return true;
+    // Held here, for setting the value may delete this tree when it is part of the target.
     Entry copy = *entry;
     copy.key = targetKey;
     target->assign(copy);
@@ -296,15 +299,7 @@ QByteArray DzSettings::getOpaqueValueAt(int index) const
 
 bool DzSettings::copySetting(const QString& key, DzSettings* target) const
 {
-    const Entry* entry = find(key);
-    if (!entry)
-        return false;
-    if (target != this) {
-        // Held here, for setting the value may delete this tree when it is part of the target.
-        const Entry copy = *entry;
-        target->assign(copy);
-    }
-    return true;
+    return copySetting(key, target, key);
 }
 
 void DzSettings::replaceWithSettings(const DzSettings& other)

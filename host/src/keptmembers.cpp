@@ -41,26 +41,36 @@ bool isOutlived(const DzSettings& kept, const DzSettings& full, const DzSettings
     return true;
 }
 
+bool isPlaceAt(const DzSettings& out, int index)
+{
+    return out.getValueType(index) == DzSettings::OpaqueValue
+        && out.getOpaqueValueAt(index).isEmpty();
+}
+
+/// A place for each member of `read` that is understood, and every other member as it is.
+std::unique_ptr<DzSettings> layoutOf(
+    const DzSettings& read, const DzKeptMembers::KeyTest& understood)
+{
+    std::unique_ptr<DzSettings> layout(new DzSettings);
+    for (int i = 0; i < read.getNumValues(); ++i) {
+        const QString key = read.getKey(i);
+        if (understood(key))
+            setPlace(layout.get(), key);
+        else
+            read.copySetting(key, layout.get());
+    }
+    return layout;
+}
+
 } // namespace
 
 std::unique_ptr<DzSettings> DzKeptMembers::remember(
     const DzSettings& read, const KeyTest& understood)
 {
-    const int count = read.getNumValues();
-    int unknown = 0;
-    for (int i = 0; i < count; ++i)
-        unknown += understood(read.getKey(i)) ? 0 : 1;
-    if (unknown == 0)
-        return nullptr;
-    std::unique_ptr<DzSettings> kept(new DzSettings);
-    for (int i = 0; i < count; ++i) {
-        const QString key = read.getKey(i);
-        if (understood(key))
-            setPlace(kept.get(), key);
-        else
-            read.copySetting(key, kept.get());
-    }
-    return kept;
+    for (int i = 0; i < read.getNumValues(); ++i)
+        if (!understood(read.getKey(i)))
+            return layoutOf(read, understood);
+    return nullptr;
 }
 
 std::unique_ptr<DzSettings> DzKeptMembers::rememberTrees(
@@ -76,11 +86,8 @@ std::unique_ptr<DzSettings> DzKeptMembers::rememberTrees(
             otherKey += QLatin1Char('\'');
         dzApp->warning(DzProperty::tr("%1: \"%2\" is no settings tree; it is kept as \"%3\"")
                            .arg(place, key, otherKey));
-        if (!kept) {
-            kept.reset(new DzSettings);
-            for (int k = 0; k < read.getNumValues(); ++k)
-                setPlace(kept.get(), read.getKey(k));
-        }
+        if (!kept)
+            kept = layoutOf(read, understood);
         read.copySetting(key, kept.get(), otherKey);
     }
     return kept;
@@ -95,16 +102,12 @@ void DzKeptMembers::begin(DzSettings* out, const DzSettings* kept)
 bool DzKeptMembers::isPlace(const DzSettings& out, const QString& key)
 {
     const int index = out.getSettingIndex(key);
-    return index >= 0 && out.getValueType(index) == DzSettings::OpaqueValue
-        && out.getOpaqueValue(key).isEmpty();
+    return index >= 0 && isPlaceAt(out, index);
 }
 
 void DzKeptMembers::end(DzSettings* out)
 {
-    out->removeValues([out](int index) {
-        return out->getValueType(index) == DzSettings::OpaqueValue
-            && out->getOpaqueValueAt(index).isEmpty();
-    });
+    out->removeValues([out](int index) { return isPlaceAt(*out, index); });
 }
 
 void DzKeptMembers::readProperty(
@@ -130,20 +133,9 @@ void DzKeptMembers::readProperty(
         property->m_keptMembers.reset();
         return;
     }
-    if (isFullForm) {
-        // Every member has a place, so that the file keeps its full form.
-        property->m_keptMembers.reset(new DzSettings);
-        for (int i = 0; i < count; ++i) {
-            const QString key = members.getKey(i);
-            if (unusable.contains(key))
-                members.copySetting(key, property->m_keptMembers.get());
-            else
-                setPlace(property->m_keptMembers.get(), key);
-        }
-    } else {
-        property->m_keptMembers
-            = remember(members, [&](const QString& key) { return !unusable.contains(key); });
-    }
+    // In full form every member has its place, so that the file keeps that form.
+    property->m_keptMembers
+        = layoutOf(members, [&](const QString& key) { return !unusable.contains(key); });
 }
 
 void DzKeptMembers::writeProperty(
