@@ -6,7 +6,9 @@
 #include "dzrefcounteditem.h"
 
 #include <QColor>
+#include <QVector>
 
+class DzShape;
 class DzTexture;
 
 /// A surface's material. All materials that exist stand in one list, in order of creation.
@@ -24,6 +26,10 @@ public:
     Q_INVOKABLE bool isSelected() const { return m_selected; }
     Q_INVOKABLE void select(bool onOff);
 
+    /// The shapes that the material lies on.
+    int getNumShapes() const { return m_shapes.size(); }
+    DzShape* getShape(int index) const { return m_shapes.value(index); }
+
     /// Name of the kind of material, as users see it.
     virtual QString getMaterialName() const = 0;
     virtual void setDiffuseColor(QColor color) = 0;
@@ -39,11 +45,15 @@ public:
     virtual bool needsTangentSpaceParams() const { return false; }
     /// True when the definition is to be saved with the scene rather than referred to.
     virtual bool shouldAlwaysEmbed() const { return false; }
+    /// Called by a shape after it took the material and before it gives it up.
+    virtual void addedTo(DzShape* shape);
+    virtual void removedFrom(DzShape* shape);
 
 signals:
     void selectionStateChanged(DzMaterial* material, bool onOff);
 
 private:
+    QVector<DzShape*> m_shapes;
     int m_listSlot;
     bool m_selected = false;
 };

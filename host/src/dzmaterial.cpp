@@ -69,3 +69,13 @@ void DzMaterial::select(bool onOff)
     m_selected = onOff;
     emit selectionStateChanged(this, onOff);
 }
+
+void DzMaterial::addedTo(DzShape* shape)
+{
+    m_shapes.append(shape);
+}
+
+void DzMaterial::removedFrom(DzShape* shape)
+{
+    m_shapes.removeOne(shape);
+}

@@ -4,6 +4,7 @@
 #include "settingsjson.h"
 
 #include "dzsettings.h"
+#include "jsontext.h"
 
 #include <QSet>
 #include <algorithm>
@@ -34,53 +35,6 @@ const int longestQuote = 60;
 
 // Places in the text ------------------------------------------------------------------------
 
-/// Walks over the text and lets the reader's owner see how far it is.
-class CountingIterator
-{
-public:
-    typedef std::input_iterator_tag iterator_category;
-    typedef char value_type;
-    typedef std::ptrdiff_t difference_type;
-    typedef const char* pointer;
-    typedef const char& reference;
-
-    CountingIterator(const char* position, const char** seen)
-        : m_position(position)
-        , m_seen(seen)
-    {
-    }
-
-    reference operator*() const { return *m_position; }
-    CountingIterator& operator++()
-    {
-        *m_seen = ++m_position;
-        return *this;
-    }
-    CountingIterator operator++(int)
-    {
-        const CountingIterator before = *this;
-        ++*this;
-        return before;
-    }
-    bool operator==(const CountingIterator& other) const { return m_position == other.m_position; }
-    bool operator!=(const CountingIterator& other) const { return m_position != other.m_position; }
-
-private:
-    const char* m_position;
-    const char** m_seen;
-};
-
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
-
-bool isWordCharacter(char c)
-{
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '+'
-        || c == '-' || c == '.';
-}
-
 /// Start of the string whose closing quote is at `closingQuote`. A quote inside a string has an
 /// odd number of backslashes before it, the opening one has none.
 const char* startOfString(const char* text, const char* closingQuote)
@@ -105,28 +59,11 @@ const char* startOfToken(const char* text, const char* end)
     const char* at = end - 1;
     if (*at == '"')
         return startOfString(text, at);
-    if (isWordCharacter(*at)) {
-        while (at > text && isWordCharacter(at[-1]))
+    if (isJsonWordCharacter(*at)) {
+        while (at > text && isJsonWordCharacter(at[-1]))
             --at;
     }
     return at;
-}
-
-/// "line 3, column 7" of a place; columns count characters, not bytes.
-QString placeText(const char* text, const char* place)
-{
-    int line = 1;
-    int column = 1;
-    for (const char* at = text; at < place; ++at) {
-        const bool continuesCharacter = (static_cast<unsigned char>(*at) & 0xc0) == 0x80;
-        if (*at == '\n') {
-            ++line;
-            column = 1;
-        } else if (!continuesCharacter) {
-            ++column;
-        }
-    }
-    return QStringLiteral("line %1, column %2").arg(line).arg(column);
 }
 
 // Strings -----------------------------------------------------------------------------------
@@ -181,26 +118,11 @@ private:
     std::array<Slot, numSlots> m_slots;
 };
 
-bool needsEscape(char c)
-{
-    return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\';
-}
-
-QByteArray jsonString(const QString& text)
-{
-    const QByteArray utf8 = text.toUtf8();
-    if (std::none_of(utf8.begin(), utf8.end(), needsEscape))
-        return '"' + utf8 + '"';
-    const Json value(utf8.toStdString());
-    return QByteArray::fromStdString(
-        value.dump(-1, ' ', false, nlohmann::detail::error_handler_t::replace));
-}
-
 QString quoted(const QString& text)
 {
     const bool isLong = text.size() > longestQuote;
     return QString::fromUtf8(
-        jsonString(isLong ? text.left(longestQuote) + QStringLiteral("...") : text));
+        jsonStringToken(isLong ? text.left(longestQuote) + QStringLiteral("...") : text));
 }
 
 // Reading -----------------------------------------------------------------------------------
@@ -295,7 +217,7 @@ private:
 
     bool fail(const char* place, const QString& cause)
     {
-        m_error = placeText(m_text, place) + QStringLiteral(": ") + cause;
+        m_error = jsonPlaceText(m_text, place) + QStringLiteral(": ") + cause;
         return false;
     }
     bool add(Node&& node);
@@ -316,7 +238,7 @@ private:
 bool NodeBuilder::add(Node&& node)
 {
     if (m_open.empty() && node.kind != Node::Object) {
-        return fail(std::find_if_not(m_text, m_end, isBlank),
+        return fail(std::find_if_not(m_text, m_end, isJsonBlank),
             QStringLiteral("the outermost value is no object"));
     }
     if (m_nodes.size() == mostValues)
@@ -370,25 +292,11 @@ bool NodeBuilder::isTaken(const QString& key)
     return taken;
 }
 
-/// What the parser has against the text, without its own numbers and without the text itself,
-/// which may be long or not even be UTF-8.
-QString parserComplaint(const std::string& message)
-{
-    QString complaint = QString::fromUtf8(message.c_str());
-    const QString beforeCause = QStringLiteral(" - ");
-    const int cause = complaint.indexOf(beforeCause, complaint.indexOf(QLatin1String("syntax")));
-    if (cause >= 0)
-        complaint.remove(0, cause + beforeCause.size());
-    const int lastRead = complaint.indexOf(QLatin1String("; last read: "));
-    return lastRead < 0 ? complaint : complaint.left(lastRead);
-}
-
 bool NodeBuilder::parse_error(
     std::size_t numRead, const std::string&, const nlohmann::detail::exception& exception)
 {
     const char* readEnd = m_text + std::min<std::size_t>(numRead, m_end - m_text);
-    const int numberOverflow = 406; // the parser's number for it
-    if (exception.id == numberOverflow) {
+    if (exception.id == jsonNumberOverflow) {
         const char* number = startOfToken(m_text, readEnd);
         const QString text = fromUtf8(number, readEnd - number);
         return fail(number,
@@ -396,7 +304,7 @@ bool NodeBuilder::parse_error(
                 .arg(text.size() > longestQuote ? text.left(longestQuote) + QStringLiteral("...")
                                                 : text));
     }
-    const QString complaint = parserComplaint(exception.what());
+    const QString complaint = jsonParserComplaint(exception.what());
     // The end counts as one more character that was read.
     const bool isAtEnd = numRead > static_cast<std::size_t>(m_end - m_text);
     const char* place = m_end;
@@ -496,7 +404,7 @@ QByteArray compacted(const Node& container)
             text += *at++;
         else if (*at == '"')
             inString = !inString;
-        if (inString || !isBlank(*at))
+        if (inString || !isJsonBlank(*at))
             text += *at;
     }
     return text;
@@ -633,7 +541,7 @@ void SettingsWriter::writeString(const QString& text)
             && c != QLatin1Char('\\');
     };
     if (!std::all_of(text.begin(), text.end(), isPlain)) {
-        m_text += jsonString(text);
+        m_text += jsonStringToken(text);
         return;
     }
     // Nearly all strings are plain: they need no conversion of their own.
@@ -656,26 +564,17 @@ void SettingsWriter::writeFloat(double value)
 
 bool settingsFromJson(const QByteArray& text, DzSettings* settings, QString* error)
 {
-    const auto fail = [error](const QString& message) {
-        if (error)
-            *error = message;
+    QString cause;
+    QString* const told = error ? error : &cause;
+    const char* begin = jsonTextBegin(text, told);
+    if (!begin)
         return false;
-    };
-    const char* begin = text.constData();
-    const char* end = begin + text.size();
-    if (text.startsWith("\xef\xbb\xbf"))
-        begin += 3;
-    if (std::all_of(begin, end, isBlank))
-        return fail(QStringLiteral("line 1, column 1: the text is empty"));
-    // The parser takes it for the end of the text.
-    const char* zero = std::find(begin, end, '\0');
-    if (zero != end)
-        return fail(placeText(begin, zero)
-            + QStringLiteral(": this is no JSON: a zero byte stands in the text"));
-
+    const char* end = text.constData() + text.size();
     NodeBuilder builder(begin, end);
-    if (!builder.build())
-        return fail(builder.error());
+    if (!builder.build()) {
+        *told = builder.error();
+        return false;
+    }
     settings->clear();
     SettingsMaker(builder.nodes()).readMembers(builder.nodes().front(), settings);
     return true;

@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "dzbase.h"
+#include "dzerror.h"
+#include "dzitemlist.h"
+
+#include <QHash>
+#include <vector>
+
+class DzNode;
+
+/// All nodes, in one list, and what of them is selected.
+///
+/// The first scene that is made becomes `dzScene`.
+class DzScene : public DzBase
+{
+    Q_OBJECT
+
+public:
+    DzScene();
+    /// Deletes the nodes.
+    ~DzScene() override;
+
+    int getNumNodes() const { return m_nodes.size(); }
+    DzNode* getNode(int index) const { return m_nodes.at(index); }
+    /// The first node of this name, null when there is none.
+    DzNode* findNode(const QString& name) const;
+    /// Adds a node that has no parent, with everything below it, and takes ownership.
+    DzError addNode(DzNode* node);
+    /// Takes a node off with everything below it, and gives it back to the caller.
+    DzError removeNode(DzNode* node);
+
+    int getNumSelectedNodes() const { return static_cast<int>(selectedNodes().size()); }
+    DzNode* getSelectedNode(int index) const;
+    /// The node that was selected last; null when none is.
+    DzNode* getPrimarySelection() const { return m_primary; }
+    /// Selects a node, null for none, and makes it the primary one.
+    void setPrimarySelection(DzNode* node);
+    void selectAllNodes(bool onOff);
+
+    /// Deletes all nodes.
+    void clear();
+    /// File that the scene was loaded from or saved to; empty for none.
+    QString getFilename() const { return m_filename; }
+    void setFilename(const QString& filename) { m_filename = filename; }
+
+signals:
+    void sceneClearStarting();
+    void sceneCleared();
+    /// Everything of a file is in the scene.
+    void sceneLoaded();
+    void nodeAdded(DzNode* node);
+    void nodeRemoved(DzNode* node);
+    void nodeListChanged();
+    void nodeSelectionListChanged();
+    void primarySelectionChanged(DzNode* node);
+    void materialListChanged();
+    void materialSelectionChanged();
+
+private:
+    friend class DzNode;
+    friend class DzSceneMaker;
+
+    /// Adds a node and everything below it to the list, or takes them off.
+    void enlist(DzNode* top);
+    void enlistAlone(DzNode* node);
+    void delist(DzNode* top);
+    void nodeSelectionStateChanged(DzNode* node, bool onOff);
+    const std::vector<DzNode*>& selectedNodes() const;
+
+    DzItemList<DzNode> m_nodes;
+    DzNode* m_primary = nullptr;
+    QString m_filename;
+    mutable QHash<QString, DzNode*> m_nameIndex; ///< first of each name; made when asked for
+    mutable std::vector<DzNode*> m_selected;     ///< made when asked for
+    mutable bool m_hasNameIndex = false;
+    mutable bool m_hasSelected = false;
+};
+
+/// The first scene; null before it is made and after it is gone.
+extern DzScene* dzScene;

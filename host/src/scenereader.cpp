@@ -1,0 +1,639 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "scenereader.h"
+
+#include "dzdefaultmaterial.h"
+#include "dznode.h"
+#include "dzobject.h"
+#include "dzproperty.h"
+#include "dzscene.h"
+#include "dzshape.h"
+#include "dzundostack.h"
+#include "settingsjson.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+const JsonIndex::Value none = JsonIndex::none;
+
+/// Warnings that are kept word by word.
+const int mostWarnings = 40;
+
+/// Properties that a document of no size may have; each further one takes this many bytes of it.
+/// A definition that many surfaces share is read for each of them.
+const qint64 freeChannels = 1000000;
+const qint64 bytesPerChannel = 100;
+
+QString text(const char* source)
+{
+    return QCoreApplication::translate("DzSceneFile", source);
+}
+
+float toFloat(double number)
+{
+    const double high = static_cast<double>(std::numeric_limits<float>::max());
+    return static_cast<float>(std::max(-high, std::min(high, number)));
+}
+
+/// The number as an index below `count`; -1 when it is none.
+int toIndex(double number, int count)
+{
+    return number >= 0 && number < count && number == std::floor(number) ? static_cast<int>(number)
+                                                                         : -1;
+}
+
+} // namespace
+
+const char* const channelsItemType = "studio_material_channels";
+const char* const dataItemType = "studio/element_data/simple_data";
+
+void WarningList::add(const QString& warning)
+{
+    if (hasRoom())
+        m_warnings.append(warning);
+    else
+        ++m_omitted;
+}
+
+bool WarningList::hasRoom() const
+{
+    return m_warnings.size() < mostWarnings;
+}
+
+void WarningList::clear()
+{
+    m_warnings.clear();
+    m_omitted = 0;
+}
+
+QStringList WarningList::list() const
+{
+    if (m_omitted == 0)
+        return m_warnings;
+    return m_warnings + QStringList(text("and %1 more").arg(m_omitted));
+}
+
+JsonIndex::Value extraOf(const JsonIndex& index, JsonIndex::Value element)
+{
+    const JsonIndex::Value extra = index.find(element, "extra");
+    return index.isArray(extra) ? extra : none;
+}
+
+JsonIndex::Value extraItem(const JsonIndex& index, JsonIndex::Value element, const char* type)
+{
+    const JsonIndex::Value extra = extraOf(index, element);
+    for (JsonIndex::Value item = index.firstChild(extra); item != none;
+         item = index.nextSibling(item, extra))
+        if (index.string(index.find(item, "type")) == QLatin1String(type))
+            return item;
+    return none;
+}
+
+bool readDataItem(const JsonIndex& index, JsonIndex::Value item, DzSettings* settings)
+{
+    const JsonIndex::Value tree = index.find(item, "settings");
+    return index.isObject(tree) && settingsFromJson(index.raw(tree), settings, nullptr);
+}
+
+DzSceneMaker::DzSceneMaker(const JsonIndex& index, const QString& name, WarningList* warnings)
+    : m_index(index)
+    , m_name(name)
+    , m_warnings(warnings)
+    , m_images(index)
+{
+}
+
+DzSceneMaker::~DzSceneMaker()
+{
+    for (const NodeEntry& entry : m_nodes)
+        if (!entry.node->getNodeParent())
+            delete entry.node;
+}
+
+void DzSceneMaker::warn(Value value, const QString& warning)
+{
+    if (m_warnings->hasRoom())
+        m_warnings->add(
+            m_name + QLatin1String(": ") + m_index.place(value) + QLatin1String(": ") + warning);
+    else
+        m_warnings->add(QString());
+}
+
+bool DzSceneMaker::make()
+{
+    const DzUndoStackLock lock;
+    m_nodeLibrary = readLibrary("node_library");
+    m_geometryLibrary = readLibrary("geometry_library");
+    m_uvLibrary = readLibrary("uv_set_library");
+    m_materialLibrary = readLibrary("material_library");
+    makeNodes();
+    linkNodes();
+    return makeMaterials();
+}
+
+DzSceneMaker::Library DzSceneMaker::readLibrary(const char* key)
+{
+    Library library;
+    const Value list = m_index.find(m_index.root(), key);
+    if (!m_index.isArray(list))
+        return library;
+    for (Value entry = m_index.firstChild(list); entry != none;
+         entry = m_index.nextSibling(entry, list)) {
+        const QString id = m_index.string(m_index.find(entry, "id"));
+        if (id.isEmpty())
+            warn(entry, text("an entry has no id; nothing can refer to it"));
+        else if (library.contains(id))
+            warn(entry, text("the id \"%1\" stands twice; the first entry is used").arg(id));
+        else
+            library.insert(id, entry);
+    }
+    return library;
+}
+
+DzSceneMaker::Value DzSceneMaker::definitionOf(const Library& library, Value referrer) const
+{
+    const QString url = m_index.string(m_index.find(referrer, "url"));
+    return isLocalReference(url) ? library.value(referencedId(url), none) : none;
+}
+
+// Nodes -------------------------------------------------------------------------------------
+
+void DzSceneMaker::makeNodes()
+{
+    const Value scene = m_index.find(m_index.root(), "scene");
+    const Value nodes = m_index.find(scene, "nodes");
+    if (!m_index.isArray(nodes))
+        return;
+    for (Value node = m_index.firstChild(nodes); node != none;
+         node = m_index.nextSibling(node, nodes)) {
+        if (m_index.isObject(node))
+            makeNode(node);
+        else
+            warn(node, text("a node is no object; it is left out"));
+    }
+}
+
+void DzSceneMaker::makeNode(Value value)
+{
+    const Value definition = definitionOf(m_nodeLibrary, value);
+    const auto member = [&](const char* key) {
+        const QString own = m_index.string(m_index.find(value, key));
+        return own.isEmpty() ? m_index.string(m_index.find(definition, key)) : own;
+    };
+    const QString id = m_index.string(m_index.find(value, "id"));
+    const QString name = member("name");
+    auto* node = new DzNode(name.isEmpty() ? id : name);
+    const QString label = member("label");
+    node->setLabel(label.isEmpty() ? node->getName() : label);
+    const int nodeIndex = static_cast<int>(m_nodes.size());
+    const QString parent = m_index.string(m_index.find(value, "parent"));
+    m_nodes.push_back(
+        { node, id, isLocalReference(parent) ? referencedId(parent) : QString(), value });
+    if (m_nodeIds.contains(id))
+        warn(value, text("the id \"%1\" stands twice; the first node is meant by it").arg(id));
+    else
+        m_nodeIds.insert(id, nodeIndex);
+    readData(node, definition);
+    readData(node, value);
+    makeShapes(value, nodeIndex);
+}
+
+void DzSceneMaker::linkNodes()
+{
+    std::vector<int> parents;
+    for (const NodeEntry& entry : m_nodes) {
+        const int parent = entry.parent.isEmpty() ? -1 : m_nodeIds.value(entry.parent, -1);
+        if (parent < 0 && !entry.parent.isEmpty())
+            warn(entry.value,
+                text("the parent \"%1\" is not in the file; the node stands alone")
+                    .arg(entry.parent));
+        parents.push_back(parent);
+    }
+    cutCircles(&parents);
+    for (std::size_t i = 0; i < m_nodes.size(); ++i)
+        if (parents[i] >= 0)
+            m_nodes[static_cast<std::size_t>(parents[i])].node->attachChild(m_nodes[i].node);
+}
+
+/// Walks up from every node that was not reached yet: whoever meets its own walk closes a circle.
+void DzSceneMaker::cutCircles(std::vector<int>* parents)
+{
+    std::vector<int> walkOf(parents->size(), -1);
+    for (int first = 0; first < static_cast<int>(parents->size()); ++first) {
+        int node = first;
+        while (node >= 0 && walkOf[static_cast<std::size_t>(node)] < 0) {
+            walkOf[static_cast<std::size_t>(node)] = first;
+            int& parent = (*parents)[static_cast<std::size_t>(node)];
+            if (parent >= 0 && walkOf[static_cast<std::size_t>(parent)] == first) {
+                const NodeEntry& entry = m_nodes[static_cast<std::size_t>(node)];
+                warn(entry.value,
+                    text("the parents of \"%1\" go in a circle; the node stands alone")
+                        .arg(entry.id));
+                parent = -1;
+            }
+            node = parent;
+        }
+    }
+}
+
+void DzSceneMaker::makeShapes(Value node, int nodeIndex)
+{
+    const Value geometries = m_index.find(node, "geometries");
+    if (!m_index.isArray(geometries))
+        return;
+    for (Value geometry = m_index.firstChild(geometries); geometry != none;
+         geometry = m_index.nextSibling(geometry, geometries))
+        if (m_index.isObject(geometry))
+            makeShape(geometry, nodeIndex);
+}
+
+void DzSceneMaker::makeShape(Value geometry, int nodeIndex)
+{
+    const QString url = m_index.string(m_index.find(geometry, "url"));
+    QString id = m_index.string(m_index.find(geometry, "id"));
+    if (id.isEmpty())
+        id = referencedId(url);
+    auto* shape = new DzShape(id);
+    const QString label = m_index.string(m_index.find(geometry, "label"));
+    shape->setLabel(label.isEmpty() ? id : label);
+    shape->setMeshReference(url);
+    DzNode* node = m_nodes[static_cast<std::size_t>(nodeIndex)].node;
+    if (!node->getObject())
+        node->setObject(new DzObject(node->getName()));
+    node->getObject()->addShape(shape);
+    if (m_shapeIds.contains(id))
+        warn(geometry, text("the id \"%1\" stands twice; the first mesh is meant by it").arg(id));
+    else
+        m_shapeIds.insert(id, static_cast<int>(m_shapes.size()));
+    m_shapes.push_back({ shape, nodeIndex });
+}
+
+// Meshes ------------------------------------------------------------------------------------
+
+std::shared_ptr<const DzFacetMesh> DzSceneMaker::meshOf(Value geometry, const QString& uvSet)
+{
+    std::shared_ptr<const DzFacetMesh>& mesh = m_meshes[geometry];
+    if (!mesh)
+        mesh = readMesh(geometry, uvSet);
+    return mesh;
+}
+
+std::shared_ptr<DzFacetMesh> DzSceneMaker::readMesh(Value geometry, const QString& uvSet)
+{
+    auto mesh = std::make_shared<DzFacetMesh>();
+    readVertices(geometry, mesh.get());
+    readSurfaceNames(geometry, mesh.get());
+    const std::vector<int> facetOf = readFacets(geometry, mesh.get());
+    const QString byDefault = m_index.string(m_index.find(geometry, "default_uv_set"));
+    for (const QString& reference : { byDefault, uvSet }) {
+        const Value set
+            = isLocalReference(reference) ? m_uvLibrary.value(referencedId(reference), none) : none;
+        if (set == none)
+            continue;
+        readUvs(set, facetOf, mesh.get());
+        break;
+    }
+    return mesh;
+}
+
+void DzSceneMaker::readVertices(Value geometry, DzFacetMesh* mesh)
+{
+    const Value values = m_index.find(m_index.find(geometry, "vertices"), "values");
+    if (!m_index.isArray(values))
+        return;
+    int numBad = 0;
+    for (Value value = m_index.firstChild(values); value != none;
+         value = m_index.nextSibling(value, values)) {
+        double parts[3] = { 0, 0, 0 };
+        // A bad vertex keeps its number, so that the faces still mean the others.
+        if (m_index.numbers(value, parts, 3) != 3)
+            ++numBad;
+        mesh->vertices.push_back({ toFloat(parts[0]), toFloat(parts[1]), toFloat(parts[2]) });
+    }
+    mesh->vertices.shrink_to_fit();
+    if (numBad > 0)
+        warn(values, text("%1 vertices are not three numbers; they are put at 0").arg(numBad));
+}
+
+void DzSceneMaker::readSurfaceNames(Value geometry, DzFacetMesh* mesh)
+{
+    const Value values = m_index.find(m_index.find(geometry, "polygon_material_groups"), "values");
+    if (!m_index.isArray(values))
+        return;
+    for (Value value = m_index.firstChild(values); value != none;
+         value = m_index.nextSibling(value, values))
+        mesh->surfaces.append(m_index.string(value));
+}
+
+/// Returns, per polygon of the file, its face; -1 for one that was left out.
+std::vector<int> DzSceneMaker::readFacets(Value geometry, DzFacetMesh* mesh)
+{
+    std::vector<int> facetOf;
+    const Value values = m_index.find(m_index.find(geometry, "polylist"), "values");
+    if (!m_index.isArray(values))
+        return facetOf;
+    const int numBefore = 2; // face group and material group stand before the corners
+    for (Value value = m_index.firstChild(values); value != none;
+         value = m_index.nextSibling(value, values)) {
+        double numbers[6] = { 0, 0, 0, 0, 0, 0 };
+        const int numCorners = m_index.numbers(value, numbers, 6) - numBefore;
+        DzFacet facet;
+        bool isUsable = numCorners == 3 || numCorners == 4;
+        for (int i = 0; isUsable && i < numCorners; ++i) {
+            facet.vertices[i] = toIndex(numbers[i + numBefore], mesh->getNumVertices());
+            isUsable = facet.vertices[i] >= 0;
+        }
+        facet.surface = toIndex(numbers[1], mesh->getNumSurfaces());
+        facetOf.push_back(isUsable ? mesh->getNumFacets() : -1);
+        if (isUsable)
+            mesh->facets.push_back(facet);
+    }
+    mesh->facets.shrink_to_fit();
+    const int numBad = static_cast<int>(facetOf.size()) - mesh->getNumFacets();
+    if (numBad > 0)
+        warn(values,
+            text("%1 faces have not three or four corners that are there; they are left out")
+                .arg(numBad));
+    return facetOf;
+}
+
+void DzSceneMaker::readUvs(Value uvSet, const std::vector<int>& facetOf, DzFacetMesh* mesh)
+{
+    const Value values = m_index.find(m_index.find(uvSet, "uvs"), "values");
+    if (!m_index.isArray(values))
+        return;
+    for (Value value = m_index.firstChild(values); value != none;
+         value = m_index.nextSibling(value, values)) {
+        double parts[2] = { 0, 0 };
+        m_index.numbers(value, parts, 2);
+        mesh->uvs.push_back({ toFloat(parts[0]), toFloat(parts[1]) });
+    }
+    mesh->uvs.shrink_to_fit();
+    const int numUvs = mesh->getNumUvs();
+    for (DzFacet& facet : mesh->facets)
+        for (int i = 0; i < facet.getNumCorners(); ++i)
+            facet.uvs[i] = facet.vertices[i] < numUvs ? facet.vertices[i] : -1;
+    const Value exceptions = m_index.find(uvSet, "polygon_vertex_indices");
+    if (!m_index.isArray(exceptions))
+        return;
+    int numBad = 0;
+    for (Value value = m_index.firstChild(exceptions); value != none;
+         value = m_index.nextSibling(value, exceptions)) {
+        double parts[3] = { -1, -1, -1 };
+        m_index.numbers(value, parts, 3);
+        const int polygon = toIndex(parts[0], static_cast<int>(facetOf.size()));
+        const int uv = toIndex(parts[2], numUvs);
+        const int facetIndex = polygon < 0 ? -1 : facetOf[static_cast<std::size_t>(polygon)];
+        bool isUsed = false;
+        if (facetIndex >= 0 && uv >= 0) {
+            DzFacet& facet = mesh->facets[static_cast<std::size_t>(facetIndex)];
+            for (int i = 0; i < facet.getNumCorners(); ++i) {
+                if (facet.vertices[i] != parts[1])
+                    continue;
+                facet.uvs[i] = uv;
+                isUsed = true;
+            }
+        }
+        numBad += isUsed ? 0 : 1;
+    }
+    if (numBad > 0)
+        warn(exceptions,
+            text("%1 entries name no corner or no coordinate; they are left out").arg(numBad));
+}
+
+// Materials ---------------------------------------------------------------------------------
+
+bool DzSceneMaker::makeMaterials()
+{
+    const Value scene = m_index.find(m_index.root(), "scene");
+    const Value materials = m_index.find(scene, "materials");
+    if (m_index.isArray(materials)) {
+        countDefinitions(materials);
+        for (Value material = m_index.firstChild(materials); material != none;
+             material = m_index.nextSibling(material, materials)) {
+            if (!m_index.isObject(material))
+                warn(material, text("a surface is no object; it is left out"));
+            else if (!makeMaterial(material))
+                return false;
+        }
+    }
+    for (const ShapeEntry& entry : m_shapes) {
+        const QString url = entry.shape->getMeshReference();
+        const Value geometry
+            = isLocalReference(url) ? m_geometryLibrary.value(referencedId(url), none) : none;
+        if (geometry != none)
+            entry.shape->setMesh(meshOf(geometry, m_uvSetOfGeometry.value(entry.shape->getName())));
+    }
+    return true;
+}
+
+void DzSceneMaker::countDefinitions(Value materials)
+{
+    for (Value material = m_index.firstChild(materials); material != none;
+         material = m_index.nextSibling(material, materials))
+        ++m_numUses[definitionOf(m_materialLibrary, material)];
+}
+
+bool DzSceneMaker::makeMaterial(Value value)
+{
+    SurfaceRecord surface;
+    surface.instance = value;
+    surface.definition = definitionOf(m_materialLibrary, value);
+    surface.isShared = surface.definition != none && m_numUses.value(surface.definition) > 1;
+    const Value groups = m_index.find(value, "groups");
+    QString name = m_index.isArray(groups) ? m_index.string(m_index.firstChild(groups)) : QString();
+    if (name.isEmpty())
+        name = m_index.string(m_index.find(value, "id"));
+    if (name.isEmpty())
+        name = referencedId(m_index.string(m_index.find(value, "url")));
+    DzDefaultMaterial* material = DzDefaultMaterial::createBare(name);
+    const DzMaterialPtr share(material);
+    surface.material = material;
+    const QString label = m_index.string(m_index.find(surface.definition, "label"));
+    material->setLabel(label.isEmpty() ? name : label);
+    const Value kind = m_index.firstChild(extraOf(m_index, value));
+    const QString type = m_index.string(m_index.find(kind, "type"));
+    if (type.startsWith(QLatin1String("studio/material/")))
+        material->setMaterialName(type.section(QLatin1Char('/'), -1));
+    if (!readChannels(&surface))
+        return false;
+    readData(material, surface.definition);
+    readData(material, value);
+    const ShapeEntry& shape = m_shapes[static_cast<std::size_t>(shapeFor(value))];
+    shape.shape->addMaterial(material);
+    surface.nodeId = m_nodes[static_cast<std::size_t>(shape.node)].id;
+    surface.nodeName = m_nodes[static_cast<std::size_t>(shape.node)].node->getName();
+    m_surfaces.push_back(std::move(surface));
+    return true;
+}
+
+/// The shape that a surface belongs to; one of its own when the file has none.
+int DzSceneMaker::shapeFor(Value material)
+{
+    const QString reference = m_index.string(m_index.find(material, "geometry"));
+    const QString id = referencedId(reference);
+    const auto place = m_shapeIds.constFind(id);
+    const bool isThere = isLocalReference(reference) && place != m_shapeIds.constEnd();
+    if (!isThere && !reference.isEmpty() && !m_shapeIds.contains(id))
+        warn(material,
+            text("the mesh \"%1\" of a surface is not in the file; the surface gets a node of its "
+                 "own")
+                .arg(id));
+    const int shape = isThere ? place.value() : strayShape(id);
+    const QString uvSet = m_index.string(m_index.find(material, "uv_set"));
+    if (isThere && !uvSet.isEmpty() && !m_uvSetOfGeometry.contains(id))
+        m_uvSetOfGeometry.insert(id, uvSet);
+    return shape;
+}
+
+int DzSceneMaker::strayShape(const QString& id)
+{
+    const auto place = m_shapeIds.constFind(id);
+    if (place != m_shapeIds.constEnd())
+        return place.value();
+    auto* node = new DzNode(id.isEmpty() ? QStringLiteral("Surfaces") : id);
+    node->setLabel(node->getName());
+    auto* shape = new DzShape(id);
+    node->setObject(new DzObject(node->getName()));
+    node->getObject()->addShape(shape);
+    const int index = static_cast<int>(m_shapes.size());
+    m_shapes.push_back({ shape, static_cast<int>(m_nodes.size()) });
+    m_nodes.push_back({ node, QString(), QString(), none });
+    m_shapeIds.insert(id, index);
+    return index;
+}
+
+bool DzSceneMaker::readChannels(SurfaceRecord* surface)
+{
+    m_channelIds.clear();
+    const Value sources[] = { surface->definition, surface->instance };
+    for (const Value source : sources)
+        collectNamed(source, source == surface->instance, surface);
+    for (const Value source : sources)
+        collectListed(source, source == surface->instance, surface);
+    m_numChannels += static_cast<qint64>(surface->channels.size());
+    if (m_numChannels > freeChannels + m_index.text().size() / bytesPerChannel) {
+        m_error = m_index.place(surface->instance)
+            + text(": the surfaces have more properties than a scene of this size can; give fewer "
+                   "surfaces the same definition");
+        return false;
+    }
+    addProperties(surface);
+    return true;
+}
+
+void DzSceneMaker::collectNamed(Value material, bool isInstance, SurfaceRecord* surface)
+{
+    for (Value member = m_index.firstChild(material); member != none;
+         member = m_index.nextSibling(member, material)) {
+        const Value channel = channelOf(m_index, member);
+        if (channel == none)
+            continue;
+        const QString id = m_index.string(m_index.find(channel, "id"));
+        collect(member, id.isEmpty() ? m_index.key(member) : id, isInstance, true, surface);
+    }
+}
+
+void DzSceneMaker::collectListed(Value material, bool isInstance, SurfaceRecord* surface)
+{
+    const Value channels = m_index.find(extraItem(m_index, material, channelsItemType), "channels");
+    if (!m_index.isArray(channels))
+        return;
+    for (Value entry = m_index.firstChild(channels); entry != none;
+         entry = m_index.nextSibling(entry, channels)) {
+        const QString id = m_index.string(m_index.find(channelOf(m_index, entry), "id"));
+        if (id.isEmpty())
+            warn(entry, text("a property has no id; it is left out"));
+        else
+            collect(entry, id, isInstance, false, surface);
+    }
+}
+
+void DzSceneMaker::collect(
+    Value entry, const QString& id, bool isInstance, bool isNamed, SurfaceRecord* surface)
+{
+    const auto known = m_channelIds.constFind(id);
+    if (known == m_channelIds.constEnd()) {
+        ChannelRecord record;
+        record.isNamed = isNamed;
+        (isInstance ? record.places.instance : record.places.definition) = entry;
+        m_channelIds.insert(id, surface->channels.size());
+        surface->channels.push_back(record);
+        return;
+    }
+    ChannelPlaces& places = surface->channels[known.value()].places;
+    Value& place = isInstance ? places.instance : places.definition;
+    if (place == none)
+        place = entry;
+    else
+        warn(entry, text("the property \"%1\" stands twice; the first entry is used").arg(id));
+}
+
+void DzSceneMaker::addProperties(SurfaceRecord* surface)
+{
+    std::vector<ChannelRecord> known;
+    for (ChannelRecord& record : surface->channels) {
+        const Value place
+            = record.places.instance == none ? record.places.definition : record.places.instance;
+        QString problem;
+        std::unique_ptr<DzProperty> property(
+            propertyFromChannel(m_index, record.places, m_images, &problem));
+        if (!property)
+            continue; // of a kind that is kept in the file only
+        record.name = property->getName();
+        if (!problem.isEmpty())
+            warn(place,
+                text("the property \"%1\" is not as its type says: %2; a default is shown")
+                    .arg(record.name, problem));
+        if (surface->material->addProperty(property.get()) != DZ_NO_ERROR) {
+            warn(
+                place, text("two properties are named \"%1\"; the first is used").arg(record.name));
+            continue;
+        }
+        record.state = ChannelState::of(property.release());
+        known.push_back(std::move(record));
+    }
+    surface->channels = std::move(known);
+}
+
+void DzSceneMaker::readData(DzElement* element, Value value)
+{
+    const Value extra = extraOf(m_index, value);
+    for (Value item = m_index.firstChild(extra); item != none;
+         item = m_index.nextSibling(item, extra)) {
+        if (m_index.string(m_index.find(item, "type")) != QLatin1String(dataItemType))
+            continue;
+        const QString name = m_index.string(m_index.find(item, "name"));
+        auto data = std::make_unique<DzSimpleElementData>(name, true);
+        if (!readDataItem(m_index, item, data->getSettings())) {
+            warn(item, text("the data item \"%1\" cannot be read; it is kept as it is").arg(name));
+            continue;
+        }
+        // The surface's own item counts before its definition's.
+        if (DzElementData* before = element->findDataItem(name))
+            element->deleteDataItem(before);
+        element->addDataItem(data.release());
+    }
+}
+
+void DzSceneMaker::moveTo(DzScene* scene)
+{
+    const DzUndoStackLock lock;
+    scene->clear();
+    std::vector<DzNode*> nodes;
+    for (const NodeEntry& entry : m_nodes)
+        nodes.push_back(entry.node);
+    m_nodes.clear();
+    for (DzNode* node : nodes)
+        scene->enlistAlone(node);
+    for (DzNode* node : nodes)
+        emit scene->nodeAdded(node);
+    emit scene->nodeListChanged();
+    emit scene->materialListChanged();
+    emit scene->sceneLoaded();
+}

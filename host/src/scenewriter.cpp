@@ -1,0 +1,587 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "scenewriter.h"
+
+#include "dzmaterial.h"
+#include "dzproperty.h"
+#include "dzsimpleelementdata.h"
+
+#include <QCoreApplication>
+#include <QSet>
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+const JsonIndex::Value none = JsonIndex::none;
+
+/// The members of a channel in the host's order.
+const char* const memberOrder[] = { "id", "type", "name", "label", "auto_follow", "visible",
+    "locked", "value", "current_value", "min", "max", "clamped", "display_as_percent", "step_size",
+    "color_blend_mode", "default_image_gamma", "mappable", "invalid_without_map", "enum_values",
+    "file_type", "file_display_text", "file_filter", "needs_node", "node", "image", "image_file",
+    "image_modification" };
+
+QString text(const char* source)
+{
+    return QCoreApplication::translate("DzSceneFile", source);
+}
+
+bool isKey(const char* key, const char* other)
+{
+    return std::strcmp(key, other) == 0;
+}
+
+int rankOf(const char* key)
+{
+    int rank = 0;
+    for (const char* member : memberOrder) {
+        if (isKey(member, key))
+            return rank;
+        ++rank;
+    }
+    return -1;
+}
+
+/// What a surface's own entry says where the definition says the opposite and the host's form
+/// would be to say nothing.
+QByteArray explicitToken(const char* key, const QByteArray& token)
+{
+    if (!token.isEmpty())
+        return token;
+    if (isKey(key, "visible"))
+        return QByteArrayLiteral("true");
+    const bool isSwitch = isKey(key, "locked") || isKey(key, "clamped") || isKey(key, "mappable");
+    return isSwitch ? QByteArrayLiteral("false") : QByteArray();
+}
+
+JsonPiece dataPiece(const DzSimpleElementData* data)
+{
+    JsonPiece item = JsonPiece::object();
+    item.add("type", '"' + QByteArray(dataItemType) + '"');
+    item.add("name", jsonStringToken(data->getName()));
+    item.add("settings", jsonPieceOf(*data->getSettings()));
+    return item;
+}
+
+JsonPiece channelsPiece(const std::vector<JsonPiece>& channels)
+{
+    JsonPiece list = JsonPiece::array();
+    for (const JsonPiece& channel : channels)
+        list.addItem(channel);
+    JsonPiece item = JsonPiece::object();
+    item.add("type", '"' + QByteArray(channelsItemType) + '"');
+    item.add("channels", list);
+    return item;
+}
+
+} // namespace
+
+DzSceneWriter::DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfaces,
+    const QString& name, WarningList* warnings)
+    : m_index(index)
+    , m_surfaces(surfaces)
+    , m_name(name)
+    , m_warnings(warnings)
+    , m_editor(index)
+{
+    for (const SurfaceRecord& surface : surfaces)
+        ++m_numUses[surface.definition];
+}
+
+void DzSceneWriter::warn(const SurfaceRecord& surface, const QString& warning)
+{
+    m_warnings->add(m_name + QLatin1String(": ")
+        + (m_warnings->hasRoom() ? m_index.place(surface.instance) : QString())
+        + QLatin1String(": ") + warning);
+}
+
+bool DzSceneWriter::isEditable(const SurfaceRecord& surface) const
+{
+    return surface.definition != none && !surface.isShared;
+}
+
+QByteArray DzSceneWriter::write()
+{
+    for (const SurfaceRecord& surface : m_surfaces)
+        writeSurface(surface);
+    removeSharedEntries();
+    removeAnimations();
+    for (const Value element : m_touched)
+        tidyExtra(element);
+    return m_editor.isEmpty() ? m_index.text() : m_editor.apply();
+}
+
+void DzSceneWriter::writeSurface(const SurfaceRecord& surface)
+{
+    if (!surface.material || surface.material->getNumShapes() == 0) {
+        warn(surface, text("this surface is no longer in the scene; its entries stay as they are"));
+        return;
+    }
+    m_added = Additions();
+    writeProperties(surface);
+    writeData(surface);
+    addToExtra(surface, surface.definition, m_added.definition, {});
+    addToExtra(surface, surface.instance, m_added.instance, m_added.data);
+}
+
+// Properties --------------------------------------------------------------------------------
+
+void DzSceneWriter::writeProperties(const SurfaceRecord& surface)
+{
+    int numKnown = 0;
+    for (const ChannelRecord& channel : surface.channels) {
+        const DzProperty* property = surface.material->findProperty(channel.name);
+        if (!property) {
+            removeChannel(surface, channel);
+            continue;
+        }
+        ++numKnown;
+        const ChannelState now = ChannelState::of(property);
+        if (now == channel.state)
+            continue;
+        if (now.type == channel.state.type) {
+            changeChannel(surface, channel, now);
+        } else {
+            removeChannel(surface, channel);
+            addProperty(surface, property);
+        }
+    }
+    if (numKnown == surface.material->getNumProperties())
+        return;
+    QSet<QString> known;
+    for (const ChannelRecord& channel : surface.channels)
+        known.insert(channel.name);
+    for (const DzProperty* property : surface.material->getPropertyList())
+        if (!known.contains(property->getName()))
+            addProperty(surface, property);
+}
+
+void DzSceneWriter::addProperty(const SurfaceRecord& surface, const DzProperty* property)
+{
+    const ChannelState state = ChannelState::of(property);
+    const QString name = property->getName();
+    if (state.type == ChannelState::Unknown) {
+        warn(surface,
+            text("scene files have no form for the property \"%1\"; it is not saved").arg(name));
+        return;
+    }
+    if (!isEditable(surface)) {
+        m_added.instance.push_back(fullChannelEntry(name, state, true));
+        return;
+    }
+    m_added.definition.push_back(fullChannelEntry(name, state, false));
+    if (!state.map.isEmpty())
+        m_added.instance.push_back(
+            instanceChannelEntry(jsonStringToken(name), channelTypeToken(state), state));
+}
+
+void DzSceneWriter::changeChannel(
+    const SurfaceRecord& surface, const ChannelRecord& channel, const ChannelState& now)
+{
+    const QVector<ChannelMember> before = channelMembers(channel.state);
+    const QVector<ChannelMember> after = channelMembers(now);
+    Changes changes;
+    bool isMapChanged = false;
+    for (int i = 0; i < after.size(); ++i) {
+        if (after.at(i).token == before.at(i).token)
+            continue;
+        if (isKey(after.at(i).key, "image_file"))
+            isMapChanged = true;
+        else
+            changes.push_back({ after.at(i).key, after.at(i).token });
+    }
+    const ChannelPlaces& places = channel.places;
+    const bool inDefinition = isEditable(surface) && places.definition != none;
+    const Value home = inDefinition ? places.definition : places.instance;
+    if (home == none) {
+        addOverlay(channel, changes, now);
+        return;
+    }
+    // Members of an entry that lies over another are said in full.
+    const bool isOverlay = !inDefinition && places.definition != none;
+    const Value homeChannel = channelOf(m_index, home);
+    const Value other = home == places.instance ? none : channelOf(m_index, places.instance);
+    for (const Change& change : changes) {
+        setMember(homeChannel, change.key,
+            isOverlay ? explicitToken(change.key, change.token) : change.token);
+        if (m_index.find(other, change.key) != none)
+            setMember(other, change.key, explicitToken(change.key, change.token));
+        else if (isKey(change.key, "current_value") && m_index.find(other, "value") != none)
+            setMember(other, change.key, change.token);
+    }
+    changeEntry(home, channel.state, now);
+    if (isMapChanged)
+        changeMap(surface, channel, now);
+}
+
+/// A new entry of the surface for a definition that must stay as it is.
+void DzSceneWriter::addOverlay(
+    const ChannelRecord& channel, const Changes& changes, const ChannelState& now)
+{
+    const Value definition = channelOf(m_index, channel.places.definition);
+    JsonPiece members = JsonPiece::object();
+    members.add("id", m_index.raw(m_index.find(definition, "id")));
+    members.add("type", m_index.raw(m_index.find(definition, "type")));
+    bool hasValue = false;
+    for (const Change& change : changes) {
+        const QByteArray token = explicitToken(change.key, change.token);
+        hasValue = hasValue || isKey(change.key, "current_value");
+        if (!token.isEmpty())
+            members.add(change.key, token);
+    }
+    const QByteArray value = channelValueToken(now);
+    if (!hasValue && !value.isEmpty())
+        members.add("current_value", value);
+    const QString& file = now.type == ChannelState::Image ? now.text : now.map;
+    if (!file.isEmpty())
+        members.add("image_file", jsonStringToken(imageReference(file)));
+    else if (!channel.state.map.isEmpty())
+        members.add("image", QByteArrayLiteral("null"));
+    JsonPiece entry = JsonPiece::object();
+    if (now.user && !channel.state.user)
+        entry.add("user_property", QByteArrayLiteral("true"));
+    entry.add("channel", members);
+    if (now.path != channel.state.path)
+        entry.add("group", jsonStringToken(now.path));
+    m_added.instance.push_back(entry);
+}
+
+/// Changes what stands beside the channel.
+void DzSceneWriter::changeEntry(Value entry, const ChannelState& before, const ChannelState& now)
+{
+    if (now.path != before.path) {
+        const Value group = m_index.find(entry, "group");
+        const JsonPiece path = JsonPiece::token(jsonStringToken(now.path));
+        if (group != none)
+            m_editor.replace(group, path.text);
+        else
+            m_editor.insertAfter(entry, m_index.find(entry, "channel"), "group", path);
+    }
+    if (now.user == before.user)
+        return;
+    const Value flag = m_index.find(entry, "user_property");
+    if (flag != none)
+        m_editor.replace(flag, jsonBooleanToken(now.user));
+    else
+        m_editor.insertAfter(
+            entry, none, "user_property", JsonPiece::token(jsonBooleanToken(now.user)));
+}
+
+/// Sets a member of a channel, at its place in the host's order; an empty token takes it out.
+void DzSceneWriter::setMember(Value channel, const char* key, const QByteArray& token)
+{
+    if (token.isEmpty()) {
+        removeMember(channel, key);
+        return;
+    }
+    const Value member = m_index.find(channel, key);
+    if (member != none) {
+        m_editor.replace(member, token);
+        return;
+    }
+    const int rank = rankOf(key);
+    Value behind = none;
+    for (Value child = m_index.firstChild(channel); child != none;
+         child = m_index.nextSibling(child, channel))
+        if (rankOf(m_index.key(child).toLatin1().constData()) < rank)
+            behind = child;
+    m_editor.insertAfter(channel, behind, key, JsonPiece::token(token));
+}
+
+void DzSceneWriter::removeMember(Value object, const char* key)
+{
+    const Value member = m_index.find(object, key);
+    if (member != none)
+        m_editor.remove(member, object);
+}
+
+// Maps --------------------------------------------------------------------------------------
+
+void DzSceneWriter::changeMap(
+    const SurfaceRecord& surface, const ChannelRecord& channel, const ChannelState& now)
+{
+    const QString& file = now.type == ChannelState::Image ? now.text : now.map;
+    if (file.isEmpty()) {
+        clearMap(surface, channel);
+        return;
+    }
+    const QByteArray token = jsonStringToken(imageReference(file));
+    const Value definition
+        = isEditable(surface) ? channelOf(m_index, channel.places.definition) : none;
+    const Value instance = channelOf(m_index, channel.places.instance);
+    const bool isDefined = m_index.find(definition, "image_file") != none
+        || m_index.find(definition, "image") != none
+        || (definition != none && now.type == ChannelState::Image);
+    for (const Value place : { instance, isDefined ? definition : none }) {
+        if (place == none)
+            continue;
+        removeMember(place, "image");
+        setMember(place, "image_file", token);
+    }
+    if (instance == none && !isDefined)
+        m_added.instance.push_back(instanceChannelEntry(m_index.raw(m_index.find(definition, "id")),
+            m_index.raw(m_index.find(definition, "type")), now));
+}
+
+void DzSceneWriter::clearMap(const SurfaceRecord& surface, const ChannelRecord& channel)
+{
+    const Value entry = channel.places.instance;
+    const Value instance = channelOf(m_index, entry);
+    const bool editable = isEditable(surface);
+    if (editable) {
+        const Value definition = channelOf(m_index, channel.places.definition);
+        removeMember(definition, "image_file");
+        removeMember(definition, "image");
+        if (definition != none && instance != none && !channel.isNamed && isOnlyMapEntry(entry)) {
+            removeEntry(surface.instance, entry, false);
+            return;
+        }
+    }
+    if (instance == none)
+        return;
+    removeMember(instance, "image_file");
+    // Without the word a definition that cannot be changed would bring its own map back.
+    const bool isOwn = editable || m_index.boolean(m_index.find(entry, "user_property"));
+    if (isOwn)
+        removeMember(instance, "image");
+    else
+        setMember(instance, "image", QByteArrayLiteral("null"));
+}
+
+/// True for an entry that stands beside the definition's for its map alone.
+bool DzSceneWriter::isOnlyMapEntry(Value entry) const
+{
+    if (m_index.countChildren(entry) != 1)
+        return false;
+    const Value channel = channelOf(m_index, entry);
+    for (Value member = m_index.firstChild(channel); member != none;
+         member = m_index.nextSibling(member, channel)) {
+        const bool isExpected = m_index.hasKey(member, "id") || m_index.hasKey(member, "type")
+            || m_index.hasKey(member, "current_value") || m_index.hasKey(member, "image_file");
+        if (!isExpected)
+            return false;
+    }
+    return true;
+}
+
+// Removing ----------------------------------------------------------------------------------
+
+void DzSceneWriter::removeChannel(const SurfaceRecord& surface, const ChannelRecord& channel)
+{
+    const ChannelPlaces& places = channel.places;
+    if (places.instance != none)
+        removeEntry(surface.instance, places.instance, channel.isNamed);
+    if (places.definition != none && !surface.isShared)
+        removeEntry(surface.definition, places.definition, channel.isNamed);
+    else if (places.definition != none)
+        ++m_sharedRemovals
+              .insert({ places.definition, { &surface, 0, channel.isNamed, channel.name } })
+              .first->second.count;
+    const Value entry = places.definition == none ? places.instance : places.definition;
+    m_removed[m_index.string(m_index.find(channelOf(m_index, entry), "id"))].push_back(&surface);
+}
+
+void DzSceneWriter::removeEntry(Value material, Value entry, bool isNamed)
+{
+    if (isNamed) {
+        m_editor.remove(entry, material);
+        return;
+    }
+    m_editor.remove(
+        entry, m_index.find(extraItem(m_index, material, channelsItemType), "channels"));
+    m_touched.insert(material);
+}
+
+/// An entry of a shared definition goes when all surfaces that have it lost the property.
+void DzSceneWriter::removeSharedEntries()
+{
+    for (const auto& [entry, removal] : m_sharedRemovals) {
+        const SurfaceRecord& surface = *removal.surface;
+        if (removal.count == m_numUses.value(surface.definition))
+            removeEntry(surface.definition, entry, removal.isNamed);
+        else
+            warn(surface,
+                text("the property \"%1\" is in a definition that other surfaces use; it stays")
+                    .arg(removal.name));
+    }
+}
+
+void DzSceneWriter::removeAnimations()
+{
+    const Value scene = m_index.find(m_index.root(), "scene");
+    const Value animations = m_index.find(scene, "animations");
+    if (m_removed.isEmpty() || !m_index.isArray(animations))
+        return;
+    for (Value animation = m_index.firstChild(animations); animation != none;
+         animation = m_index.nextSibling(animation, animations))
+        if (isAnimationOfRemoved(m_index.string(m_index.find(animation, "url"))))
+            m_editor.remove(animation, animations);
+}
+
+/// The form is NODE#materials/SURFACE:?PATH/channels/ID/value, the parts percent-encoded.
+bool DzSceneWriter::isAnimationOfRemoved(const QString& url) const
+{
+    const auto decoded = [](const QString& part) {
+        return QString::fromUtf8(QByteArray::fromPercentEncoding(part.toUtf8()));
+    };
+    const QString path = url.section(QLatin1Char('?'), 1);
+    const int list = path.indexOf(QLatin1String("/channels/"));
+    const QString place = url.section(QLatin1Char('#'), 1).section(QLatin1Char('?'), 0, 0);
+    if (list < 0 || !place.startsWith(QLatin1String("materials")))
+        return false;
+    const QString id = decoded(path.mid(list).section(QLatin1Char('/'), 2, 2));
+    if (!m_removed.contains(id))
+        return false;
+    QString surfaceName = place.section(QLatin1Char('/'), 1);
+    if (surfaceName.endsWith(QLatin1Char(':')))
+        surfaceName.chop(1);
+    if (surfaceName.isEmpty())
+        return !isInUse(id);
+    QString node = url.section(QLatin1Char('#'), 0, 0).section(QLatin1String("://"), -1);
+    if (node.endsWith(QLatin1Char(':')))
+        node.chop(1);
+    const bool isAnyNode = node.isEmpty() || node == QLatin1String("@selection");
+    const std::vector<const SurfaceRecord*> surfaces = m_removed.value(id);
+    return std::any_of(surfaces.begin(), surfaces.end(), [&](const SurfaceRecord* surface) {
+        return surface->material->getName() == decoded(surfaceName)
+            && (isAnyNode || decoded(node) == surface->nodeId
+                || decoded(node) == surface->nodeName);
+    });
+}
+
+bool DzSceneWriter::isInUse(const QString& id) const
+{
+    return std::any_of(m_surfaces.begin(), m_surfaces.end(), [&](const SurfaceRecord& surface) {
+        return surface.material && surface.material->findProperty(id);
+    });
+}
+
+// Data items --------------------------------------------------------------------------------
+
+void DzSceneWriter::writeData(const SurfaceRecord& surface)
+{
+    for (int i = 0; i < surface.material->getNumDataItems(); ++i) {
+        auto* data = qobject_cast<DzSimpleElementData*>(surface.material->getDataItem(i));
+        if (data && data->isPersistent() && !changeData(surface, data))
+            m_added.data.push_back(dataPiece(data));
+    }
+    removeLostData(surface, surface.instance);
+    if (isEditable(surface))
+        removeLostData(surface, surface.definition);
+}
+
+JsonIndex::Value DzSceneWriter::dataItem(Value element, const QString& name) const
+{
+    const Value extra = extraOf(m_index, element);
+    Value found = none;
+    // The last of several counts when they are read.
+    for (Value item = m_index.firstChild(extra); item != none;
+         item = m_index.nextSibling(item, extra))
+        if (m_index.string(m_index.find(item, "type")) == QLatin1String(dataItemType)
+            && m_index.string(m_index.find(item, "name")) == name)
+            found = item;
+    return found;
+}
+
+/// Brings a data item's entry up to date; false when it needs a new one.
+bool DzSceneWriter::changeData(const SurfaceRecord& surface, const DzSimpleElementData* data)
+{
+    Value item = dataItem(surface.instance, data->getName());
+    const bool isOwn = item != none;
+    if (!isOwn)
+        item = dataItem(surface.definition, data->getName());
+    if (item == none)
+        return false;
+    DzSettings before;
+    const bool isReadable = readDataItem(m_index, item, &before);
+    if (isReadable && before.isEqual(*data->getSettings()))
+        return true;
+    if (!isOwn && !isEditable(surface))
+        return false;
+    const Value tree = m_index.find(item, "settings");
+    if (tree == none)
+        m_editor.append(item, "settings", jsonPieceOf(*data->getSettings()));
+    else
+        m_editor.replace(tree, jsonPieceOf(*data->getSettings()));
+    return true;
+}
+
+void DzSceneWriter::removeLostData(const SurfaceRecord& surface, Value element)
+{
+    const Value extra = extraOf(m_index, element);
+    for (Value item = m_index.firstChild(extra); item != none;
+         item = m_index.nextSibling(item, extra)) {
+        if (m_index.string(m_index.find(item, "type")) != QLatin1String(dataItemType))
+            continue;
+        const QString name = m_index.string(m_index.find(item, "name"));
+        DzSettings settings;
+        if (surface.material->findDataItem(name) || !readDataItem(m_index, item, &settings))
+            continue;
+        m_editor.remove(item, extra);
+        m_touched.insert(element);
+    }
+}
+
+// Lists of extras ---------------------------------------------------------------------------
+
+void DzSceneWriter::addToExtra(const SurfaceRecord& surface, Value element,
+    const std::vector<JsonPiece>& channels, const std::vector<JsonPiece>& data)
+{
+    if (channels.empty() && data.empty())
+        return;
+    const Value extra = extraOf(m_index, element);
+    if (extra == none && m_index.find(element, "extra") != none) {
+        warn(surface, text("the \"extra\" of this surface is no list; nothing can be added to it"));
+        return;
+    }
+    if (extra == none) {
+        JsonPiece list = JsonPiece::array();
+        if (!channels.empty())
+            list.addItem(channelsPiece(channels));
+        for (const JsonPiece& item : data)
+            list.addItem(item);
+        m_editor.append(element, "extra", list);
+        return;
+    }
+    if (!channels.empty())
+        addChannels(surface, element, extra, channels);
+    for (const JsonPiece& item : data)
+        m_editor.append(extra, nullptr, item);
+}
+
+void DzSceneWriter::addChannels(const SurfaceRecord& surface, Value element, Value extra,
+    const std::vector<JsonPiece>& channels)
+{
+    const Value item = extraItem(m_index, element, channelsItemType);
+    const Value list = m_index.find(item, "channels");
+    if (m_index.isArray(list)) {
+        for (const JsonPiece& channel : channels)
+            m_editor.append(list, nullptr, channel);
+    } else if (list != none) {
+        warn(surface,
+            text("the properties of this surface are no list; nothing can be added to them"));
+    } else if (item != none) {
+        m_editor.append(item, "channels", channelsPiece(channels).children.back().second);
+    } else {
+        const Value first = m_index.firstChild(extra);
+        const QString type = m_index.string(m_index.find(first, "type"));
+        const bool isKind = type.startsWith(QLatin1String("studio/material/"));
+        m_editor.insertAfter(extra, isKind ? first : none, nullptr, channelsPiece(channels));
+    }
+}
+
+/// Takes a list of properties, and then the whole list of extras, out once nothing is in it.
+void DzSceneWriter::tidyExtra(Value element)
+{
+    const Value extra = extraOf(m_index, element);
+    const Value item = extraItem(m_index, element, channelsItemType);
+    const Value list = m_index.find(item, "channels");
+    const bool hasOnlyList = m_index.countChildren(item) == 2;
+    const bool wasFilled = m_index.firstChild(list) != none;
+    if (list != none && wasFilled && hasOnlyList && m_editor.becomesEmpty(list))
+        m_editor.remove(item, extra);
+    if (m_index.firstChild(extra) != none && m_editor.becomesEmpty(extra))
+        m_editor.remove(extra, element);
+}

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "scenereader.h"
+
+#include <map>
+#include <set>
+
+class DzProperty;
+class DzSimpleElementData;
+
+/// Compares surfaces with what was read of them and writes the differences into the document.
+class DzSceneWriter
+{
+public:
+    DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfaces, const QString& name,
+        WarningList* warnings);
+
+    /// The new text: the old one itself when nothing changed, null when it gets too large.
+    QByteArray write();
+
+private:
+    typedef JsonIndex::Value Value;
+
+    /// New entries of one surface.
+    struct Additions {
+        std::vector<JsonPiece> definition;
+        std::vector<JsonPiece> instance;
+        std::vector<JsonPiece> data;
+    };
+    /// A member that has another token than when it was read.
+    struct Change {
+        const char* key;
+        QByteArray token; ///< empty for one that is to go
+    };
+    typedef std::vector<Change> Changes;
+
+    void warn(const SurfaceRecord& surface, const QString& text);
+    bool isEditable(const SurfaceRecord& surface) const;
+    void writeSurface(const SurfaceRecord& surface);
+    void writeProperties(const SurfaceRecord& surface);
+    void addProperty(const SurfaceRecord& surface, const DzProperty* property);
+
+    void changeChannel(
+        const SurfaceRecord& surface, const ChannelRecord& channel, const ChannelState& now);
+    void addOverlay(const ChannelRecord& channel, const Changes& changes, const ChannelState& now);
+    void changeEntry(Value entry, const ChannelState& before, const ChannelState& now);
+    void changeMap(
+        const SurfaceRecord& surface, const ChannelRecord& channel, const ChannelState& now);
+    void clearMap(const SurfaceRecord& surface, const ChannelRecord& channel);
+    void setMember(Value channel, const char* key, const QByteArray& token);
+    void removeMember(Value object, const char* key);
+    bool isOnlyMapEntry(Value entry) const;
+
+    void removeChannel(const SurfaceRecord& surface, const ChannelRecord& channel);
+    void removeEntry(Value material, Value entry, bool isNamed);
+    void removeSharedEntries();
+    void removeAnimations();
+    bool isAnimationOfRemoved(const QString& url) const;
+    bool isInUse(const QString& id) const;
+
+    void writeData(const SurfaceRecord& surface);
+    Value dataItem(Value element, const QString& name) const;
+    bool changeData(const SurfaceRecord& surface, const DzSimpleElementData* data);
+    void removeLostData(const SurfaceRecord& surface, Value element);
+
+    void addToExtra(const SurfaceRecord& surface, Value element,
+        const std::vector<JsonPiece>& channels, const std::vector<JsonPiece>& data);
+    void addChannels(const SurfaceRecord& surface, Value element, Value extra,
+        const std::vector<JsonPiece>& channels);
+    void tidyExtra(Value element);
+
+    const JsonIndex& m_index;
+    const SurfaceRecords& m_surfaces;
+    QString m_name;
+    WarningList* m_warnings;
+    JsonEditor m_editor;
+    Additions m_added;
+    /// Entries of shared definitions that surfaces no longer have: entry to these surfaces.
+    struct SharedRemoval {
+        const SurfaceRecord* surface;
+        int count;
+        bool isNamed;
+        QString name;
+    };
+    std::map<Value, SharedRemoval> m_sharedRemovals;
+    QHash<Value, int> m_numUses;
+    QHash<QString, std::vector<const SurfaceRecord*>> m_removed; ///< by channel id
+    std::set<Value> m_touched; ///< elements whose "extra" lost something
+};
