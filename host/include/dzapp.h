@@ -11,9 +11,10 @@ class DzClassFactory;
 class DzImageMgr;
 class DzMainWindow;
 class DzPluginMgr;
+class DzScene;
 class DzUndoStack;
 
-/// The application: owner of the undo stack and the managers, and the way to the user.
+/// The application: owner of the undo stack, the scene and the managers, and the way to the user.
 /// A program makes exactly one, before it makes any other object of the host.
 class DzApp : public QObject
 {
@@ -33,8 +34,12 @@ public:
     DzUndoStack* getUndoStack() const { return m_undoStack.get(); }
     DzImageMgr* getImageMgr() const { return m_imageMgr.get(); }
     DzPluginMgr* getPluginMgr() const { return m_pluginMgr.get(); }
+    /// The scene that the user works on, which is `dzScene` too.
+    DzScene* getScene() const { return m_scene.get(); }
     const DzClassFactory* findClassFactory(const QString& className) const;
-    /// A new object of the class, owned by the caller; null when no module offers the class.
+    /// A new object of the class, owned by the caller. A class that no module offers a factory for
+    /// is looked for among the pointer types that are registered with Qt, and made through its
+    /// invokable constructor; null when there is none either.
     QObject* createInstance(const QString& className) const;
 
     void log(const QString& message) { tell(LogMessage, message); }
@@ -53,6 +58,7 @@ private:
     std::unique_ptr<DzUndoStack> m_undoStack;
     std::unique_ptr<DzImageMgr> m_imageMgr;
     std::unique_ptr<DzPluginMgr> m_pluginMgr;
+    std::unique_ptr<DzScene> m_scene;
     DzMainWindow* m_interface = nullptr;
     MessageHandler m_handler;
 };

@@ -8,9 +8,11 @@
 #include "dzimagemgr.h"
 #include "dzpluginmgr.h"
 #include "dzproperty.h"
+#include "dzscene.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
 
+#include <QMetaType>
 #include <cstdio>
 
 DzApp* dzApp = nullptr;
@@ -31,6 +33,7 @@ DzApp::DzApp()
     : m_undoStack(new DzUndoStack)
     , m_imageMgr(new DzImageMgr)
     , m_pluginMgr(new DzPluginMgr)
+    , m_scene(new DzScene)
 {
     Q_ASSERT(!dzApp);
     dzApp = this;
@@ -43,6 +46,7 @@ DzApp::~DzApp()
     emit closing();
     // Undo steps hold bricks and textures: they go while the managers are there.
     m_undoStack->clearAll();
+    m_scene.reset();
     dzUndoStack = nullptr;
     m_undoStack.reset();
     m_pluginMgr.reset();
@@ -58,7 +62,11 @@ const DzClassFactory* DzApp::findClassFactory(const QString& className) const
 QObject* DzApp::createInstance(const QString& className) const
 {
     const DzClassFactory* factory = findClassFactory(className);
-    return factory ? factory->createInstance() : nullptr;
+    if (factory)
+        return factory->createInstance();
+    const int type = QMetaType::type(className.toLatin1() + '*');
+    const QMetaObject* metaObject = QMetaType::metaObjectForType(type);
+    return metaObject ? metaObject->newInstance() : nullptr;
 }
 
 void DzApp::tell(MessageType type, const QString& message)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
+#include "dzapp.h"
 #include "dzcolorproperty.h"
 #include "dzdefaultmaterial.h"
 #include "dzfloatproperty.h"
@@ -88,17 +89,15 @@ TEST(ItemList, keepsItsOrderWhateverIsTakenOut)
     EXPECT_EQ(list.at(0), &items[2]);
 }
 
-TEST(Scene, theFirstSceneIsTheGlobalOne)
+TEST(Scene, theApplicationsSceneStaysTheGlobalOne)
 {
-    DzScene* before = dzScene;
+    ASSERT_NE(dzScene, nullptr);
+    EXPECT_EQ(dzScene, dzApp->getScene());
     {
-        DzScene scene;
-        DzScene* first = before ? before : &scene;
-        EXPECT_EQ(dzScene, first);
-        const DzScene other;
-        EXPECT_EQ(dzScene, first);
+        const DzScene another;
+        EXPECT_EQ(dzScene, dzApp->getScene());
     }
-    EXPECT_EQ(dzScene, before);
+    EXPECT_EQ(dzScene, dzApp->getScene());
 }
 
 TEST(Scene, nodesComeWithEverythingBelowThem)
