@@ -37,29 +37,43 @@ QString text(const char* source)
     return QCoreApplication::translate("DzPluginMgr", source);
 }
 
-/// Nothing catches what is thrown while the system loads a module: it ends up here.
-[[noreturn]] void reportThrown()
+[[noreturn]] void reportThrown(const char* what)
+{
+    const ssize_t written = write(reportPipe, what, std::strlen(what));
+    (void)written;
+    _exit(thrown);
+}
+
+/// Where what nobody could catch ends up.
+[[noreturn]] void reportTermination()
 {
     try {
         if (const std::exception_ptr problem = std::current_exception())
             std::rethrow_exception(problem);
     } catch (const std::exception& problem) {
-        const ssize_t written = write(reportPipe, problem.what(), std::strlen(problem.what()));
-        (void)written;
+        reportThrown(problem.what());
     } catch (...) {
     }
-    _exit(thrown);
+    reportThrown("");
 }
 
-[[noreturn]] void loadInChild(const QByteArray& path)
+/// Never returns or throws: the caller's stack is a copy of the program's.
+[[noreturn]] void loadInChild(const QByteArray& path) noexcept
 {
     // A crash shall leave no core file, and no message of a tool that watches this program.
     const rlimit none = { 0, 0 };
     setrlimit(RLIMIT_CORE, &none);
     for (int number : { SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT })
         signal(number, SIG_DFL);
-    std::set_terminate(reportThrown);
-    dlopen(path.constData(), RTLD_NOW | RTLD_LOCAL);
+    std::set_terminate(reportTermination);
+    // The declaration promises that it does not throw, but static objects of modules may: through a
+    // pointer the compiler does not rely on it.
+    void* (*volatile load)(const char*, int) = dlopen;
+    try {
+        load(path.constData(), RTLD_NOW | RTLD_LOCAL);
+    } catch (...) {
+        reportTermination();
+    }
     _exit(survived);
 }
 
