@@ -866,10 +866,10 @@ bool NetworkView::viewportEvent(QEvent* event)
 
 QString NetworkView::droppedClass(const QDropEvent* event) const
 {
-    const QMimeData* data = event->mimeData();
-    if (!data->hasFormat(BrickCatalogue::mimeType()))
+    const QMimeData* mime = event->mimeData();
+    if (!mime->hasFormat(BrickCatalogue::mimeType()))
         return QString();
-    const QString className = QString::fromUtf8(data->data(BrickCatalogue::mimeType()));
+    const QString className = QString::fromUtf8(mime->data(BrickCatalogue::mimeType()));
     const BrickKind* kind = BrickCatalogue::instance()->find(className);
     const IDzBrickUser* user = m_edit->getUser();
     return kind && user && user->canUseBrick(kind->sample) ? className : QString();
