@@ -65,6 +65,7 @@ int run(int argc, char** argv)
     addApplyCommand(program);
     addRebuildCommand(program);
     addStripCommand(program);
+    addPluginsCommand(program);
     try {
         program.parse(argc, argv);
     } catch (const CLI::Success& success) {
