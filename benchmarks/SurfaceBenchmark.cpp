@@ -26,13 +26,12 @@ class Surfaces
 public:
     explicit Surfaces(int count)
     {
-        const DzUndoStackLock lock;
         auto* node = new DzNode(QStringLiteral("Node"));
         auto* object = new DzObject;
         auto* newShape = new DzShape;
         for (int i = 0; i < count; ++i) {
-            DzMaterial* material = DzDefaultMaterial::createBare();
-            material->setName(QStringLiteral("Surface %1").arg(i));
+            DzMaterial* material
+                = DzDefaultMaterial::createBare(QStringLiteral("Surface %1").arg(i));
             newShape->addMaterial(material);
             material->select(true);
         }
@@ -41,16 +40,23 @@ public:
         dzApp->getScene()->addNode(node);
         shape = newShape;
     }
-    ~Surfaces()
-    {
-        dzUndoStack->clearAll();
-        dzApp->getScene()->clear();
-    }
+    ~Surfaces() { dzApp->getScene()->clear(); }
 
     DzShape* shape;
 };
 
-/// Applying as a user does it: it can be undone.
+/// The program locks the stack: while this lives, changes can be undone as in the mixer.
+class Undoable
+{
+public:
+    Undoable() { dzUndoStack->unlock(); }
+    ~Undoable()
+    {
+        dzUndoStack->clearAll();
+        dzUndoStack->lock();
+    }
+};
+
 void BM_ApplyToSurfaces(benchmark::State& state)
 {
     const Network network = buildMixedNetwork(texturesOfNetwork);
@@ -58,6 +64,7 @@ void BM_ApplyToSurfaces(benchmark::State& state)
     for (auto _ : state) {
         state.PauseTiming();
         auto surfaces = std::make_unique<Surfaces>(count);
+        auto undoable = std::make_unique<Undoable>();
         state.ResumeTiming();
         network.user->applyToScene();
         state.PauseTiming();
@@ -65,6 +72,7 @@ void BM_ApplyToSurfaces(benchmark::State& state)
         require(last->findProperty(QStringLiteral("LuxRender_Lm_001_bumpmap")), "published value");
         require(last->getNumDataItems() == 1, "network");
         require(dzUndoStack->getNumUndoItems() == 1, "one step");
+        undoable.reset();
         surfaces.reset();
         state.ResumeTiming();
     }
@@ -91,5 +99,10 @@ void BM_RebuildSurfaces(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(BM_ApplyToSurfaces)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+// Once each, as a user does it: getting memory that was not in use before is part of the cost.
+BENCHMARK(BM_ApplyToSurfaces)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 BENCHMARK(BM_RebuildSurfaces)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(3);

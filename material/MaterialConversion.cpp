@@ -72,8 +72,10 @@ void removeRenderProperties(DzMaterial* material)
 /// Adds a property in place of one of the same name.
 void replaceProperty(DzMaterial* material, DzProperty* property)
 {
-    if (DzProperty* before = material->findProperty(property->getName()))
-        removeAnyProperty(material, before);
+    // A name that is taken is refused, which is rare.
+    if (material->addProperty(property) == DZ_NO_ERROR)
+        return;
+    removeAnyProperty(material, material->findProperty(property->getName()));
     material->addProperty(property);
 }
 
@@ -248,8 +250,10 @@ void applyToSelectedMaterials(VireoBrickUser* user)
             QLatin1String("No material(s) selected"), QMessageBox::Ok);
         return;
     }
-    DzSettings attributes;
-    user->getAttributes(&attributes);
+    DzSettings written;
+    user->getAttributes(&written);
+    // Copies of a copy share one tree: all surfaces together keep the network once.
+    const DzSettings attributes(written);
     DzUndoStackHold hold;
     GeneratedCode code;
     if (VireoRootBrick* root = findRootBrick(user)) {
