@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <functional>
@@ -29,7 +30,7 @@ private:
     QTimer m_timer;
     std::vector<Answer> m_answers;
     std::size_t m_numAnswered = 0;
-    QDialog* m_last = nullptr;
+    QPointer<QDialog> m_last;
     int m_waited = 0;
 };
 
