@@ -14,6 +14,7 @@
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QScriptEngine>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <memory>
@@ -234,6 +235,27 @@ TEST_F(MaterialImportTest, aReadingThatIsStoppedEndsWithoutResult)
     reading.start();
     ASSERT_TRUE(reading.wait(60000));
     EXPECT_FALSE(reading.isAccepted());
+}
+
+TEST_F(MaterialImportTest, filesAreReadWhileAScriptRunsInTheProgram)
+{
+    const QString path = write(realMaterial);
+    for (int i = 0; i < 20; ++i) {
+        std::vector<std::unique_ptr<MaterialReading>> readings;
+        for (int k = 0; k < 8; ++k) {
+            readings.emplace_back(new MaterialReading(path));
+            readings.back()->start();
+        }
+        QScriptEngine engine;
+        const QScriptValue sum
+            = engine.evaluate("var a = {}; var sum = 0; for (var i = 0; i < 2000;"
+                              "++i) { a['n' + i] = i; sum += a['n' + i]; } sum");
+        EXPECT_EQ(sum.toInt32(), 1999000);
+        for (const auto& reading : readings) {
+            EXPECT_TRUE(reading->wait(60000));
+            EXPECT_TRUE(reading->isAccepted());
+        }
+    }
 }
 
 // The action -----------------------------------------------------------------------------------
