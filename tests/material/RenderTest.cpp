@@ -53,8 +53,8 @@ protected:
     RenderTest()
     {
         user.setIdentifier(QUuid(QStringLiteral("{4f1f7a3e-9b9f-4b5c-8f9a-0a1b2c3d4e5f}")));
-        QObject::connect(&user, &VireoBrickUser::generateFilesStarted,
-            [this] { engine.calls.append(started); });
+        QObject::connect(
+            &user, &VireoBrickUser::generateFilesStarted, [this] { engine.calls.append(started); });
         QObject::connect(&user, &VireoBrickUser::generateFilesFinished,
             [this] { engine.calls.append(finished); });
     }
@@ -89,8 +89,8 @@ TEST_F(RenderTest, withoutARootTheSurfaceIsOnlyCleared)
 TEST_F(RenderTest, aRootsShaderIsMadeBetweenTheSignalsAndSetLast)
 {
     addBrick(user, "VireoRootBrick");
-    EXPECT_EQ(render(),
-        QStringList({ cleared, started, compileCall(1), finished, surfaceCall(1) }));
+    EXPECT_EQ(
+        render(), QStringList({ cleared, started, compileCall(1), finished, surfaceCall(1) }));
 }
 
 TEST_F(RenderTest, everySetIsAppliedInItsOrderAfterTheClearing)
@@ -109,11 +109,11 @@ TEST_F(RenderTest, aShaderIsMadeAnewOnlyForNewSets)
     render();
     EXPECT_EQ(render(), QStringList({ cleared, surfaceCall(1) }));
     user.invalidateSets();
-    EXPECT_EQ(render(),
-        QStringList({ cleared, started, compileCall(1), finished, surfaceCall(1) }));
+    EXPECT_EQ(
+        render(), QStringList({ cleared, started, compileCall(1), finished, surfaceCall(1) }));
     addBrick(user, "VireoMatMatteBrick");
-    EXPECT_EQ(render(),
-        QStringList({ cleared, started, compileCall(1), finished, surfaceCall(1) }));
+    EXPECT_EQ(
+        render(), QStringList({ cleared, started, compileCall(1), finished, surfaceCall(1) }));
     EXPECT_EQ(render(), QStringList({ cleared, surfaceCall(1) }));
 }
 
@@ -125,8 +125,8 @@ TEST_F(RenderTest, aShaderThatCannotBeMadeLeavesTheSurfaceClearAndIsTriedAgain)
     EXPECT_EQ(render(), failing);
     EXPECT_EQ(render(), failing);
     engine.canCompile = true;
-    EXPECT_EQ(render(),
-        QStringList({ cleared, started, compileCall(1), finished, surfaceCall(1) }));
+    EXPECT_EQ(
+        render(), QStringList({ cleared, started, compileCall(1), finished, surfaceCall(1) }));
 }
 
 TEST_F(RenderTest, whoeverHearsTheSignalsMayChangeTheNetwork)

@@ -85,8 +85,7 @@ QMetaMethod entry(const char* signature)
 template <typename... Arguments>
 void call(VireoBrickUser& user, const char* name, const Arguments&... arguments)
 {
-    EXPECT_TRUE(QMetaObject::invokeMethod(&user, name, Qt::DirectConnection, arguments...))
-        << name;
+    EXPECT_TRUE(QMetaObject::invokeMethod(&user, name, Qt::DirectConnection, arguments...)) << name;
 }
 
 /// The same for an entry with a result.
@@ -95,8 +94,8 @@ Result ask(
     VireoBrickUser& user, const char* typeName, const char* name, const Arguments&... arguments)
 {
     Result result {};
-    EXPECT_TRUE(QMetaObject::invokeMethod(&user, name, Qt::DirectConnection,
-        QReturnArgument<Result>(typeName, result), arguments...))
+    EXPECT_TRUE(QMetaObject::invokeMethod(
+        &user, name, Qt::DirectConnection, QReturnArgument<Result>(typeName, result), arguments...))
         << name;
     return result;
 }
@@ -128,8 +127,7 @@ TEST_F(ScriptInterfaceTest, theEntriesStandInTheirOrder)
     ASSERT_EQ(numEntries, 46);
     ASSERT_EQ(meta.methodCount() - meta.methodOffset(), 46);
     for (int i = 0; i < numEntries; ++i) {
-        const QByteArray found
-            = QByteArray(entry(i).typeName()) + ' ' + entry(i).methodSignature();
+        const QByteArray found = QByteArray(entry(i).typeName()) + ' ' + entry(i).methodSignature();
         EXPECT_STREQ(found.constData(), entries[i]) << i;
     }
 }
@@ -148,10 +146,9 @@ TEST_F(ScriptInterfaceTest, argumentsBearTheirNames)
 {
     EXPECT_EQ(entry("moveBrick(uint,IDzBrickUser*)").parameterNames(),
         QList<QByteArray>({ "id", "newOwner" }));
-    EXPECT_EQ(
-        entry("applyElementPropsToSettings(QHash<QString,DzShaderBrick*>,const DzSettings*,"
-              "DzElement*)")
-            .parameterNames(),
+    EXPECT_EQ(entry("applyElementPropsToSettings(QHash<QString,DzShaderBrick*>,const DzSettings*,"
+                    "DzElement*)")
+                  .parameterNames(),
         QList<QByteArray>({ "createdBricks", "propertyMapSet", "elem" }));
     EXPECT_EQ(entry("brickIDChanged(int)").parameterNames(), QList<QByteArray>({ "oldID" }));
 }
@@ -240,7 +237,8 @@ TEST_F(ScriptInterfaceTest, theViewportEntries)
     EXPECT_FALSE(ask<bool>(user, "bool", "isOpacityMappable"));
     EXPECT_EQ(ask<DzTexture*>(user, "DzTexture*", "getColorMap"), nullptr);
     EXPECT_EQ(ask<DzTexture*>(user, "DzTexture*", "getOpacityMap"), nullptr);
-    EXPECT_EQ(ask<QString>(user, "QString", "getMaterialName"), QStringLiteral("Vireo - LuxRender"));
+    EXPECT_EQ(
+        ask<QString>(user, "QString", "getMaterialName"), QStringLiteral("Vireo - LuxRender"));
     EXPECT_FALSE(ask<bool>(user, "bool", "needsTangentSpaceParams"));
     EXPECT_TRUE(ask<bool>(user, "bool", "shouldAlwaysEmbed"));
     EXPECT_EQ(ask<QString>(user, "QString", "getExtension"), QStringLiteral("sskn"));
@@ -253,8 +251,8 @@ TEST_F(ScriptInterfaceTest, attributesAreWrittenAndReadByName)
     call(user, "getAttributes", Q_ARG(DzSettings*, &settings));
     ASSERT_NE(settings.getSettingsValue(QStringLiteral("BrickSetup")), nullptr);
     VireoBrickUser again;
-    EXPECT_EQ(ask<DzElement*>(
-                  again, "DzElement*", "setAttributes", Q_ARG(const DzSettings*, &settings)),
+    EXPECT_EQ(
+        ask<DzElement*>(again, "DzElement*", "setAttributes", Q_ARG(const DzSettings*, &settings)),
         &again);
     ASSERT_EQ(again.getNumBricks(), 1);
     EXPECT_EQ(again.getBrick(1)->className(), QStringLiteral("VireoVolClearBrick"));
@@ -282,8 +280,7 @@ TEST_F(ScriptInterfaceTest, bricksAreAddedFoundAndListedByName)
     addBrick(user, "VireoRootBrick");
     EXPECT_EQ(ask<DzShaderBrick*>(user, "DzShaderBrick*", "getBrick", Q_ARG(uint, 1)), brick);
     EXPECT_EQ(ask<DzShaderBrick*>(user, "DzShaderBrick*", "getBrick", Q_ARG(uint, 7)), nullptr);
-    EXPECT_EQ(
-        ask<QVariantList>(user, "QVariantList", "getBrickIDs"), QVariantList({ 1u, 2u }));
+    EXPECT_EQ(ask<QVariantList>(user, "QVariantList", "getBrickIDs"), QVariantList({ 1u, 2u }));
     QList<uint> ids;
     call(user, "getBrickIDs", Q_ARG(QList<uint>&, ids));
     EXPECT_EQ(ids, QList<uint>({ 1, 2 }));

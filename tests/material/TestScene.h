@@ -32,7 +32,7 @@ public:
     DzShape* addFigure(const char* name)
     {
         const DzUndoStackLock lock;
-        auto* node = new DzNode(QString::fromLatin1(name));
+        auto* node = new DzNode(QString::fromUtf8(name));
         auto* shape = new DzShape(QStringLiteral("shape"));
         node->setObject(new DzObject);
         node->getObject()->addShape(shape);
@@ -43,7 +43,7 @@ public:
     DzMaterial* addSurface(DzShape* shape, const char* name, bool isSelected = true)
     {
         const DzUndoStackLock lock;
-        DzMaterial* material = DzDefaultMaterial::createBare(QString::fromLatin1(name));
+        DzMaterial* material = DzDefaultMaterial::createBare(QString::fromUtf8(name));
         EXPECT_EQ(shape->addMaterial(material), DZ_NO_ERROR);
         material->select(isSelected);
         return material;
@@ -68,9 +68,9 @@ inline DzFloatProperty* addFloat(
     DzElement* element, const char* name, float value, const char* map = "")
 {
     const DzUndoStackLock lock;
-    auto* number = new DzFloatProperty(QString::fromLatin1(name), true, true, value);
+    auto* number = new DzFloatProperty(QString::fromUtf8(name), true, true, value);
     number->setIsMappable(true);
-    number->setMap(QString::fromLatin1(map));
+    number->setMap(QString::fromUtf8(map));
     return addTo(element, number);
 }
 
@@ -78,22 +78,22 @@ inline DzColorProperty* addColor(
     DzElement* element, const char* name, const QColor& value, const char* map = "")
 {
     const DzUndoStackLock lock;
-    auto* color = new DzColorProperty(QString::fromLatin1(name), true, true, value);
+    auto* color = new DzColorProperty(QString::fromUtf8(name), true, true, value);
     color->setIsMappable(true);
-    color->setMap(QString::fromLatin1(map));
+    color->setMap(QString::fromUtf8(map));
     return addTo(element, color);
 }
 
 inline DzBoolProperty* addBool(DzElement* element, const char* name, bool value)
 {
-    return addTo(element, new DzBoolProperty(QString::fromLatin1(name), true, true, value));
+    return addTo(element, new DzBoolProperty(QString::fromUtf8(name), true, true, value));
 }
 
 inline DzStringProperty* addString(DzElement* element, const char* name, const char* value)
 {
     const DzUndoStackLock lock;
-    auto* string = new DzStringProperty(QString::fromLatin1(name), true);
-    string->setValue(QString::fromLatin1(value));
+    auto* string = new DzStringProperty(QString::fromUtf8(name), true);
+    string->setValue(QString::fromUtf8(value));
     return addTo(element, string);
 }
 
@@ -102,10 +102,10 @@ inline DzEnumProperty* addEnum(
     DzElement* element, const char* name, const QStringList& items, const char* item)
 {
     const DzUndoStackLock lock;
-    auto* property = new DzEnumProperty(QString::fromLatin1(name), true, true);
+    auto* property = new DzEnumProperty(QString::fromUtf8(name), true, true);
     for (const QString& text : items)
         property->addItem(text);
-    EXPECT_TRUE(property->setValueFromString(QString::fromLatin1(item)));
+    EXPECT_TRUE(property->setValueFromString(QString::fromUtf8(item)));
     return addTo(element, property);
 }
 
