@@ -109,11 +109,6 @@ protected:
         qRegisterMetaType<DzBrickSet*>("DzBrickSet*");
     }
 
-    bool deleted(const char* typeName, uint id)
-    {
-        return ask<bool>(user, typeName, "deleteBrick", Q_ARG(uint, id));
-    }
-
     VireoBrickUser user;
 };
 
@@ -293,8 +288,8 @@ TEST_F(ScriptInterfaceTest, bricksAreDeletedByName)
     addBrick(user, "VireoMatMatteBrick");
     addBrick(user, "VireoMatMatteBrick");
     QSignalSpy removed(&user, SIGNAL(brickRemoved(DzShaderBrick*)));
-    EXPECT_TRUE(deleted("bool", 1));
-    EXPECT_FALSE(deleted("bool", 1));
+    EXPECT_TRUE(ask<bool>(user, "bool", "deleteBrick", Q_ARG(uint, 1)));
+    EXPECT_FALSE(ask<bool>(user, "bool", "deleteBrick", Q_ARG(uint, 1)));
     EXPECT_TRUE(ask<bool>(user, "bool", "deleteBrick", Q_ARG(DzShaderBrick*, second)));
     EXPECT_EQ(user.getNumBricks(), 2);
     EXPECT_EQ(removed.count(), 2);
