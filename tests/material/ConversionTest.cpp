@@ -422,6 +422,10 @@ TEST_F(ApplyTest, onlySelectedSurfacesOfCurrentShapesAreChanged)
     EXPECT_FALSE(isChanged(unselected));
     EXPECT_FALSE(isChanged(hidden));
     EXPECT_FALSE(isChanged(nowhere));
+    // Whatever shape is the current one, it need not be the first.
+    ASSERT_EQ(dzScene->findNode(text("figure"))->getObject()->setCurrentShape(other), DZ_NO_ERROR);
+    user.applyToScene();
+    EXPECT_TRUE(isChanged(hidden));
 }
 
 TEST_F(ApplyTest, surfacesAreChangedInTheOrderOfNodesAndSurfaces)

@@ -451,10 +451,12 @@ TEST_F(PropertyMapTest, applyingLeavesNoUndoStep)
 {
     dzUndoStack->clearAll();
     source->setLabel(text("Other"));
+    source->setPath(text("/MyExtProperties/Skin"));
     dzUndoStack->clearAll();
     addSigmaEntry();
     apply();
     EXPECT_EQ(sigma->getLabel(), text("Other"));
+    EXPECT_EQ(sigma->getPath(), text("Skin/"));
     EXPECT_FALSE(dzUndoStack->hasItems());
     EXPECT_FALSE(dzUndoStack->isLocked());
 }
