@@ -61,6 +61,7 @@ int run(int argc, char** argv)
     addExportCommand(program);
     addBricksCommand(program);
     addShowCommand(program);
+    addRunCommand(program);
     try {
         program.parse(argc, argv);
     } catch (const CLI::Success& success) {
@@ -70,7 +71,8 @@ int run(int argc, char** argv)
         printFailure(wrongUse(program, error, QCoreApplication::arguments().mid(1)));
         return ExitWrongUse;
     } catch (const CommandError& error) {
-        printFailure(error.message);
+        if (!error.message.isEmpty())
+            printFailure(error.message);
         return error.exitCode;
     }
     return ExitDone;

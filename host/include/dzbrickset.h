@@ -30,9 +30,9 @@ public:
 
     DzBrickSet(DzShaderBrick* root, IDzBrickUser* owner);
 
-    DzShaderBrick* getRoot() const { return m_root; }
-    IDzBrickUser* getBrickUserOwner() const { return m_owner; }
-    ShaderType getShaderType() const;
+    Q_INVOKABLE DzShaderBrick* getRoot() const { return m_root; }
+    Q_INVOKABLE IDzBrickUser* getBrickUserOwner() const { return m_owner; }
+    Q_INVOKABLE ShaderType getShaderType() const;
 
 private:
     DzShaderBrick* m_root;
