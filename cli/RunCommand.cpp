@@ -76,8 +76,7 @@ void addRunCommand(CLI::App& program)
     auto options = std::make_shared<RunOptions>();
     command->add_option("SCRIPT", options->file, "Script file (.dsa)")->required();
     command->add_option("ARG", options->arguments, "What the script finds in args");
-    // Whatever follows the script is the script's, options too.
+    // All that follows the script is the script's, options too.
     command->positionals_at_end();
-    command->prefix_command();
     command->callback([options] { runScript(*options); });
 }

@@ -356,13 +356,12 @@ void ScriptClasses::defineConstructors()
             scriptClass->name, scriptClass->constructor, QScriptValue::SkipInEnumeration);
 }
 
-void ScriptClasses::addClass(const QMetaObject* metaObject, const QString& name, const Maker& maker)
+void ScriptClasses::addClass(const QMetaObject* metaObject, const Maker& maker)
 {
     Class* scriptClass = find(metaObject);
-    scriptClass->name = name;
     scriptClass->maker = maker;
     m_engine->engine()->globalObject().setProperty(
-        name, scriptClass->constructor, QScriptValue::SkipInEnumeration);
+        scriptClass->name, scriptClass->constructor, QScriptValue::SkipInEnumeration);
 }
 
 QScriptValue ScriptClasses::prototype(const QMetaObject* metaObject)

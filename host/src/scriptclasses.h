@@ -29,8 +29,8 @@ public:
     /// Puts the constructors of the host's classes and of all registered ones into the global
     /// object.
     void defineConstructors();
-    /// Adds a class of scripts alone, under its own name.
-    void addClass(const QMetaObject* metaObject, const QString& name, const Maker& maker);
+    /// Adds a class of scripts alone.
+    void addClass(const QMetaObject* metaObject, const Maker& maker);
     /// The prototype of a class, made when it is first asked for.
     QScriptValue prototype(const QMetaObject* metaObject);
     QScriptValue constructor(const QMetaObject* metaObject);

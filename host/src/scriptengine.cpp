@@ -13,11 +13,14 @@
 #include <QFileInfo>
 #include <QScriptContext>
 #include <cstdio>
+#include <iterator>
 
 namespace {
 
 /// More files within files are taken for a mistake; each takes a part of the stack.
 const int deepestInclude = 64;
+
+const int fewestWrappers = 10000;
 
 QString text(const char* source)
 {
@@ -36,6 +39,7 @@ QString identityOf(const QString& path)
 ScriptEngine::ScriptEngine(const DzScript::PrintHandler& printHandler, const QString& filename,
     const QStringList& arguments)
     : m_printHandler(printHandler)
+    , m_wrapperLimit(fewestWrappers)
     , m_conversion(this)
     , m_objectPrototype(m_engine.newObject())
     , m_classes(this)
@@ -78,21 +82,31 @@ QScriptValue ScriptEngine::wrap(QObject* object)
 {
     if (!object)
         return m_engine.nullValue();
-    ScriptHandle* handle = m_handles.value(object);
-    const bool isNew = !handle || handle->target() != object;
-    if (isNew)
-        handle = new ScriptHandle(object, &m_handles);
-    QScriptValue value = m_engine.newQObject(handle, QScriptEngine::ScriptOwnership,
-        QScriptEngine::PreferExistingWrapperObject | QScriptEngine::ExcludeSuperClassContents
-            | QScriptEngine::ExcludeChildObjects | QScriptEngine::ExcludeDeleteLater);
-    if (isNew)
-        value.setPrototype(m_classes.prototype(object->metaObject()));
+    const auto known = m_wrappers.constFind(object);
+    // Another object may have stood at the same address.
+    if (known != m_wrappers.constEnd() && known->handle->target() == object)
+        return known->value;
+    if (m_wrappers.size() >= m_wrapperLimit)
+        forgetGoneObjects();
+    const auto handle = std::make_shared<ScriptHandle>(object);
+    QScriptValue value = m_engine.newVariant(QVariant::fromValue(handle));
+    value.setPrototype(m_classes.prototype(object->metaObject()));
+    m_wrappers.insert(object, Wrapper { handle, value });
     return value;
 }
 
-ScriptHandle* ScriptEngine::handleOf(const QScriptValue& value) const
+void ScriptEngine::forgetGoneObjects()
 {
-    return qobject_cast<ScriptHandle*>(value.toQObject());
+    for (auto it = m_wrappers.begin(); it != m_wrappers.end();)
+        it = it->handle->target() ? std::next(it) : m_wrappers.erase(it);
+    m_wrapperLimit = qMax(fewestWrappers, 2 * m_wrappers.size());
+}
+
+const ScriptHandle* ScriptEngine::handleOf(const QScriptValue& value) const
+{
+    if (!value.isVariant())
+        return nullptr;
+    return value.toVariant().value<ScriptHandlePtr>().get();
 }
 
 QObject* ScriptEngine::targetOf(

@@ -43,7 +43,7 @@ public:
     /// An object for a script; null for null.
     QScriptValue wrap(QObject* object);
     /// The handle in a script's value, null when it holds none.
-    ScriptHandle* handleOf(const QScriptValue& value) const;
+    const ScriptHandle* handleOf(const QScriptValue& value) const;
     /// The object in `value`, which must be of a class; null, with the reason in `error`, when it
     /// is not, or is gone.
     QObject* targetOf(
@@ -77,10 +77,19 @@ private:
 
     static QScriptValue callFunction(QScriptContext* context, QScriptEngine* engine, void* data);
 
+    /// What stands for an object in scripts: always the same value, so that they can compare.
+    struct Wrapper {
+        ScriptHandlePtr handle;
+        QScriptValue value;
+    };
+
+    void forgetGoneObjects();
+
     std::vector<std::unique_ptr<NativeFunction>> m_functions;
-    ScriptHandle::Registry m_handles; // outlives the engine, which deletes the handles
     DzScript::PrintHandler m_printHandler;
     QScriptEngine m_engine;
+    QHash<const QObject*, Wrapper> m_wrappers;
+    int m_wrapperLimit; ///< as many are worth looking for objects that are gone
     ScriptConversion m_conversion;
     QScriptValue m_objectPrototype;
     QScriptValue m_colorConstructor;

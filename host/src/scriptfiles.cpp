@@ -33,12 +33,12 @@ ScriptClasses::Maker pathMaker()
 
 } // namespace
 
-ScriptFile::ScriptFile(const QString& path)
+DzFile::DzFile(const QString& path)
     : m_path(path)
 {
 }
 
-bool ScriptFile::open(int mode)
+bool DzFile::open(int mode)
 {
     m_error.clear();
     if (isOpen() || (mode != ReadOnly && mode != WriteOnly && mode != Append)) {
@@ -58,7 +58,7 @@ bool ScriptFile::open(int mode)
     return true;
 }
 
-bool ScriptFile::close()
+bool DzFile::close()
 {
     m_error.clear();
     const bool isWritten = m_mode == WriteOnly || m_mode == Append;
@@ -66,7 +66,7 @@ bool ScriptFile::close()
     return !isWritten || dzWriteFile(m_path, m_text.toUtf8(), &m_error);
 }
 
-QString ScriptFile::read()
+QString DzFile::read()
 {
     if (m_mode != ReadOnly)
         return QString();
@@ -75,7 +75,7 @@ QString ScriptFile::read()
     return rest;
 }
 
-QString ScriptFile::readLine()
+QString DzFile::readLine()
 {
     if (m_mode != ReadOnly || eof())
         return QString();
@@ -88,7 +88,7 @@ QString ScriptFile::readLine()
     return line;
 }
 
-QStringList ScriptFile::readLines()
+QStringList DzFile::readLines()
 {
     QStringList lines;
     while (m_mode == ReadOnly && !eof())
@@ -96,7 +96,7 @@ QStringList ScriptFile::readLines()
     return lines;
 }
 
-bool ScriptFile::write(const QString& given)
+bool DzFile::write(const QString& given)
 {
     if (m_mode != WriteOnly && m_mode != Append) {
         m_error = text("%1 is not open for writing").arg(m_path);
@@ -106,7 +106,7 @@ bool ScriptFile::write(const QString& given)
     return true;
 }
 
-bool ScriptFile::remove()
+bool DzFile::remove()
 {
     QFile file(m_path);
     const bool done = file.remove();
@@ -114,7 +114,7 @@ bool ScriptFile::remove()
     return done;
 }
 
-QStringList ScriptDir::entryList(const QString& filter, int spec) const
+QStringList DzDir::entryList(const QString& filter, int spec) const
 {
     QDir::Filters filters = QDir::NoDotAndDotDot;
     if (spec & Dirs)
@@ -127,7 +127,7 @@ QStringList ScriptDir::entryList(const QString& filter, int spec) const
     return names;
 }
 
-void ScriptNetworkFile::load(const QString& path, IDzBrickUser* user)
+void DzNetworkFile::load(const QString& path, IDzBrickUser* user)
 {
     if (!user)
         m_engine->raise(text("load: a brick user is wanted"));
@@ -135,7 +135,7 @@ void ScriptNetworkFile::load(const QString& path, IDzBrickUser* user)
         m_engine->raise(m_file.getError());
 }
 
-void ScriptNetworkFile::save(const QString& path, IDzBrickUser* user)
+void DzNetworkFile::save(const QString& path, IDzBrickUser* user)
 {
     if (!user)
         m_engine->raise(text("save: a brick user is wanted"));
@@ -146,15 +146,13 @@ void ScriptNetworkFile::save(const QString& path, IDzBrickUser* user)
 void defineScriptFiles(ScriptEngine* engine)
 {
     ScriptClasses& classes = engine->classes();
-    classes.addClass(
-        &ScriptFile::staticMetaObject, QStringLiteral("DzFile"), pathMaker<ScriptFile>());
-    classes.addClass(&ScriptFileInfo::staticMetaObject, QStringLiteral("DzFileInfo"),
-        pathMaker<ScriptFileInfo>());
-    classes.addClass(&ScriptDir::staticMetaObject, QStringLiteral("DzDir"), pathMaker<ScriptDir>());
-    classes.addClass(&ScriptNetworkFile::staticMetaObject, QStringLiteral("DzBrickUserFile"),
+    classes.addClass(&DzFile::staticMetaObject, pathMaker<DzFile>());
+    classes.addClass(&DzFileInfo::staticMetaObject, pathMaker<DzFileInfo>());
+    classes.addClass(&DzDir::staticMetaObject, pathMaker<DzDir>());
+    classes.addClass(&DzNetworkFile::staticMetaObject,
         [engine](QScriptContext* context, QString* error) -> QObject* {
             if (context->argumentCount() == 0)
-                return new ScriptNetworkFile(engine);
+                return new DzNetworkFile(engine);
             *error = text("it takes no arguments");
             return nullptr;
         });

@@ -11,10 +11,10 @@
 
 class ScriptEngine;
 
-// Files and folders as scripts see them, under the host's names for these classes.
+// Files and folders as scripts see them.
 
-/// A text file, `DzFile`: read whole when opened, written whole when closed.
-class ScriptFile : public QObject
+/// A text file: read whole when opened, written whole when closed.
+class DzFile : public QObject
 {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ public:
     enum AccessMode { ReadOnly = 1, WriteOnly = 2, Append = 4 };
     Q_ENUM(AccessMode)
 
-    explicit ScriptFile(const QString& path);
+    explicit DzFile(const QString& path);
 
     /// False, with the reason in error(), when a file cannot be read.
     Q_INVOKABLE bool open(int mode);
@@ -54,13 +54,13 @@ private:
     QString m_error;
 };
 
-/// A file's name and what the system knows of it, `DzFileInfo`.
-class ScriptFileInfo : public QObject
+/// A file's name and what the system knows of it.
+class DzFileInfo : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit ScriptFileInfo(const QString& path)
+    explicit DzFileInfo(const QString& path)
         : m_info(path)
     {
     }
@@ -83,8 +83,8 @@ private:
     QFileInfo m_info;
 };
 
-/// A folder, `DzDir`.
-class ScriptDir : public QObject
+/// A folder.
+class DzDir : public QObject
 {
     Q_OBJECT
 
@@ -92,7 +92,7 @@ public:
     enum FilterSpec { Dirs = 1, Files = 2 };
     Q_ENUM(FilterSpec)
 
-    explicit ScriptDir(const QString& path)
+    explicit DzDir(const QString& path)
         : m_dir(path)
     {
     }
@@ -119,13 +119,13 @@ private:
     QDir m_dir;
 };
 
-/// A brick user's network as a file, `DzBrickUserFile`. What fails is an error of the script.
-class ScriptNetworkFile : public QObject
+/// A brick user's network as a file. What fails is an error of the script.
+class DzNetworkFile : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit ScriptNetworkFile(ScriptEngine* engine)
+    explicit DzNetworkFile(ScriptEngine* engine)
         : m_engine(engine)
     {
     }

@@ -2,33 +2,30 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QHash>
+#include <QMetaType>
 #include <QObject>
 #include <QPointer>
+#include <memory>
 
 /// What a script holds of an object: it knows when the object is gone.
-///
-/// The script engine deletes a handle once no script can reach it. One object has at most one
-/// handle at a time, so that a script can compare objects.
-class ScriptHandle : public QObject
+class ScriptHandle
 {
-    Q_OBJECT
-
 public:
-    typedef QHash<const QObject*, ScriptHandle*> Registry;
-
-    /// Enters itself into the registry, which must outlive it, and leaves it when deleted.
-    ScriptHandle(QObject* target, Registry* registry);
-    ~ScriptHandle() override;
+    explicit ScriptHandle(QObject* target)
+        : m_target(target)
+        , m_class(target->metaObject())
+    {
+    }
 
     /// The object, null when it is gone.
     QObject* target() const { return m_target; }
     /// Name of the object's class, also after it is gone.
-    QString className() const;
+    QString className() const { return QString::fromLatin1(m_class->className()); }
 
 private:
     QPointer<QObject> m_target;
-    const QObject* m_key;
     const QMetaObject* m_class;
-    Registry* m_registry;
 };
+
+typedef std::shared_ptr<ScriptHandle> ScriptHandlePtr;
+Q_DECLARE_METATYPE(ScriptHandlePtr)
