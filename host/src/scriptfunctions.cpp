@@ -387,11 +387,10 @@ void defineScriptFunctions(
     addFunctions(engine, global,
         { { "print", print }, { "include", include }, { "readFile", readFile },
             { "writeFile", writeFile } });
-    const QScriptValue::PropertyFlags fixed = QScriptValue::ReadOnly | QScriptValue::Undeletable;
-    global.setProperty(QStringLiteral("App"), engine->wrap(dzApp), fixed);
-    global.setProperty(QStringLiteral("Scene"), engine->wrap(dzApp->getScene()), fixed);
-    global.setProperty(QStringLiteral("UndoStack"), engine->wrap(dzUndoStack), fixed);
-    global.setProperty(QStringLiteral("scriptFile"), filename, fixed);
+    global.setProperty(QStringLiteral("App"), engine->wrap(dzApp));
+    global.setProperty(QStringLiteral("Scene"), engine->wrap(dzApp->getScene()));
+    global.setProperty(QStringLiteral("UndoStack"), engine->wrap(dzUndoStack));
+    global.setProperty(QStringLiteral("scriptFile"), filename);
     global.setProperty(QStringLiteral("args"), engine->conversion().fromTexts(arguments));
     engine->engine()->evaluate(
         QStringLiteral("function getArguments() { return args.slice(0); }\n"

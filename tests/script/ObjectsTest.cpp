@@ -526,8 +526,3 @@ TEST(ScriptApplication, messagesGoToTheApplication)
     EXPECT_PRINTS(
         "true true\n", "print(App.getScene() === Scene, App.getUndoStack() === UndoStack);");
 }
-
-TEST(ScriptApplication, theGlobalObjectsCannotBeReplaced)
-{
-    EXPECT_PRINTS("DzScene\n", "Scene = 3; delete Scene; print(Scene);");
-}
