@@ -115,6 +115,7 @@ private:
     void assignPath(const QString& path);
     void assignHidden(bool hidden);
     void assignLocked(bool locked);
+    void assignUserProperty(bool isUser);
 
     QString m_label;
     QString m_path;

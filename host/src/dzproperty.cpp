@@ -188,6 +188,16 @@ void DzProperty::setIsUserProperty(bool isUser)
 {
     if (isUser == m_userProperty)
         return;
+    assignUserProperty(isUser);
+    if (isRecorded())
+        record(
+            "user", tr("Change %1").arg(m_label),
+            [=](DzProperty* p) { p->assignUserProperty(!isUser); },
+            [=](DzProperty* p) { p->assignUserProperty(isUser); });
+}
+
+void DzProperty::assignUserProperty(bool isUser)
+{
     m_userProperty = isUser;
     emit isUserPropertyChanged(isUser);
 }

@@ -277,7 +277,10 @@ bool ScriptConversion::readNumber(const QScriptValue& value, double least, doubl
 bool ScriptConversion::readObject(
     const QScriptValue& value, const ScriptType& type, ScriptStorage* storage, QString* error) const
 {
-    if (value.isNull())
+    // Nothing can be written into no settings, and nothing read from them.
+    const bool isSettings
+        = type.className == "DzSettings" || type.className == "DzPropertySettings";
+    if (value.isNull() && !isSettings)
         return true;
     const ScriptHandle* handle = m_engine->handleOf(value);
     QObject* object = handle ? handle->target() : nullptr;

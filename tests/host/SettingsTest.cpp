@@ -415,7 +415,8 @@ TEST(Settings, aCopyOutlivesWhatItWasCopiedFrom)
     const DzSettings copy(*original);
     original.reset();
     ASSERT_NE(copy.getSettingsValue("outer"), nullptr);
-    EXPECT_EQ(text(copy.getSettingsValue("outer")->getSettingsValue("inner")->getStringValue("text")),
+    EXPECT_EQ(
+        text(copy.getSettingsValue("outer")->getSettingsValue("inner")->getStringValue("text")),
         "kept");
 }
 
