@@ -48,9 +48,9 @@ function attempt() {
     if (target === null || typeof target !== 'object' || Array.isArray(target))
         return;
     var names = functionsOf(target);
-    // These leave the test, or write files.
+    // These open windows or write files.
     var name = anyOf(names);
-    if (/^(saveScene|save|runAction|mkpath|remove|open|close)$/.test(name))
+    if (/^(applyToScene|saveScene|save|runAction|mkpath|remove|open|close)$/.test(name))
         return;
     var member = target[name];
     if (typeof member === 'function')

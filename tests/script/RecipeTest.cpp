@@ -142,6 +142,42 @@ TEST_F(Recipe, randomNetworkIsTheSameForTheSameSeed)
         runRecipe(QStringLiteral("random-network"), { QStringLiteral("8"), QStringLiteral("40") }));
 }
 
+TEST_F(Recipe, applyBySurfaceStoresTheNetworkOnThatSurface)
+{
+    QFile file(path(QStringLiteral("box.obj")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("o Box\nv 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\n"
+               "usemtl Red\nf 1 2 3\nusemtl Blue\nf 1 2 4\n");
+    file.close();
+    const QString network = QStringLiteral("examples/plain-matte.sskn");
+    const QStringList arguments { path(QStringLiteral("box.obj")),
+        path(QStringLiteral("applied.duf")), network };
+    EXPECT_TEXT(QStringLiteral("Box: Blue\n"),
+        runRecipe(
+            QStringLiteral("apply-by-surface"), arguments + QStringList(QStringLiteral("Blue"))));
+    // What a renderer's exporter reads from the one surface is the text with placeholders.
+    const QString code
+        = QStringLiteral("Scene.loadScene(args[0]);"
+                         "var shape = Scene.getNodeList()[0].getObject().getCurrentShape();"
+                         "shape.getAllMaterials().forEach(function (material) {"
+                         "    var text = material.findProperty("
+                         "        'LuxRender_material_extrasettings');"
+                         "    print(material.name, text ? text.getValue() : 'none'); });");
+    QFile script(path(QStringLiteral("look.dsa")));
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write(code.toUtf8());
+    script.close();
+    EXPECT_TEXT(QStringLiteral("Red none\nBlue %1\n")
+                    .arg(run({ QStringLiteral("export"), QStringLiteral("--placeholders"),
+                        QStringLiteral("--section"), QStringLiteral("material"), network })),
+        run({ QStringLiteral("run"), path(QStringLiteral("look.dsa")),
+            path(QStringLiteral("applied.duf")) }));
+    runRecipe(
+        QStringLiteral("apply-by-surface"), arguments + QStringList(QStringLiteral("Green")), 1);
+    EXPECT_TRUE(m_error.contains(QLatin1String("Error: the scene has no surface Green")))
+        << m_error.toStdString();
+}
+
 TEST_F(Recipe, wrongArgumentsAreToldInOneLine)
 {
     for (const char* name : { "batch-export", "swap-texture", "list-placeholders", "random-network",

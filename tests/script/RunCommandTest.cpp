@@ -107,6 +107,14 @@ TEST_F(RunCommand, windowsAreRefused)
         << m_error.toStdString();
 }
 
+TEST_F(RunCommand, applyingToNothingIsAWarning)
+{
+    EXPECT_EQ(run({ script("new VireoBrickUser().applyToScene(); print('after');") }), 0)
+        << m_error.toStdString();
+    EXPECT_TEXT(QStringLiteral("after\n"), m_output);
+    EXPECT_TEXT(QStringLiteral("vireo: warning: No material(s) selected\n"), m_error);
+}
+
 TEST_F(RunCommand, outputThatCannotBeWrittenIsAnError)
 {
     QProcess process;
