@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "Command.h"
+#include "ScriptMemory.h"
 
 #include "dzscript.h"
 #include "dzundostack.h"
@@ -54,6 +55,7 @@ void runScript(const RunOptions& options)
     for (const std::string& argument : options.arguments)
         arguments.append(argumentText(argument));
     script.setPrintHandler(printForScript);
+    limitScriptMemory();
     std::signal(SIGINT, endAtOnce);
     const OpenUndoStack open;
     const bool isDone = script.execute(arguments);

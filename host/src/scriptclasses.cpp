@@ -267,11 +267,13 @@ DzShaderBrick* reshapedBrick(QObject* target, const QMetaMethod& method)
 {
     if (!dzUndoStack || !dzUndoStack->canPushItems())
         return nullptr;
-    if (auto* brick = qobject_cast<DzShaderBrick*>(target))
-        return method.methodIndex() >= DzShaderBrick::staticMetaObject.methodCount()
-                && !isQuestion(method.name())
-            ? brick
-            : nullptr;
+    if (auto* brick = qobject_cast<DzShaderBrick*>(target)) {
+        const bool isOfPlugin
+            = method.methodIndex() >= DzShaderBrick::staticMetaObject.methodCount();
+        const bool reshapes
+            = isOfPlugin ? !isQuestion(method.name()) : method.name() == "changeParamIndex";
+        return reshapes ? brick : nullptr;
+    }
     const auto* property = qobject_cast<DzProperty*>(target);
     if (!property || property->getBrickParam() || !setsValue(method.name()))
         return nullptr;

@@ -152,7 +152,7 @@ TEST_F(Recipe, applyBySurfaceStoresTheNetworkOnThatSurface)
     const QString network = QStringLiteral("examples/plain-matte.sskn");
     const QStringList arguments { path(QStringLiteral("box.obj")),
         path(QStringLiteral("applied.duf")), network };
-    EXPECT_TEXT(QStringLiteral("Box: Blue\n"),
+    EXPECT_TEXT(QStringLiteral("box: Blue\n"),
         runRecipe(
             QStringLiteral("apply-by-surface"), arguments + QStringList(QStringLiteral("Blue"))));
     // What a renderer's exporter reads from the one surface is the text with placeholders.

@@ -107,6 +107,28 @@ TEST_F(RunCommand, windowsAreRefused)
         << m_error.toStdString();
 }
 
+TEST_F(RunCommand, aScriptThatTakesAllMemoryEndsWithOneLine)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer has its own idea of memory";
+#endif
+    for (const char* code :
+        { "var a = []; while (true) a.push(a.slice(0), new Array(1000).join('text'));",
+            "var a = []; while (true) a.push(new VireoMatMatteBrick());",
+            "new Array(4294967295).join('text');" }) {
+        QProcess process;
+        process.start(QStringLiteral("/bin/sh"),
+            { QStringLiteral("-c"), QStringLiteral("ulimit -v 1900000; exec \"$@\""),
+                QStringLiteral("sh"), QStringLiteral(VIREO_PROGRAM), QStringLiteral("run"),
+                script(code) });
+        ASSERT_TRUE(process.waitForFinished(120000)) << code;
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << code;
+        EXPECT_EQ(process.exitCode(), 1) << code;
+        EXPECT_TEXT(QStringLiteral("vireo: the script needs more memory than there is\n"),
+            QString::fromUtf8(process.readAllStandardError()));
+    }
+}
+
 TEST_F(RunCommand, applyingToNothingIsAWarning)
 {
     EXPECT_EQ(run({ script("new VireoBrickUser().applyToScene(); print('after');") }), 0)
