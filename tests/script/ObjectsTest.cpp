@@ -273,6 +273,103 @@ TEST(ScriptOwnership, onlyItsOwnObjectsAreAScriptsToDelete)
         "brick.deleteLater();");
 }
 
+TEST(ScriptBrickUser, allEntriesAreThere)
+{
+    EXPECT_PRINTS("42 4\n",
+        "var user = new VireoBrickUser();"
+        "var methods = ['setDiffuseColor', 'setBaseOpacity', 'setColorMap', 'setOpacityMap',"
+        "    'getDiffuseColor', 'getBaseOpacity', 'isColorMappable', 'isOpacityMappable',"
+        "    'getColorMap', 'getOpacityMap', 'getMaterialName', 'needsTangentSpaceParams',"
+        "    'shouldAlwaysEmbed', 'getExtension', 'setAttributes', 'getAttributes',"
+        "    'getBrickUserName', 'setBrickUserName', 'getNumBrickSets', 'getBrickSet', 'addBrick',"
+        "    'getBrick', 'getBrickIDs', 'getBrickIDs', 'deleteBrick', 'deleteBrick',"
+        "    'deleteAllBricks', 'invalidateSets', 'moveBrick', 'getIdentifier', 'setIdentifier',"
+        "    'updateIdentifierOnSetInvalidate', 'isInEditMode', 'startEditMode', 'endEditMode',"
+        "    'applyToScene', 'fromScene', 'applyElementPropsToSettings', 'usesLocalShaderSpace',"
+        "    'removeSet', 'brickIDChanged', 'resolvePropertyOwnership'];"
+        "var signals = ['brickRemoved', 'brickAdded', 'generateFilesStarted',"
+        "    'generateFilesFinished'];"
+        "print(methods.filter(function (name) {"
+        "    return typeof VireoBrickUser.prototype[name] === 'function'; }).length,"
+        "    signals.filter(function (name) { return user[name].connect; }).length);");
+}
+
+TEST(ScriptBrickUser, itsOwnValuesAreFixed)
+{
+    EXPECT_PRINTS("#000000 1 false false null null Vireo - LuxRender false true sskn\n"
+                  "1007 1016\n",
+        "var user = new VireoBrickUser(); user.setDiffuseColor('red'); user.setBaseOpacity(0.5);"
+        "user.setColorMap(null); user.setOpacityMap(App.getImageMgr().getImage('a.png'));"
+        "print(user.getDiffuseColor(), user.getBaseOpacity(), user.isColorMappable(),"
+        "    user.isOpacityMappable(), user.getColorMap(), user.getOpacityMap(),"
+        "    user.getMaterialName(), user.needsTangentSpaceParams(), user.shouldAlwaysEmbed(),"
+        "    user.getExtension());"
+        "print(VireoBrickUser.VireoExtMaterial, VireoBrickUser.VireoExtFresnel);");
+}
+
+TEST(ScriptBrickUser, bricksComeGoAndMove)
+{
+    EXPECT_PRINTS("1 2 0 1,2\n7,1,2\ntrue 1\ntrue 0 1 true\ntrue false null\n0\n",
+        "var user = new VireoBrickUser(), other = new VireoBrickUser();"
+        "var a = new VireoMatMatteBrick(), b = new VireoTexClrMixBrick();"
+        "print(user.addBrick(a), user.addBrick(b), user.addBrick(a), user.getBrickIDs());"
+        "var ids = [7]; user.getBrickIDs(ids); print(ids);"
+        "print(user.deleteBrick(1), user.getBrickIDs().length);"
+        "print(user.moveBrick(2, other), user.getBrickIDs().length, other.getBrickIDs().length,"
+        "    b.getBrickUser() === other);"
+        "print(other.deleteBrick(b), other.deleteBrick(99), other.getBrick(1));"
+        "user.addBrick(new VireoMatMatteBrick()); user.deleteAllBricks();"
+        "print(user.getBrickIDs().length);");
+}
+
+TEST(ScriptBrickUser, setsAndIdentifier)
+{
+    EXPECT_PRINTS("1 true true 1\nnull 0\n{11111111-2222-3333-4444-555555555555}\n",
+        "UndoStack.lock(); var user = new VireoBrickUser(), root = new VireoRootBrick();"
+        "user.addBrick(root); var set = user.getBrickSet(0);"
+        "print(user.getNumBrickSets(), set.getRoot() === root, set.getBrickUserOwner() === user,"
+        "    set.getShaderType());"
+        "user.deleteBrick(root); print(set.getRoot(), set.getShaderType());"
+        "user.setIdentifier('{11111111-2222-3333-4444-555555555555}');"
+        "print(user.getIdentifier());");
+    EXPECT_FAILS(
+        "test.dsa:1: TypeError: VireoBrickUser.setIdentifier: argument 1 is \"x\"; a QUuid "
+        "is wanted",
+        "new VireoBrickUser().setIdentifier('x')");
+}
+
+TEST(ScriptBrickUser, theNetworkIsASettingsTree)
+{
+    EXPECT_PRINTS("2 true\n",
+        "var user = new VireoBrickUser(), copy = new VireoBrickUser(), tree = new DzSettings();"
+        "var root = new VireoRootBrick(), matte = new VireoMatMatteBrick();"
+        "user.addBrick(root); user.addBrick(matte);"
+        "root.findParameterByName('material').addConnection(matte.findParameterByName('result'));"
+        "user.getAttributes(tree); copy.setAttributes(tree);"
+        "print(copy.getBrickIDs().length, copy.getBrick(1).getSceneCode(true).exportText"
+        "    === root.getSceneCode(true).exportText);");
+}
+
+TEST_F(ScriptScene, aNetworkIsAppliedAndComesBack)
+{
+    EXPECT_PRINTS("true 1 Apply Mine\n1 2 true\nnull\n",
+        "var node = new DzNode('n'), object = new DzObject('o'), shape = new DzShape('s');"
+        "var skin = new DzDefaultMaterial('skin'); shape.addMaterial(skin); object.addShape(shape);"
+        "node.setObject(object); Scene.addNode(node); skin.select(true);"
+        "var user = new VireoBrickUser(); user.setBrickUserName('Mine');"
+        "var root = new VireoRootBrick(), matte = new VireoMatMatteBrick();"
+        "user.addBrick(root); user.addBrick(matte);"
+        "root.findParameterByName('material').addConnection(matte.findParameterByName('result'));"
+        "UndoStack.clearAll(); user.applyToScene();"
+        "print(skin.findProperty('LuxRender_Lm_002_Kd') !== null, UndoStack.getNumUndoItems(),"
+        "    UndoStack.getUndoCaption());"
+        "var back = user.fromScene();"
+        "print(back.length, back[0].getBrickIDs().length,"
+        "    back[0].getBrick(1).getSceneCode(true).exportText"
+        "        === root.getSceneCode(true).exportText);"
+        "UndoStack.undo(); print(skin.findProperty('LuxRender_Lm_002_Kd'));");
+}
+
 TEST(ScriptUndo, eachChangeIsOneStep)
 {
     EXPECT_PRINTS("1 Change Color Band\n3 true 0\n2\n3\n",
