@@ -15,7 +15,7 @@ public:
     explicit DzBase(const QString& name = QString());
     ~DzBase() override;
 
-    Q_INVOKABLE QString getName() const { return m_name; }
+    Q_INVOKABLE const QString& getName() const { return m_name; }
     Q_INVOKABLE virtual void setName(const QString& name);
 
     /// Name of the object's own class.
