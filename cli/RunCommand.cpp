@@ -59,7 +59,6 @@ void runScript(const RunOptions& options)
     std::signal(SIGINT, endAtOnce);
     const OpenUndoStack open;
     const bool isDone = script.execute(arguments);
-    std::signal(SIGINT, SIG_DFL);
     if (isDone)
         return;
     // The place stands first, where editors look for it.

@@ -6,10 +6,20 @@
 #include "Command.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <exception>
 #include <new>
 #include <sys/resource.h>
 #include <unistd.h>
+
+// The sanitizers reserve address space without end, and have a handler of their own.
+#ifdef __SANITIZE_ADDRESS__
+
+void limitScriptMemory()
+{
+}
+
+#else
 
 namespace {
 
@@ -30,7 +40,7 @@ extern "C" void handleBadAccess(int signal, siginfo_t* info, void*)
 {
     if (reinterpret_cast<quintptr>(info->si_addr) == engineFailureAddress)
         endOutOfMemory();
-    // Anything else is what it always was.
+    // Anything else ends the program as it always does, when the access is tried again.
     std::signal(signal, SIG_DFL);
 }
 
@@ -50,8 +60,6 @@ void handleTermination()
 
 void limitScriptMemory()
 {
-    // The sanitizers reserve address space without end, and have a handler of their own.
-#ifndef __SANITIZE_ADDRESS__
     rlimit limit;
     const rlim_t installed
         = static_cast<rlim_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
@@ -64,5 +72,6 @@ void limitScriptMemory()
     action.sa_flags = SA_SIGINFO;
     sigaction(SIGSEGV, &action, nullptr);
     std::set_terminate(handleTermination);
-#endif
 }
+
+#endif
