@@ -95,17 +95,17 @@ public:
     VireoExtComplexIn* addComplexInput(
         bool custom, int linkKind, const QString& name, const QString& label);
     /// Makes the input that stands for a link type, as a user adds it; null for other numbers.
-    DzBrickParam* addCustomInput(
+    Q_INVOKABLE DzBrickParam* addCustomInput(
         int linkType, const QString& name, const QString& label, int direction);
 
     // Inputs that users added, in order of adding.
     QList<DzBrickParam*> getCustomParams() const;
-    int getNumCustomParams() const;
-    DzBrickParam* getCustomParam(int index) const;
+    Q_INVOKABLE int getNumCustomParams() const;
+    Q_INVOKABLE DzBrickParam* getCustomParam(int index) const;
     /// Index of the first of them among all parameters, -1 when there is none.
     int findFirstCustomParamIndex() const;
     /// Removes an input that a user added; any other parameter is left alone.
-    void removeCustomParam(DzBrickParam* param);
+    Q_INVOKABLE void removeCustomParam(DzBrickParam* param);
 
 protected:
     /// Writes one parameter, if it is one that writes.
