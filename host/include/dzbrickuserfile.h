@@ -5,6 +5,7 @@
 #include "dzsettings.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -33,6 +34,9 @@ public:
     /// old or the new file as a whole. On failure false, with the reason in getError().
     bool save(const QString& path, const IDzBrickUser* user);
     QByteArray saveText(const IDzBrickUser* user) const;
+    /// A file of only the bricks with the given numbers and the links among them. What the file
+    /// that was read holds beyond its network is left out.
+    QByteArray saveText(const IDzBrickUser* user, const QList<uint>& ids) const;
 
     QString getError() const { return m_error; }
     QStringList getWarnings() const { return m_warnings; }

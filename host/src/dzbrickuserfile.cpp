@@ -4,6 +4,7 @@
 #include "dzbrickuserfile.h"
 
 #include "dzapp.h"
+#include "dzdefaultbrickuser.h"
 #include "dzelement.h"
 #include "dzfilewriter.h"
 #include "idzbrickuser.h"
@@ -130,6 +131,17 @@ QByteArray DzBrickUserFile::saveText(const IDzBrickUser* user) const
     root.setFloatValue(versionKey(), formatVersion);
     user->getBrickUserElement()->getAttributes(&root);
     DzKeptMembers::end(&root);
+    return settingsToJson(root);
+}
+
+QByteArray DzBrickUserFile::saveText(const IDzBrickUser* user, const QList<uint>& ids) const
+{
+    DzSettings root;
+    root.setStringValue(formatKey(), user->getExtension());
+    root.setFloatValue(versionKey(), formatVersion);
+    DzSettings* setup = root.setSettingsValue(setupKey());
+    if (auto* network = dynamic_cast<const DzDefaultBrickUser*>(user))
+        network->getAttributesHelper(setup, ids, nullptr);
     return settingsToJson(root);
 }
 
