@@ -8,6 +8,8 @@
 #include "NetworkEdit.h"
 #include "NetworkWatcher.h"
 #include "dzelement.h"
+#include "dzproperty.h"
+#include "dzshaderbrick.h"
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 

@@ -8,6 +8,7 @@
 #include "idzbrickuser.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QDrag>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -50,18 +51,18 @@ protected:
     {
         if (items.isEmpty() || BrickyardPanel::classNameOf(items.first()).isEmpty())
             return nullptr;
-        auto* data = new QMimeData;
-        data->setData(
+        auto* carried = new QMimeData;
+        carried->setData(
             BrickCatalogue::mimeType(), BrickyardPanel::classNameOf(items.first()).toUtf8());
-        return data;
+        return carried;
     }
     void startDrag(Qt::DropActions) override
     {
-        QMimeData* data = mimeData(selectedItems());
-        if (!data)
+        QMimeData* carried = mimeData(selectedItems());
+        if (!carried)
             return;
         auto* drag = new QDrag(this);
-        drag->setMimeData(data);
+        drag->setMimeData(carried);
         drag->setPixmap(dragPicture(currentItem()->text(0), this));
         drag->setHotSpot(QPoint(20, 13));
         drag->exec(Qt::CopyAction);

@@ -6,6 +6,7 @@
 
 class QLabel;
 class QLineEdit;
+class QMimeData;
 class QToolButton;
 
 /// The name of a file or an image: typed, chosen in a dialog or dropped, with a small picture of

@@ -5,6 +5,7 @@
 
 #include "LineIcon.h"
 #include "MixerDocument.h"
+#include "dzproperty.h"
 #include "dzshaderbrick.h"
 
 #include <QHeaderView>

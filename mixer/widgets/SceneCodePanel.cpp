@@ -9,6 +9,7 @@
 #include "PlaceholderModel.h"
 #include "SceneCodeHighlighter.h"
 #include "dzfilewriter.h"
+#include "dzproperty.h"
 #include "dzshaderbrick.h"
 
 #include <QAction>
