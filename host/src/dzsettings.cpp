@@ -66,8 +66,10 @@ void DzSettings::copyEntries(const DzSettings& other)
 int DzSettings::getSettingIndex(const QString& key) const
 {
     if (m_entries.size() <= longestSearchedList) {
+        // Most differ in length already, which needs no call.
         for (int i = 0; i < m_entries.size(); ++i) {
-            if (m_entries.at(i).key == key)
+            const QString& other = m_entries.at(i).key;
+            if (other.size() == key.size() && other == key)
                 return i;
         }
         return -1;
@@ -212,12 +214,12 @@ QByteArray DzSettings::getOpaqueValue(const QString& key) const
 
 QString DzSettings::getKey(int index) const
 {
-    return m_entries.value(index).key;
+    return index >= 0 && index < m_entries.size() ? m_entries.at(index).key : QString();
 }
 
 DzSettings::ValueType DzSettings::getValueType(int index) const
 {
-    return m_entries.value(index).type;
+    return index >= 0 && index < m_entries.size() ? m_entries.at(index).type : StringValue;
 }
 
 QString DzSettings::getValue(int index) const
@@ -268,10 +270,11 @@ void DzSettings::removeValues(const std::function<bool(int index)>& isUnwanted)
 
 void DzSettings::clear()
 {
-    const QVector<Entry> entries = m_entries;
-    m_entries.clear();
+    // Taken out first: what is deleted may ask this tree.
+    QVector<Entry> entries;
+    entries.swap(m_entries);
     m_index.clear();
-    for (const Entry& entry : entries) {
+    for (const Entry& entry : qAsConst(entries)) {
         if (entry.type == SettingsValue)
             delete entry.nested;
     }
