@@ -15,6 +15,7 @@
 #include "dzelement.h"
 #include "idzbrickuser.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>

@@ -62,6 +62,7 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     : QWidget(parent)
     , m_placeholders(new QCheckBox(tr("&Placeholders")))
     , m_text(new QPlainTextEdit)
+    , m_highlighter(new SceneCodeHighlighter(m_text->document()))
     , m_note(new QLabel)
     , m_table(new QTableView)
     , m_model(new PlaceholderModel(this))
@@ -90,7 +91,6 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     m_text->setAccessibleName(tr("Text for the renderer"));
     m_text->viewport()->installEventFilter(this);
     m_text->installEventFilter(this);
-    new SceneCodeHighlighter(m_text->document());
 
     m_table->setModel(m_model);
     m_table->verticalHeader()->hide();
@@ -182,6 +182,16 @@ void SceneCodePanel::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     if (m_stale)
         scheduleUpdate();
+}
+
+void SceneCodePanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // The colours are those of the look.
+    if (event->type() == QEvent::PaletteChange) {
+        m_highlighter->rehighlight();
+        showLight();
+    }
 }
 
 void SceneCodePanel::updateNow()

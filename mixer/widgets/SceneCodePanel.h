@@ -10,6 +10,7 @@
 
 class MixerDocument;
 class PlaceholderModel;
+class SceneCodeHighlighter;
 class QCheckBox;
 class QLabel;
 class QPlainTextEdit;
@@ -44,6 +45,7 @@ signals:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void scheduleUpdate();
@@ -57,6 +59,7 @@ private:
     QTimer m_update;
     QCheckBox* m_placeholders;
     QPlainTextEdit* m_text;
+    SceneCodeHighlighter* m_highlighter;
     QLabel* m_note;
     QTableView* m_table;
     PlaceholderModel* m_model;
