@@ -46,7 +46,6 @@ public:
         for (DzShaderBrick* brick : bricks) {
             checkReach(brick);
             checkClass(brick);
-            checkText(brick, brick->getBrickTitle(), message("title"));
             for (int i = 0; i < brick->getNumParameters(); ++i)
                 checkParameter(brick, brick->getParameter(i));
             forEachProperty(brick, [&](DzProperty* property) { checkProperty(brick, property); });

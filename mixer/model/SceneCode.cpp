@@ -9,6 +9,7 @@
 #include "idzbrickuser.h"
 
 #include <QCoreApplication>
+#include <QSet>
 #include <QVariantMap>
 
 #include <algorithm>
@@ -42,6 +43,38 @@ QVector<ScenePlaceholder> placeholdersIn(const QVariantMap& answer)
             objectIn<DzShaderBrick>(map, "brick"), objectIn<DzProperty>(map, "property") });
     }
     return placeholders;
+}
+
+/// The placeholders, and after those of each brick its values that are locked and therefore
+/// written as they are.
+QVector<ScenePlaceholder> withLockedValues(
+    const QVector<ScenePlaceholder>& placeholders, const QVector<SceneStatement>& statements)
+{
+    QHash<const DzShaderBrick*, int> lastOf;
+    QSet<const DzProperty*> known;
+    for (int i = 0; i < placeholders.size(); ++i) {
+        lastOf.insert(placeholders.at(i).brick, i);
+        known.insert(placeholders.at(i).property);
+    }
+    QSet<const DzShaderBrick*> done;
+    QVector<ScenePlaceholder> result;
+    const auto addLocked = [&](DzShaderBrick* brick) {
+        if (!brick || done.contains(brick))
+            return;
+        done.insert(brick);
+        forEachProperty(brick, [&](DzProperty* property) {
+            if (property->isLocked() && !known.contains(property))
+                result.append(ScenePlaceholder { QString(), brick, property });
+        });
+    };
+    for (int i = 0; i < placeholders.size(); ++i) {
+        result.append(placeholders.at(i));
+        if (lastOf.value(placeholders.at(i).brick) == i)
+            addLocked(placeholders.at(i).brick);
+    }
+    for (const SceneStatement& statement : statements)
+        addLocked(statement.brick);
+    return result;
 }
 
 QVector<SceneStatement> statementsIn(const QVariantMap& answer)
@@ -81,7 +114,9 @@ SceneCode sceneCodeOf(const IDzBrickUser* user, bool literalValues)
         Q_RETURN_ARG(QVariantMap, answer), Q_ARG(bool, literalValues));
     SceneCode code;
     code.text = answer.value(QStringLiteral("exportText")).toString();
-    code.placeholders = placeholdersIn(answer);
     code.statements = statementsIn(answer);
+    code.placeholders = placeholdersIn(answer);
+    if (!literalValues)
+        code.placeholders = withLockedValues(code.placeholders, code.statements);
     return code;
 }

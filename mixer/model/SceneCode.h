@@ -14,7 +14,7 @@ class IDzBrickUser;
 
 /// A placeholder of the text and what stands behind it.
 struct ScenePlaceholder {
-    QString name;
+    QString name; ///< empty for a locked value, which has none as long as it is locked
     QPointer<DzShaderBrick> brick;
     QPointer<DzProperty> property;
 };

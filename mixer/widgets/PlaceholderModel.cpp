@@ -61,7 +61,7 @@ QVariant PlaceholderModel::data(const QModelIndex& index, int role) const
         return QVariant();
     switch (index.column()) {
     case NameColumn:
-        return placeholder.name;
+        return placeholder.name.isEmpty() ? tr("(written as value)") : placeholder.name;
     case BrickColumn:
         return QStringLiteral("%1 (%2)").arg(
             placeholder.brick->getBrickTitle(), QString::number(placeholder.brick->getBrickID()));
