@@ -317,7 +317,7 @@ void VireoBrickBase::purgeCustomParams() const
 }
 
 /// The listed inputs that are on the brick: undo may hold one that was taken off.
-QList<DzBrickParam*> VireoBrickBase::presentCustomParams() const
+QList<DzBrickParam*> VireoBrickBase::getCustomParams() const
 {
     purgeCustomParams();
     QList<DzBrickParam*> present;
@@ -329,17 +329,17 @@ QList<DzBrickParam*> VireoBrickBase::presentCustomParams() const
 
 int VireoBrickBase::getNumCustomParams() const
 {
-    return presentCustomParams().size();
+    return getCustomParams().size();
 }
 
 DzBrickParam* VireoBrickBase::getCustomParam(int index) const
 {
-    return presentCustomParams().value(index);
+    return getCustomParams().value(index);
 }
 
 int VireoBrickBase::findFirstCustomParamIndex() const
 {
-    const QList<DzBrickParam*> params = presentCustomParams();
+    const QList<DzBrickParam*> params = getCustomParams();
     int first = -1;
     for (int i = 0; i < params.size(); ++i) {
         const int index = findParameterIndex(params.at(i));
@@ -384,7 +384,7 @@ QString VireoBrickBase::nextEntryKey(int* position) const
 void VireoBrickBase::writeCustomParams(DzSettings* settings) const
 {
     int position = 0;
-    const QList<DzBrickParam*> params = presentCustomParams();
+    const QList<DzBrickParam*> params = getCustomParams();
     for (int i = 0; i < params.size(); ++i) {
         const DzBrickParam* param = params.at(i);
         DzSettings* entry = settings->setSettingsValue(nextEntryKey(&position));

@@ -98,7 +98,8 @@ public:
     DzBrickParam* addCustomInput(
         int linkType, const QString& name, const QString& label, int direction);
 
-    // Inputs that users added.
+    // Inputs that users added, in order of adding.
+    QList<DzBrickParam*> getCustomParams() const;
     int getNumCustomParams() const;
     DzBrickParam* getCustomParam(int index) const;
     /// Index of the first of them among all parameters, -1 when there is none.
@@ -130,7 +131,6 @@ private:
         const QString& name, const QString& linkType);
     void addToBrick(bool custom, DzBrickParam* param, const QString& name, const QString& label);
     void purgeCustomParams() const;
-    QList<DzBrickParam*> presentCustomParams() const;
     void writeCustomParams(DzSettings* settings) const;
     QString nextEntryKey(int* position) const;
     void readCustomParams(const DzSettings& settings);

@@ -61,6 +61,7 @@ int run(int argc, char** argv)
     addExportCommand(program);
     addBricksCommand(program);
     addShowCommand(program);
+    addPluginsCommand(program);
     try {
         program.parse(argc, argv);
     } catch (const CLI::Success& success) {

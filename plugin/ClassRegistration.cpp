@@ -11,6 +11,8 @@
 #include "MaterialBricks.h"
 #include "MultiInputTextureBricks.h"
 #include "VireoBrickUser.h"
+#include "VireoExportCodeAction.h"
+#include "VireoImporLbm2Action.h"
 #include "VireoRootBrick.h"
 #include "VolumeBricks.h"
 #include "dzclassfactory.h"
@@ -35,6 +37,9 @@ void registerClasses(DzPlugin* plugin)
     // Scenes know the classes by these endings: their jumps and letter cases stay.
     addClass<VireoBrickUser>(plugin, "3571");
     addClass<VireoRootBrick>(plugin, "3572");
+    // Two bricks share the identifiers of these actions.
+    addClass<VireoImporLbm2Action>(plugin, "357A");
+    addClass<VireoExportCodeAction>(plugin, "357B");
     addClass<VireoMatCarpaintBrick>(plugin, "357A");
     addClass<VireoMatClothBrick>(plugin, "357B");
     addClass<VireoMatGlassBrick>(plugin, "357C");

@@ -20,3 +20,8 @@ public:
     /// Hands over the brick that the menu was opened on; not owned, and it may be of any family.
     virtual void setBrick(DzShaderBrick* brick) = 0;
 };
+
+/// Triggers an action that was handed `brick`. Whatever it changes in the brick's attributes,
+/// inputs and links is one undo step, named after the action; no step when it changes nothing. The
+/// brick and the action may go meanwhile.
+void dzTriggerBrickAction(DzBrickAction* action, DzShaderBrick* brick);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "dzversion.h"
+
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -22,7 +24,8 @@ public:
 
     /// Loads the module in file `path`: asks its "getSDKVersion", refuses one that is newer than
     /// this host, and registers what its "getPluginDefinition" lists. On refusal false, with the
-    /// reason in `error`.
+    /// reason in `error`. A module that throws, crashes or does not return while it is loaded is
+    /// found out in a child process and refused like any other.
     bool loadPlugin(const QString& path, QString* error);
     /// Folders that are searched for modules, in order: those that the environment variable
     /// `pathVariable` names, the program's own, and `installedFolder` under the "lib" folder beside
@@ -34,11 +37,14 @@ public:
 
     /// Registers a definition that lives in this program; it stays owned by its module. False when
     /// one of the same name is registered already.
-    bool registerPlugin(DzPlugin* plugin, const QString& filename = QString());
+    bool registerPlugin(DzPlugin* plugin, const QString& filename = QString(),
+        const DzVersion& sdkVersion = DZ_SDK_VERSION);
 
     int getNumPlugins() const { return m_plugins.size(); }
     DzPlugin* getPlugin(int index) const;
     QString getPluginFilename(int index) const;
+    /// The SDK version that the module was written against; invalid for an index out of range.
+    DzVersion getPluginSDKVersion(int index) const;
 
     const DzClassFactory* findClassFactory(const QString& className) const;
     /// The first registered factory with this identifier: identifiers need not be unique.
@@ -50,6 +56,7 @@ private:
     struct Loaded {
         DzPlugin* plugin;
         QString filename;
+        DzVersion sdkVersion;
     };
 
     QList<Loaded> m_plugins;

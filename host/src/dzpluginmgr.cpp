@@ -7,6 +7,7 @@
 #include "dzclassfactory.h"
 #include "dzplugin.h"
 #include "dzversion.h"
+#include "moduleprobe.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -47,8 +48,12 @@ bool DzPluginMgr::loadPlugin(const QString& path, QString* error)
         return refuse(tr("there is no such file"));
     // By its full path, or the system's folders would be searched for a bare name.
     QLibrary library(file.absoluteFilePath());
-    // Modules stay loaded: objects of their classes may outlive the manager.
-    library.setLoadHints(QLibrary::PreventUnloadHint);
+    // Modules stay loaded: objects of their classes may outlive the manager. A symbol that is
+    // nowhere is found now, or the call that needs it would end the program.
+    library.setLoadHints(QLibrary::PreventUnloadHint | QLibrary::ResolveAllSymbolsHint);
+    const QString failure = moduleLoadFailure(library.fileName());
+    if (!failure.isEmpty())
+        return refuse(failure);
     try {
         if (!library.load())
             return refuse(tr("it is no module (%1)").arg(library.errorString().simplified()));
@@ -67,7 +72,7 @@ bool DzPluginMgr::loadPlugin(const QString& path, QString* error)
         DzPlugin* plugin = getDefinition();
         if (!plugin)
             return refuse(tr("it gives no definition"));
-        if (!registerPlugin(plugin, path))
+        if (!registerPlugin(plugin, path, version))
             return refuse(tr("a module named \"%1\" is loaded already").arg(plugin->getName()));
     } catch (const std::exception& problem) {
         return refuse(tr("it throws: %1").arg(QString::fromUtf8(problem.what()).simplified()));
@@ -107,14 +112,15 @@ void DzPluginMgr::loadPlugins(const QStringList& folders)
     }
 }
 
-bool DzPluginMgr::registerPlugin(DzPlugin* plugin, const QString& filename)
+bool DzPluginMgr::registerPlugin(
+    DzPlugin* plugin, const QString& filename, const DzVersion& sdkVersion)
 {
     if (!plugin)
         return false;
     for (const Loaded& loaded : qAsConst(m_plugins))
         if (loaded.plugin->getName() == plugin->getName())
             return false;
-    m_plugins.append(Loaded { plugin, filename });
+    m_plugins.append(Loaded { plugin, filename, sdkVersion });
     for (int i = 0; i < plugin->getNumClassFactories(); ++i) {
         const DzClassFactory* factory = plugin->getClassFactory(i);
         m_factories.append(factory);
@@ -132,6 +138,11 @@ DzPlugin* DzPluginMgr::getPlugin(int index) const
 QString DzPluginMgr::getPluginFilename(int index) const
 {
     return index >= 0 && index < m_plugins.size() ? m_plugins.at(index).filename : QString();
+}
+
+DzVersion DzPluginMgr::getPluginSDKVersion(int index) const
+{
+    return index >= 0 && index < m_plugins.size() ? m_plugins.at(index).sdkVersion : DzVersion();
 }
 
 const DzClassFactory* DzPluginMgr::findClassFactory(const QString& className) const

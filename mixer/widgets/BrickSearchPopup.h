@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "BrickCatalogue.h"
+
+#include <QFrame>
+#include <QPointer>
+
+class DzBrickParam;
+class IDzBrickUser;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+
+/// A small window at the cursor in which a brick is found by typing. It closes itself, and
+/// deletes itself after that.
+class BrickSearchPopup : public QFrame
+{
+    Q_OBJECT
+
+public:
+    /// Offers what `user` takes and, with a `pin`, only what can be linked with it.
+    BrickSearchPopup(const IDzBrickUser* user, DzBrickParam* pin, QWidget* parent);
+
+    /// Opens as near to the place as the screen allows.
+    void popupAt(const QPoint& globalPlace);
+
+signals:
+    /// The user chose a kind of brick.
+    void chosen(const QString& className);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void search(const QString& text);
+    void choose();
+    void moveInList(int steps);
+
+    const IDzBrickUser* m_user;
+    QPointer<DzBrickParam> m_pin;
+    bool m_hasPin;
+    QLineEdit* m_edit;
+    QListWidget* m_list;
+    QLabel* m_none;
+};

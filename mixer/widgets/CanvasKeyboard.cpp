@@ -1,0 +1,238 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "CanvasKeyboard.h"
+
+#include "BrickItem.h"
+#include "BrickSelection.h"
+#include "NetworkScene.h"
+#include "NetworkView.h"
+#include "dzbrickparam.h"
+#include "dzshaderbrick.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QStringList>
+
+using BrickAppearance::Row;
+
+CanvasKeyboard::CanvasKeyboard(NetworkView* view)
+    : m_view(view)
+{
+}
+
+DzShaderBrick* CanvasKeyboard::getBrick() const
+{
+    return m_view->getScene()->getSelection()->getCurrent();
+}
+
+BrickItem* CanvasKeyboard::item() const
+{
+    m_view->getScene()->flush();
+    return m_view->getScene()->getItem(getBrick());
+}
+
+DzBrickParam* CanvasKeyboard::getPin() const
+{
+    const BrickItem* current = item();
+    if (!current || current->getBrick() != m_brick || m_row < 0
+        || m_row >= current->getRows().size())
+        return nullptr;
+    const Row& row = current->getRows().at(m_row);
+    return row.kind == Row::Setting ? nullptr : row.param;
+}
+
+bool CanvasKeyboard::keyPress(QKeyEvent* event)
+{
+    if (event->modifiers() & ~Qt::KeypadModifier)
+        return false;
+    switch (event->key()) {
+    case Qt::Key_Up:
+        step(-1);
+        return true;
+    case Qt::Key_Down:
+        step(1);
+        return true;
+    case Qt::Key_Left:
+        goSideways(true);
+        return true;
+    case Qt::Key_Right:
+        goSideways(false);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        pressReturn();
+        return true;
+    case Qt::Key_Backspace:
+        unlink();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool CanvasKeyboard::cancel()
+{
+    if (!m_linkFrom)
+        return false;
+    m_linkFrom = nullptr;
+    m_view->getScene()->endProbe();
+    return true;
+}
+
+void CanvasKeyboard::leaveRow()
+{
+    cancel();
+    m_row = -1;
+    m_brick = nullptr;
+    m_view->getScene()->setFocusRow(nullptr, -1);
+}
+
+void CanvasKeyboard::go(DzShaderBrick* brick, int row)
+{
+    m_brick = brick;
+    m_row = row;
+    m_view->getScene()->getSelection()->set({ brick });
+    m_view->getScene()->setFocusRow(brick, row);
+    m_view->showBrick(brick);
+    announce();
+}
+
+void CanvasKeyboard::step(int rows)
+{
+    const BrickItem* current = item();
+    if (!current) {
+        goToFirst();
+        return;
+    }
+    const int from = current->getBrick() == m_brick ? m_row : -1;
+    const int to = from + rows;
+    if (to >= current->getRows().size())
+        goToNeighbour(0, 1);
+    else if (to < -1)
+        goToNeighbour(0, -1);
+    else
+        go(current->getBrick(), to);
+}
+
+void CanvasKeyboard::goSideways(bool isLeft)
+{
+    const DzBrickParam* pin = getPin();
+    if (!item()) {
+        goToFirst();
+    } else if (pin && pin->isOutput() != isLeft && pin->getNumConnections() > 0) {
+        DzBrickParam* peer = pin->getConnection(0);
+        DzShaderBrick* brick = peer->getTopBrickOwner();
+        if (const BrickItem* next = m_view->getScene()->getItem(brick))
+            go(brick, next->rowOf(peer));
+    } else {
+        goToNeighbour(isLeft ? -1 : 1, 0);
+    }
+}
+
+/// Goes to the nearest brick in a direction; what lies across counts double.
+void CanvasKeyboard::goToNeighbour(qreal x, qreal y)
+{
+    const BrickItem* current = item();
+    const auto middle = [](const BrickItem* of) {
+        return of->pos() + QPointF(of->getSize().width() / 2, of->getSize().height() / 2);
+    };
+    const BrickItem* best = nullptr;
+    qreal bestCost = 0;
+    for (const BrickItem* other : m_view->getScene()->getItems()) {
+        const QPointF way = middle(other) - middle(current);
+        const qreal along = way.x() * x + way.y() * y;
+        const qreal across = qAbs(way.x() * y) + qAbs(way.y() * x);
+        if (other == current || along <= 0)
+            continue;
+        const qreal cost = along + 2 * across;
+        if (!best || cost < bestCost) {
+            best = other;
+            bestCost = cost;
+        }
+    }
+    if (best)
+        go(best->getBrick(), -1);
+}
+
+void CanvasKeyboard::goToFirst()
+{
+    const QVector<BrickItem*>& items = m_view->getScene()->getItems();
+    const QPointF centre = m_view->getVisibleBox().center();
+    const BrickItem* best = nullptr;
+    const auto distance = [&](const BrickItem* of) {
+        return (of->pos() - centre).manhattanLength();
+    };
+    for (const BrickItem* candidate : items)
+        if (!best || distance(candidate) < distance(best))
+            best = candidate;
+    if (best)
+        go(best->getBrick(), -1);
+}
+
+void CanvasKeyboard::pressReturn()
+{
+    DzBrickParam* pin = getPin();
+    if (!pin) {
+        if (DzShaderBrick* brick = getBrick())
+            emit m_view->brickActivated(brick);
+        return;
+    }
+    if (!m_linkFrom) {
+        m_linkFrom = pin;
+        m_view->getScene()->beginProbe(pin);
+        emit m_view->statusMessage(
+            NetworkView::tr("A wire from %1: go to another pin and press Return, or Escape")
+                .arg(pin->getLabel()));
+        return;
+    }
+    DzBrickParam* from = m_linkFrom;
+    if (from == pin) {
+        cancel();
+        return;
+    }
+    const QString refusal = NetworkEdit::refusalReason(from, pin);
+    if (!refusal.isEmpty()) {
+        emit m_view->statusMessage(refusal);
+        return;
+    }
+    cancel();
+    m_view->getEdit()->connect(from, pin);
+    announce();
+}
+
+void CanvasKeyboard::unlink()
+{
+    DzBrickParam* pin = getPin();
+    if (!pin || pin->getNumConnections() == 0)
+        return;
+    m_view->getEdit()->disconnectAll(pin);
+    announce();
+}
+
+/// Says where the keyboard is, in the status line and to screen readers.
+void CanvasKeyboard::announce()
+{
+    const BrickItem* current = item();
+    if (!current)
+        return;
+    QStringList parts { BrickAppearance::titleText(current->getBrick()) };
+    if (m_row >= 0 && m_row < current->getRows().size()) {
+        const Row& row = current->getRows().at(m_row);
+        parts.append(BrickAppearance::rowLabel(row));
+        if (row.kind != Row::Setting)
+            parts.append(row.param->getTypeString());
+        const QString value = BrickAppearance::rowValue(row);
+        if (!value.isEmpty())
+            parts.append(value);
+        if (row.param && row.param->getNumConnections() > 0)
+            parts.append(NetworkView::tr("linked to %1")
+                             .arg(BrickAppearance::titleText(
+                                 row.param->getConnection(0)->getTopBrickOwner())));
+    }
+    const QString text = parts.join(QStringLiteral(", "));
+    emit m_view->statusMessage(text);
+    m_view->setAccessibleDescription(text);
+    QAccessibleEvent event(m_view, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&event);
+}

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QPointer>
+
+class BrickItem;
+class DzBrickParam;
+class DzShaderBrick;
+class NetworkView;
+class QKeyEvent;
+
+/// Use of the canvas without a mouse. Up and Down walk the rows of the current brick and on to
+/// the next brick, Left and Right follow the wire of a row or go to the brick on that side.
+/// Return on a pin starts a wire, Return on another one ends it; Backspace takes a pin's wires
+/// away.
+class CanvasKeyboard
+{
+public:
+    explicit CanvasKeyboard(NetworkView* view);
+
+    /// True when the key was one of those.
+    bool keyPress(QKeyEvent* event);
+    /// Stops linking; true when there was something to stop.
+    bool cancel();
+    /// The mouse took over: no row is current.
+    void leaveRow();
+    /// The pin that is current; null when a title or nothing is.
+    DzBrickParam* getPin() const;
+    /// The brick that is current; null for none.
+    DzShaderBrick* getBrick() const;
+
+private:
+    BrickItem* item() const;
+    void go(DzShaderBrick* brick, int row);
+    void step(int rows);
+    void goSideways(bool isLeft);
+    void goToNeighbour(qreal x, qreal y);
+    void goToFirst();
+    void pressReturn();
+    void unlink();
+    void announce();
+
+    NetworkView* m_view;
+    int m_row = -1;
+    QPointer<DzShaderBrick> m_brick;
+    QPointer<DzBrickParam> m_linkFrom;
+};

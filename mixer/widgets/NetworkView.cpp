@@ -1,0 +1,1010 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "NetworkView.h"
+
+#include "BrickCatalogue.h"
+#include "BrickItem.h"
+#include "BrickMenu.h"
+#include "BrickSearchPopup.h"
+#include "BrickSelection.h"
+#include "CanvasGestures.h"
+#include "InlineEditor.h"
+#include "MiniMap.h"
+#include "NetworkScene.h"
+#include "dzbrickparam.h"
+#include "dzshaderbrick.h"
+#include "idzbrickuser.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFontMetricsF>
+#include <QMenu>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QtMath>
+
+namespace {
+
+const qreal gridStep = 20;
+const int gridSteps = 5; ///< a stronger line at each of these
+const qreal smallestGrid = 7; ///< pixels between lines
+const qreal zoomLimits[] = { 0.02, 4 };
+const qreal zoomPerNotch = 1.2;
+const qreal zoomMargin = 40;
+const qreal reachPixels = 8;
+const int miniMapMargin = 8;
+const QPointF duplicateOffset(40, 40);
+/// No canvas is wider; the view scrolls in it as if there were no end.
+const qreal sceneReach = 4 * BrickAppearance::farthestPlace;
+
+} // namespace
+
+NetworkView::NetworkView(NetworkEdit* edit, BrickSelection* selection, QWidget* parent)
+    : QGraphicsView(parent)
+    , m_edit(edit)
+    , m_selection(selection)
+    , m_scene(new NetworkScene(edit, selection, this))
+    , m_miniMap(nullptr)
+    , m_keyboard(this)
+{
+    setScene(m_scene);
+    setObjectName(QStringLiteral("networkView"));
+    setAccessibleName(tr("Network canvas"));
+    setFrameShape(QFrame::NoFrame);
+    setSceneRect(-sceneReach, -sceneReach, 2 * sceneReach, 2 * sceneReach);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTransformationAnchor(NoAnchor);
+    setResizeAnchor(NoAnchor);
+    setViewportUpdateMode(SmartViewportUpdate);
+    setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
+    setMouseTracking(true);
+    viewport()->setMouseTracking(true);
+    setAcceptDrops(true);
+    setFocusPolicy(Qt::StrongFocus);
+    m_miniMap = new MiniMap(this);
+    makeActions();
+    updateStyle();
+    connect(selection, &BrickSelection::selectionChanged, this, &NetworkView::updateActions);
+    connect(m_scene, &NetworkScene::layoutChanged, this, &NetworkView::updateActions);
+    updateActions();
+    zoomToAll();
+}
+
+NetworkView::~NetworkView()
+{
+    m_gesture.reset();
+}
+
+// Commands.
+
+void NetworkView::addCommand(Command command, const QString& text, const QKeySequence& shortcut,
+    void (NetworkView::*run)())
+{
+    auto* action = new QAction(text, this);
+    action->setShortcut(shortcut);
+    // Keys without Ctrl belong to the canvas alone.
+    action->setShortcutContext(Qt::WidgetShortcut);
+    connect(action, &QAction::triggered, this, run);
+    addAction(action);
+    m_actions[command] = action;
+}
+
+void NetworkView::addAlignment(
+    Command command, const QString& text, NetworkEdit::Alignment alignment)
+{
+    auto* action = new QAction(text, this);
+    connect(action, &QAction::triggered, this,
+        [this, alignment] { m_edit->align(m_selection->getBricks(), alignment); });
+    addAction(action);
+    m_actions[command] = action;
+}
+
+void NetworkView::makeActions()
+{
+    m_actions.resize(CommandCount);
+    addCommand(AddBrickCommand, tr("&Add Brick…"), QKeySequence(Qt::CTRL | Qt::Key_Space),
+        &NetworkView::addFromSearch);
+    addCommand(CutCommand, tr("Cu&t"), QKeySequence::Cut, &NetworkView::cutBricks);
+    addCommand(CopyCommand, tr("&Copy"), QKeySequence::Copy, &NetworkView::copyBricks);
+    addCommand(PasteCommand, tr("&Paste"), QKeySequence::Paste, &NetworkView::pasteBricks);
+    addCommand(DuplicateCommand, tr("D&uplicate"), QKeySequence(Qt::CTRL | Qt::Key_D),
+        &NetworkView::duplicateBricks);
+    addCommand(DeleteCommand, tr("&Delete"), QKeySequence(Qt::Key_Delete),
+        &NetworkView::deleteBricks);
+    addCommand(DeleteReconnectCommand, tr("Delete and &Reconnect"),
+        QKeySequence(Qt::CTRL | Qt::Key_Delete), &NetworkView::deleteAndReconnect);
+    addCommand(SelectAllCommand, tr("Select &All"), QKeySequence::SelectAll,
+        &NetworkView::selectAll);
+    addCommand(SelectUpstreamCommand, tr("Select &Upstream"),
+        QKeySequence(Qt::SHIFT | Qt::Key_Left), &NetworkView::selectUpstream);
+    addCommand(SelectDownstreamCommand, tr("Select &Downstream"),
+        QKeySequence(Qt::SHIFT | Qt::Key_Right), &NetworkView::selectDownstream);
+    addCommand(RenameCommand, tr("Change &Title…"), QKeySequence(Qt::Key_F2), &NetworkView::rename);
+    addCommand(HideParamsCommand, tr("&Hide or Show Parameters"), QKeySequence(Qt::Key_H),
+        &NetworkView::toggleParams);
+    addCommand(FrameCommand, tr("&Frame Bricks…"), QKeySequence(Qt::CTRL | Qt::Key_G),
+        &NetworkView::frameSelection);
+    addCommand(UnframeCommand, tr("Take out of &Frame"),
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_G), &NetworkView::unframeSelection);
+    addCommand(ArrangeCommand, tr("Auto-A&rrange"), QKeySequence(Qt::CTRL | Qt::Key_L),
+        &NetworkView::arrange);
+    addAlignment(AlignLeftCommand, tr("Align &Left"), NetworkEdit::AlignLeft);
+    addAlignment(AlignRightCommand, tr("Align &Right"), NetworkEdit::AlignRight);
+    addAlignment(AlignTopCommand, tr("Align &Top"), NetworkEdit::AlignTop);
+    addAlignment(AlignBottomCommand, tr("Align &Bottom"), NetworkEdit::AlignBottom);
+    addAlignment(AlignHorizontalCentresCommand, tr("Align &Centres in a Column"),
+        NetworkEdit::AlignHorizontalCentres);
+    addAlignment(AlignVerticalCentresCommand, tr("Align Centres in a &Row"),
+        NetworkEdit::AlignVerticalCentres);
+    addAlignment(DistributeHorizontallyCommand, tr("Distribute &Horizontally"),
+        NetworkEdit::DistributeHorizontally);
+    addAlignment(DistributeVerticallyCommand, tr("Distribute &Vertically"),
+        NetworkEdit::DistributeVertically);
+    addCommand(ZoomToSelectionCommand, tr("Zoom to &Selection"), QKeySequence(Qt::Key_F),
+        &NetworkView::zoomToSelection);
+    addCommand(ZoomToAllCommand, tr("Zoom to &All"), QKeySequence(Qt::Key_A),
+        &NetworkView::zoomToAll);
+    m_actions[ZoomToAllCommand]->setShortcuts(
+        { QKeySequence(Qt::Key_A), QKeySequence(Qt::Key_Home) });
+    addCommand(ZoomInCommand, tr("Zoom &In"), QKeySequence::ZoomIn, &NetworkView::zoomIn);
+    addCommand(ZoomOutCommand, tr("Zoom &Out"), QKeySequence::ZoomOut, &NetworkView::zoomOut);
+    addCommand(ZoomToOneCommand, tr("&Original Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
+        &NetworkView::zoomToOne);
+    addCommand(SnapToGridCommand, tr("Snap to &Grid"), QKeySequence(), &NetworkView::refresh);
+    m_actions[SnapToGridCommand]->setCheckable(true);
+    addCommand(ShowMiniMapCommand, tr("Mini-&Map"), QKeySequence(Qt::Key_M),
+        &NetworkView::toggleMiniMap);
+    m_actions[ShowMiniMapCommand]->setCheckable(true);
+    m_actions[ShowMiniMapCommand]->setChecked(true);
+}
+
+void NetworkView::updateActions()
+{
+    const int selected = m_selection->size();
+    for (int i = 0; i < CommandCount; ++i) {
+        bool isEnabled = true;
+        if (i == AddBrickCommand || i == PasteCommand)
+            isEnabled = m_edit->getUser();
+        else if (i == SelectAllCommand || i == ArrangeCommand || i == ZoomToAllCommand)
+            isEnabled = !m_scene->getItems().isEmpty();
+        else if (i >= AlignLeftCommand && i <= DistributeVerticallyCommand)
+            isEnabled = selected >= 2;
+        else if (i < ZoomToSelectionCommand)
+            isEnabled = selected >= 1;
+        m_actions.at(i)->setEnabled(isEnabled);
+    }
+}
+
+void NetworkView::addFromSearch()
+{
+    openSearch(placeForNew(), m_keyboard.getPin());
+}
+
+void NetworkView::cutBricks()
+{
+    copyBricks();
+    deleteBricks();
+}
+
+void NetworkView::copyBricks()
+{
+    const QString text = m_edit->copy(m_selection->getBricks());
+    if (!text.isEmpty())
+        QGuiApplication::clipboard()->setText(text);
+}
+
+void NetworkView::pasteBricks()
+{
+    QString error;
+    const QVector<DzShaderBrick*> pasted
+        = m_edit->paste(QGuiApplication::clipboard()->text(), placeForNew(), &error);
+    if (!pasted.isEmpty())
+        m_selection->set(pasted);
+    if (!error.isEmpty())
+        emit statusMessage(error);
+}
+
+void NetworkView::duplicateBricks()
+{
+    QString error;
+    const QVector<DzShaderBrick*> copies
+        = m_edit->duplicate(m_selection->getBricks(), duplicateOffset, &error);
+    if (!copies.isEmpty())
+        m_selection->set(copies);
+    if (!error.isEmpty())
+        emit statusMessage(error);
+}
+
+void NetworkView::remove(bool reconnect)
+{
+    const QVector<DzShaderBrick*> bricks = m_selection->getBricks();
+    m_selection->clear();
+    m_edit->deleteBricks(bricks, reconnect);
+}
+
+void NetworkView::deleteBricks()
+{
+    remove(false);
+}
+
+void NetworkView::deleteAndReconnect()
+{
+    remove(true);
+}
+
+void NetworkView::selectAll()
+{
+    m_selection->set(m_edit->getBricks());
+}
+
+void NetworkView::selectUpstream()
+{
+    m_selection->set(NetworkEdit::withUpstream(m_selection->getBricks()));
+}
+
+void NetworkView::selectDownstream()
+{
+    m_selection->set(NetworkEdit::withDownstream(m_selection->getBricks()));
+}
+
+void NetworkView::rename()
+{
+    if (DzShaderBrick* brick = m_selection->getCurrent())
+        editTitle(brick);
+}
+
+void NetworkView::toggleParams()
+{
+    if (const DzShaderBrick* brick = m_selection->getCurrent())
+        m_edit->setHidesParams(m_selection->getBricks(), !BrickAppearance::hidesParams(brick));
+}
+
+void NetworkView::frameSelection()
+{
+    const int frame = m_edit->frameBricks(m_selection->getBricks(), tr("Frame"));
+    if (frame != 0)
+        editFrameTitle(frame);
+}
+
+void NetworkView::unframeSelection()
+{
+    m_edit->removeFromFrames(m_selection->getBricks());
+}
+
+/// Several selected bricks are arranged alone.
+void NetworkView::arrange()
+{
+    const bool isPart = m_selection->size() > 1;
+    m_edit->arrange(isPart ? m_selection->getBricks() : QVector<DzShaderBrick*>());
+    if (!isPart)
+        zoomToAll();
+}
+
+void NetworkView::rebuild()
+{
+    cancelGesture();
+    m_keyboard.leaveRow();
+    m_scene->rebuild();
+    updateActions();
+    zoomToAll();
+}
+
+void NetworkView::refresh()
+{
+    viewport()->update();
+}
+
+void NetworkView::toggleMiniMap()
+{
+    m_miniMap->setVisible(m_actions.at(ShowMiniMapCommand)->isChecked());
+}
+
+/// Ctrl and an arrow move the selection by one step of the grid.
+void NetworkView::nudge(int key)
+{
+    QPointF step;
+    if (key == Qt::Key_Left || key == Qt::Key_Right)
+        step.setX(key == Qt::Key_Left ? -gridStep : gridStep);
+    else
+        step.setY(key == Qt::Key_Up ? -gridStep : gridStep);
+    QVector<NetworkEdit::Move> moves;
+    for (DzShaderBrick* brick : m_selection->getBricks())
+        moves.append(NetworkEdit::Move { brick, BrickAppearance::position(brick) + step });
+    m_edit->moveBricks(moves);
+}
+
+// Searching and editing in place.
+
+QPointF NetworkView::placeForNew() const
+{
+    if (m_isMouseInside)
+        return mapToScene(m_mouse);
+    return getVisibleBox().center();
+}
+
+void NetworkView::openSearch(const QPointF& place, DzBrickParam* pin)
+{
+    delete m_search;
+    m_search = new BrickSearchPopup(m_edit->getUser(), pin, this);
+    const QPointer<DzBrickParam> guarded(pin);
+    const bool hasPin = pin;
+    connect(m_search, &BrickSearchPopup::chosen, this, [=](const QString& className) {
+        QString error;
+        if (hasPin && !guarded)
+            return;
+        DzShaderBrick* brick = hasPin ? m_edit->addBrickLinked(className, place, guarded, &error)
+                                      : m_edit->addBrick(className, place, &error);
+        if (brick)
+            m_selection->set({ brick });
+        else
+            emit statusMessage(error);
+    });
+    m_search->popupAt(viewport()->mapToGlobal(mapFromScene(place)));
+}
+
+QRect NetworkView::editorPlace(const QRectF& box) const
+{
+    QRect place = mapFromScene(box).boundingRect();
+    place.setWidth(qMax(place.width(), 120));
+    return place;
+}
+
+void NetworkView::startEditor(const QString& text, const QRectF& box,
+    const std::function<void(const QString&)>& commit)
+{
+    delete m_editor;
+    m_editor = new InlineEditor(text, editorPlace(box), viewport());
+    connect(m_editor, &InlineEditor::committed, this, commit);
+}
+
+void NetworkView::editTitle(DzShaderBrick* brick)
+{
+    const BrickItem* item = m_scene->getItem(brick);
+    if (!item)
+        return;
+    const QPointer<DzShaderBrick> guarded(brick);
+    const QRectF box(item->pos(), QSizeF(item->getSize().width(), BrickAppearance::titleHeight));
+    startEditor(brick->getBrickTitle(), box, [this, guarded](const QString& text) {
+        if (guarded)
+            m_edit->setTitle(guarded, text);
+    });
+}
+
+void NetworkView::editFrameTitle(int frame)
+{
+    const QVector<BrickFrame> frames = m_edit->getFrames();
+    for (const BrickFrame& known : frames)
+        if (known.number == frame)
+            startEditor(known.title, m_scene->frameTitleBox(frame),
+                [this, frame](const QString& text) { m_edit->setFrameTitle(frame, text); });
+}
+
+void NetworkView::setBadge(DzShaderBrick* brick, const QString& text)
+{
+    m_scene->setBadge(brick, text);
+}
+
+void NetworkView::clearBadges()
+{
+    m_scene->clearBadges();
+}
+
+// Zoom and places.
+
+void NetworkView::zoomAt(const QPointF& place, qreal factor)
+{
+    const qreal wanted = qBound(zoomLimits[0], getZoom() * factor, zoomLimits[1]);
+    const QPointF before = mapFromScene(place);
+    setTransform(QTransform::fromScale(wanted, wanted));
+    const QPointF after = mapFromScene(place);
+    const QPoint off = (after - before).toPoint();
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + off.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + off.y());
+    m_miniMap->update();
+    emit zoomChanged(wanted);
+}
+
+void NetworkView::zoomTo(const QRectF& box)
+{
+    const QRectF wide = box.adjusted(-zoomMargin, -zoomMargin, zoomMargin, zoomMargin);
+    const QSizeF room = viewport()->size();
+    const qreal fit = qMin(room.width() / wide.width(), room.height() / wide.height());
+    // Nobody wants to see a single brick fill the screen.
+    const qreal zoom = qBound(zoomLimits[0], fit, qreal(1));
+    setTransform(QTransform::fromScale(zoom, zoom));
+    goTo(box.center());
+    emit zoomChanged(zoom);
+}
+
+void NetworkView::zoomToSelection()
+{
+    if (!m_selection->isEmpty())
+        zoomTo(m_scene->boxOf(m_selection->getBricks()));
+}
+
+void NetworkView::zoomToAll()
+{
+    zoomTo(m_scene->boxOfAll());
+}
+
+void NetworkView::zoomIn()
+{
+    zoomAt(getVisibleBox().center(), zoomPerNotch);
+}
+
+void NetworkView::zoomOut()
+{
+    zoomAt(getVisibleBox().center(), 1 / zoomPerNotch);
+}
+
+void NetworkView::zoomToOne()
+{
+    zoomAt(getVisibleBox().center(), 1 / getZoom());
+}
+
+void NetworkView::goTo(const QPointF& place)
+{
+    centerOn(place);
+    m_miniMap->update();
+}
+
+void NetworkView::showBrick(const DzShaderBrick* brick)
+{
+    m_scene->flush();
+    if (const BrickItem* item = m_scene->getItem(brick))
+        ensureVisible(QRectF(item->pos(), item->getSize()), int(zoomMargin), int(zoomMargin));
+}
+
+QRectF NetworkView::getVisibleBox() const
+{
+    return mapToScene(viewport()->rect()).boundingRect();
+}
+
+bool NetworkView::isSnappingToGrid() const
+{
+    return m_actions.at(SnapToGridCommand)->isChecked();
+}
+
+QPointF NetworkView::snapped(const QPointF& place) const
+{
+    return QPointF(qRound(place.x() / gridStep) * gridStep, qRound(place.y() / gridStep) * gridStep);
+}
+
+qreal NetworkView::getReach() const
+{
+    return reachPixels / getZoom();
+}
+
+// Gestures.
+
+void NetworkView::mousePressEvent(QMouseEvent* event)
+{
+    m_mouse = event->pos();
+    m_isMouseInside = true;
+    if (m_gesture) {
+        // Another button takes the gesture back.
+        cancelGesture();
+        return;
+    }
+    m_keyboard.leaveRow();
+    const bool isPan = event->button() == Qt::MiddleButton
+        || (event->button() == Qt::LeftButton && m_isSpaceDown);
+    if (isPan) {
+        m_isPanning = true;
+        m_panStart = event->pos();
+        viewport()->setCursor(Qt::ClosedHandCursor);
+    } else if (event->button() == Qt::RightButton && (event->modifiers() & Qt::ControlModifier)) {
+        m_gesture.reset(new CutGesture(this, mapToScene(event->pos())));
+    } else if (event->button() == Qt::RightButton) {
+        m_isMenuDue = true;
+    } else if (event->button() == Qt::LeftButton) {
+        beginGesture(event);
+    }
+}
+
+void NetworkView::beginGesture(QMouseEvent* event)
+{
+    const QPointF place = mapToScene(event->pos());
+    const CanvasHit hit = m_scene->hit(place, getReach());
+    switch (hit.kind) {
+    case CanvasHit::Pin:
+        beginWire(hit.param, place);
+        break;
+    case CanvasHit::Grip:
+        m_gesture.reset(new WidthGesture(this, hit.item->getBrick()));
+        break;
+    case CanvasHit::Row:
+    case CanvasHit::Title:
+        beginMove(place, hit.item->getBrick(), event->modifiers());
+        break;
+    case CanvasHit::FrameTitle:
+        selectFrame(hit.frame);
+        m_gesture.reset(new MoveGesture(this, place, nullptr));
+        break;
+    case CanvasHit::Wire:
+    case CanvasHit::Nothing:
+        m_gesture.reset(new BoxGesture(this, place, event->modifiers()));
+        break;
+    }
+}
+
+void NetworkView::beginWire(DzBrickParam* pin, const QPointF& place)
+{
+    BrickLink picked;
+    DzBrickParam* from = pin;
+    if (pin->isInput() && pin->getNumConnections() > 0) {
+        picked.input = pin;
+        picked.output = pin->getConnection(pin->getNumConnections() - 1);
+        from = picked.output;
+    }
+    m_gesture.reset(new WireGesture(this, from, picked, place));
+}
+
+void NetworkView::beginMove(
+    const QPointF& place, DzShaderBrick* brick, Qt::KeyboardModifiers modifiers)
+{
+    if (modifiers & Qt::ShiftModifier) {
+        m_selection->toggle(brick);
+        if (!m_selection->contains(brick))
+            return;
+    } else if (!m_selection->contains(brick)) {
+        m_selection->set({ brick });
+    }
+    m_gesture.reset(
+        new MoveGesture(this, place, modifiers & Qt::ShiftModifier ? nullptr : brick));
+}
+
+void NetworkView::selectFrame(int frame)
+{
+    const QVector<BrickFrame> frames = m_edit->getFrames();
+    for (const BrickFrame& known : frames)
+        if (known.number == frame)
+            m_selection->set(known.bricks);
+}
+
+void NetworkView::mouseMoveEvent(QMouseEvent* event)
+{
+    m_mouse = event->pos();
+    m_isMouseInside = true;
+    if (m_isPanning) {
+        const QPoint way = event->pos() - m_panStart;
+        m_panStart = event->pos();
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way.x());
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - way.y());
+    } else if (m_gesture) {
+        m_gesture->move(mapToScene(event->pos()), event->modifiers());
+    } else {
+        updateCursor(mapToScene(event->pos()));
+    }
+}
+
+void NetworkView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (m_isPanning) {
+        m_isPanning = false;
+        updateCursor(mapToScene(event->pos()));
+        return;
+    }
+    const QPointF place = mapToScene(event->pos());
+    if (m_isMenuDue && event->button() == Qt::RightButton) {
+        m_isMenuDue = false;
+        openMenu(place);
+        return;
+    }
+    if (!m_gesture)
+        return;
+    // Finishing may open windows or change the network: by then the gesture is over.
+    const std::unique_ptr<CanvasGesture> gesture = std::move(m_gesture);
+    gesture->finish(place, event->modifiers());
+    endGesture();
+}
+
+void NetworkView::endGesture()
+{
+    m_gesture.reset();
+    viewport()->update();
+}
+
+bool NetworkView::cancelGesture()
+{
+    if (!m_gesture)
+        return false;
+    m_gesture->cancel();
+    endGesture();
+    return true;
+}
+
+void NetworkView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    const QPointF place = mapToScene(event->pos());
+    const CanvasHit hit = m_scene->hit(place, getReach());
+    if (hit.kind == CanvasHit::Pin)
+        mousePressEvent(event);
+    else if (hit.item)
+        emit brickActivated(hit.item->getBrick());
+    else if (hit.kind == CanvasHit::FrameTitle)
+        editFrameTitle(hit.frame);
+    else if (hit.kind == CanvasHit::Nothing)
+        openSearch(place);
+}
+
+void NetworkView::wheelEvent(QWheelEvent* event)
+{
+    const QPoint turn = event->angleDelta();
+    if (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) {
+        QScrollBar* bar = event->modifiers() & Qt::ShiftModifier ? horizontalScrollBar()
+                                                                 : verticalScrollBar();
+        bar->setValue(bar->value() - (turn.y() ? turn.y() : turn.x()));
+    } else if (turn.y() != 0) {
+        zoomAt(mapToScene(event->position().toPoint()), qPow(zoomPerNotch, turn.y() / 120.0));
+    }
+    event->accept();
+}
+
+void NetworkView::updateCursor(const QPointF& place)
+{
+    if (m_isSpaceDown) {
+        viewport()->setCursor(Qt::OpenHandCursor);
+        return;
+    }
+    const CanvasHit hit = m_scene->hit(place, getReach());
+    if (hit.kind == CanvasHit::Pin)
+        viewport()->setCursor(Qt::CrossCursor);
+    else if (hit.kind == CanvasHit::Grip)
+        viewport()->setCursor(Qt::SizeHorCursor);
+    else
+        viewport()->setCursor(Qt::ArrowCursor);
+}
+
+// Keys.
+
+bool NetworkView::event(QEvent* event)
+{
+    // Tab finds a brick; Shift+Tab leaves the canvas.
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Tab && !(key->modifiers() & ~Qt::KeypadModifier)) {
+            addFromSearch();
+            return true;
+        }
+    }
+    return QGraphicsView::event(event);
+}
+
+void NetworkView::keyPressEvent(QKeyEvent* event)
+{
+    const bool isArrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
+    if (event->key() == Qt::Key_Escape) {
+        if (!cancelGesture() && !m_keyboard.cancel())
+            m_selection->clear();
+    } else if (event->key() == Qt::Key_Space && !event->modifiers()) {
+        if (!event->isAutoRepeat()) {
+            m_isSpaceDown = true;
+            viewport()->setCursor(Qt::OpenHandCursor);
+        }
+    } else if (isArrow && event->modifiers() == Qt::ControlModifier) {
+        nudge(event->key());
+    } else if (m_gesture || !m_keyboard.keyPress(event)) {
+        QAbstractScrollArea::keyPressEvent(event);
+    }
+}
+
+void NetworkView::keyReleaseEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
+        m_isSpaceDown = false;
+        updateCursor(mapToScene(m_mouse));
+    } else {
+        QAbstractScrollArea::keyReleaseEvent(event);
+    }
+}
+
+void NetworkView::focusOutEvent(QFocusEvent* event)
+{
+    m_isSpaceDown = false;
+    m_isPanning = false;
+    QGraphicsView::focusOutEvent(event);
+}
+
+// Menus and tool tips.
+
+void NetworkView::contextMenuEvent(QContextMenuEvent* event)
+{
+    // The mouse's menu comes when the button is released, for it may be the start of a cut.
+    if (event->reason() == QContextMenuEvent::Mouse)
+        return;
+    const BrickItem* item = m_scene->getItem(m_selection->getCurrent());
+    openMenu(item ? item->pos() + QPointF(12, BrickAppearance::titleHeight / 2) : placeForNew());
+}
+
+void NetworkView::openMenu(const QPointF& place)
+{
+    const CanvasHit hit = m_scene->hit(place, getReach());
+    QMenu* menu = nullptr;
+    if (hit.item) {
+        DzShaderBrick* brick = hit.item->getBrick();
+        if (!m_selection->contains(brick))
+            m_selection->set({ brick });
+        menu = new BrickMenu(brick, this);
+        fillBrickMenu(menu, brick);
+    } else {
+        menu = new QMenu(this);
+        if (hit.kind == CanvasHit::Wire)
+            fillWireMenu(menu, hit.link);
+        else if (hit.kind == CanvasHit::FrameTitle)
+            fillFrameMenu(menu, hit.frame);
+        fillVoidMenu(menu, place);
+    }
+    openMenuWith(menu, place);
+}
+
+void NetworkView::openMenuWith(QMenu* menu, const QPointF& place)
+{
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(viewport()->mapToGlobal(mapFromScene(place)));
+}
+
+void NetworkView::addCommands(QMenu* menu, const QVector<Command>& commands)
+{
+    for (const Command command : commands)
+        menu->addAction(getAction(command));
+}
+
+void NetworkView::fillBrickMenu(QMenu* menu, DzShaderBrick*)
+{
+    menu->addSeparator();
+    addCommands(menu, { RenameCommand, HideParamsCommand });
+    menu->addSeparator();
+    addCommands(menu, { CutCommand, CopyCommand, DuplicateCommand });
+    menu->addSeparator();
+    addCommands(menu, { SelectUpstreamCommand, SelectDownstreamCommand });
+    QMenu* alignments = menu->addMenu(tr("A&lign"));
+    alignments->setEnabled(m_selection->size() >= 2);
+    addCommands(alignments,
+        { AlignLeftCommand, AlignRightCommand, AlignTopCommand, AlignBottomCommand,
+            AlignHorizontalCentresCommand, AlignVerticalCentresCommand,
+            DistributeHorizontallyCommand, DistributeVerticallyCommand });
+    addCommands(menu, { FrameCommand, UnframeCommand });
+    menu->addSeparator();
+    addCommands(menu, { DeleteCommand, DeleteReconnectCommand });
+}
+
+void NetworkView::fillWireMenu(QMenu* menu, const BrickLink& link)
+{
+    const QPointer<DzBrickParam> output(link.output);
+    const QPointer<DzBrickParam> input(link.input);
+    menu->addAction(tr("&Cut This Wire"), this, [this, output, input] {
+        if (output && input)
+            m_edit->disconnect(output, input);
+    });
+    menu->addSeparator();
+}
+
+void NetworkView::fillFrameMenu(QMenu* menu, int frame)
+{
+    menu->addAction(tr("Change &Title…"), this, [this, frame] { editFrameTitle(frame); });
+    menu->addAction(tr("&Select Its Bricks"), this, [this, frame] { selectFrame(frame); });
+    menu->addAction(tr("&Remove the Frame"), this, [this, frame] {
+        const QVector<BrickFrame> frames = m_edit->getFrames();
+        for (const BrickFrame& known : frames)
+            if (known.number == frame)
+                m_edit->removeFromFrames(known.bricks);
+    });
+    menu->addSeparator();
+}
+
+void NetworkView::fillVoidMenu(QMenu* menu, const QPointF& place)
+{
+    QAction* add = menu->addAction(tr("&Add Brick…"), this, [this, place] { openSearch(place); });
+    add->setShortcut(getAction(AddBrickCommand)->shortcut());
+    addCommands(menu, { PasteCommand, SelectAllCommand });
+    menu->addSeparator();
+    addCommands(menu, { ArrangeCommand, ZoomToAllCommand, ZoomToSelectionCommand });
+    menu->addSeparator();
+    addCommands(menu, { SnapToGridCommand, ShowMiniMapCommand });
+}
+
+QString NetworkView::toolTipFor(const QPointF& place)
+{
+    const CanvasHit hit = m_scene->hit(place, getReach());
+    if (hit.kind == CanvasHit::Wire)
+        return tr("%1 feeds %2 of %3 (%4)")
+            .arg(BrickAppearance::titleText(hit.link.output->getTopBrickOwner()),
+                hit.link.input->getLabel(),
+                BrickAppearance::titleText(hit.link.input->getTopBrickOwner()),
+                hit.link.output->getTypeString());
+    if (!hit.item)
+        return QString();
+    if (!hit.item->getBadge().isEmpty()
+        && hit.item->badgeBox().contains(place - hit.item->pos()))
+        return hit.item->getBadge();
+    if (hit.row < 0) {
+        const QString description = hit.item->getBrick()->getDescription();
+        const QString title = BrickAppearance::titleText(hit.item->getBrick());
+        return description.isEmpty() ? title : title + QLatin1Char('\n') + description;
+    }
+    const BrickAppearance::Row& row = hit.item->getRows().at(hit.row);
+    const QString label = BrickAppearance::rowLabel(row);
+    const QString value = BrickAppearance::rowValue(row);
+    QString text = row.param && row.kind != BrickAppearance::Row::Setting
+        ? tr("%1: %2").arg(label, row.param->getTypeString())
+        : label;
+    if (!value.isEmpty())
+        text += QLatin1Char('\n') + value;
+    return text;
+}
+
+void NetworkView::showToolTip(const QPoint& place, const QPoint& globalPlace)
+{
+    const QString text = m_gesture ? QString() : toolTipFor(mapToScene(place));
+    // Texts come from files: they are never taken for rich text.
+    QToolTip::showText(
+        globalPlace, text.isEmpty() ? text : text.toHtmlEscaped().replace('\n', "<br>"), viewport());
+}
+
+bool NetworkView::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        auto* help = static_cast<QHelpEvent*>(event);
+        showToolTip(help->pos(), help->globalPos());
+        return true;
+    }
+    if (event->type() == QEvent::Leave)
+        m_isMouseInside = false;
+    return QGraphicsView::viewportEvent(event);
+}
+
+// Bricks that are dragged here.
+
+QString NetworkView::droppedClass(const QDropEvent* event) const
+{
+    const QMimeData* mime = event->mimeData();
+    if (!mime->hasFormat(BrickCatalogue::mimeType()))
+        return QString();
+    const QString className = QString::fromUtf8(mime->data(BrickCatalogue::mimeType()));
+    const BrickKind* kind = BrickCatalogue::instance()->find(className);
+    const IDzBrickUser* user = m_edit->getUser();
+    return kind && user && user->canUseBrick(kind->sample) ? className : QString();
+}
+
+void NetworkView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (droppedClass(event).isEmpty())
+        event->ignore();
+    else
+        event->acceptProposedAction();
+}
+
+void NetworkView::dragMoveEvent(QDragMoveEvent* event)
+{
+    const QString className = droppedClass(event);
+    if (className.isEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    const BrickKind* kind = BrickCatalogue::instance()->find(className);
+    BrickLink link = m_scene->hitWire(mapToScene(event->pos()), getReach());
+    if (!NetworkEdit::canInsertOnLink(kind->sample, link))
+        link = BrickLink();
+    m_scene->setMarkedWire(link);
+}
+
+void NetworkView::dragLeaveEvent(QDragLeaveEvent*)
+{
+    m_scene->setMarkedWire(BrickLink());
+}
+
+void NetworkView::dropEvent(QDropEvent* event)
+{
+    const QString className = droppedClass(event);
+    const BrickLink link = m_scene->getMarkedWire();
+    m_scene->setMarkedWire(BrickLink());
+    if (className.isEmpty()) {
+        event->ignore();
+        return;
+    }
+    const QPointF grip(BrickAppearance::defaultWidth / 2, BrickAppearance::titleHeight / 2);
+    const QPointF place((mapToScene(event->pos()) - grip).toPoint());
+    QString error;
+    DzShaderBrick* brick = link.isNull() ? m_edit->addBrick(className, place, &error)
+                                         : m_edit->addBrickOnLink(className, place, link, &error);
+    if (brick)
+        m_selection->set({ brick });
+    else
+        emit statusMessage(error);
+    event->acceptProposedAction();
+    setFocus();
+}
+
+// Painting.
+
+void NetworkView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        updateStyle();
+    QGraphicsView::changeEvent(event);
+}
+
+void NetworkView::updateStyle()
+{
+    m_scene->setStyle(CanvasStyle(palette()));
+    setBackgroundBrush(m_scene->getStyle().canvas);
+}
+
+void NetworkView::resizeEvent(QResizeEvent* event)
+{
+    QGraphicsView::resizeEvent(event);
+    placeMiniMap();
+}
+
+void NetworkView::placeMiniMap()
+{
+    m_miniMap->move(width() - m_miniMap->width() - miniMapMargin,
+        height() - m_miniMap->height() - miniMapMargin);
+}
+
+void NetworkView::scrollContentsBy(int dx, int dy)
+{
+    QGraphicsView::scrollContentsBy(dx, dy);
+    if (m_miniMap)
+        m_miniMap->update();
+    m_edit->setPlaceHint(getVisibleBox().center());
+}
+
+void NetworkView::drawBackground(QPainter* painter, const QRectF& rect)
+{
+    const CanvasStyle& style = m_scene->getStyle();
+    painter->fillRect(rect, style.canvas);
+    qreal step = gridStep;
+    while (step * getZoom() < smallestGrid)
+        step *= gridSteps;
+    QVector<QLineF> lines;
+    for (qreal x = qFloor(rect.left() / step) * step; x <= rect.right(); x += step)
+        lines.append(QLineF(x, rect.top(), x, rect.bottom()));
+    for (qreal y = qFloor(rect.top() / step) * step; y <= rect.bottom(); y += step)
+        lines.append(QLineF(rect.left(), y, rect.right(), y));
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setPen(QPen(style.grid, 0));
+    painter->drawLines(lines);
+}
+
+void NetworkView::drawForeground(QPainter* painter, const QRectF&)
+{
+    if (m_gesture)
+        m_gesture->paint(painter);
+}
+
+void NetworkView::paintHint(
+    QPainter* painter, const QPointF& place, const QString& text, bool isRefusal) const
+{
+    const CanvasStyle& style = m_scene->getStyle();
+    painter->save();
+    // In pixels, whatever the zoom: it is read, not looked at.
+    const QPointF anchor = painter->transform().map(place) + QPointF(16, 18);
+    painter->resetTransform();
+    painter->scale(painter->device()->devicePixelRatioF(), painter->device()->devicePixelRatioF());
+    painter->setFont(style.font);
+    const QFontMetricsF metrics(style.font);
+    QRectF box(anchor / painter->device()->devicePixelRatioF(),
+        QSizeF(metrics.horizontalAdvance(text) + 16, metrics.height() + 8));
+    // Inside the window.
+    const QRectF window = viewport()->rect();
+    box.moveRight(qMin(box.right(), window.right() - 4));
+    box.moveBottom(qMin(box.bottom(), window.bottom() - 4));
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    painter->setPen(QPen(isRefusal ? style.refusal : style.border, 1.2));
+    painter->setBrush(style.hint);
+    painter->drawRoundedRect(box, 4, 4);
+    painter->setPen(style.hintText);
+    painter->drawText(box, Qt::AlignCenter | Qt::TextSingleLine, text);
+    painter->restore();
+}

@@ -1,0 +1,10 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "ModuleParts.h"
+
+/// Lacks the other entry point.
+MODULE_EXPORT DzVersion getSDKVersion()
+{
+    return DZ_SDK_VERSION;
+}
