@@ -5,6 +5,7 @@
 
 #include "BrickCatalogue.h"
 #include "LineIcon.h"
+#include "LinkColors.h"
 #include "idzbrickuser.h"
 
 #include <QAction>
@@ -24,6 +25,23 @@
 namespace {
 
 enum { ClassNameRole = Qt::UserRole, RefusedRole };
+
+/// The colour of what the brick gives out, as on the canvas; roots have an empty ring.
+QIcon iconFor(const BrickKind& kind)
+{
+    const int size = 32;
+    QPixmap pixmap(size, size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor color
+        = kind.isRoot() ? QColor(Qt::gray) : linkColor(kind.outputs.first().typeText);
+    painter.setPen(QPen(color, 4));
+    if (!kind.isRoot())
+        painter.setBrush(color);
+    painter.drawEllipse(QRectF(9, 9, 14, 14));
+    return QIcon(pixmap);
+}
 
 /// What is dragged looks like a brick's title.
 QPixmap dragPicture(const QString& name, const QWidget* widget)
@@ -126,9 +144,14 @@ void BrickyardPanel::fill()
     if (m_filled)
         return;
     m_filled = true;
+    QHash<QString, QIcon> icons;
     for (const BrickKind& kind : BrickCatalogue::instance()->getKinds()) {
         auto* item = new QTreeWidgetItem(categoryItem(kind.category), { kind.name });
         item->setData(0, ClassNameRole, kind.className);
+        QIcon& icon = icons[kind.isRoot() ? QString() : kind.outputs.first().typeText];
+        if (icon.isNull())
+            icon = iconFor(kind);
+        item->setIcon(0, icon);
         item->setToolTip(0, kind.description.isEmpty() ? kind.category : kind.description);
         m_bricks.insert(kind.className, item);
     }

@@ -37,6 +37,17 @@ void CommandSet::adopt(const QString& name, QAction* action)
     m_groups.last().actions.append(action);
 }
 
+void CommandSet::setGroup(const QString& title, const QVector<QAction*>& actions)
+{
+    for (Group& group : m_groups) {
+        if (group.title != title)
+            continue;
+        group.actions = actions;
+        return;
+    }
+    m_groups.append(Group { title, actions });
+}
+
 QAction* CommandSet::get(const QString& name) const
 {
     QAction* action = m_actions.value(name);

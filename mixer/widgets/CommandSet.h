@@ -27,6 +27,9 @@ public:
         const QString& tip, const std::function<void()>& run);
     /// Adds a command that somebody else made.
     void adopt(const QString& name, QAction* action);
+    /// Shows commands that somebody else has under a heading of their own; replaces those that were
+    /// shown under it.
+    void setGroup(const QString& title, const QVector<QAction*>& actions);
     /// The command of this name; asking for one that is not there is a programming error.
     QAction* get(const QString& name) const;
 

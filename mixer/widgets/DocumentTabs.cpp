@@ -9,6 +9,7 @@
 
 #include <QFileInfo>
 #include <QPointer>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -147,6 +148,8 @@ void DocumentTabs::insert(int index, const DocumentPtr& document)
     showTitle(plain);
     emit opened(plain);
     setCurrentWidget(view);
+    // When the window has given the canvas its size.
+    QTimer::singleShot(0, view, &NetworkView::zoomToAll);
 }
 
 DocumentTabs::DocumentPtr DocumentTabs::take(MixerDocument* document)

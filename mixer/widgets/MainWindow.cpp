@@ -3,7 +3,7 @@
 
 #include "MainWindow.h"
 
-#include "BrickCatalogue.h"
+#include "BrickAppearance.h"
 #include "BrickSelection.h"
 #include "BrickyardPanel.h"
 #include "CommandSet.h"
@@ -41,6 +41,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QSet>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -75,6 +76,8 @@ QStringList localFiles(const QMimeData* data)
 const int panelWidth = 300;
 const int codeWidth = 380;
 const QSize firstSize(1480, 920);
+/// How far apart new bricks are put that would lie on each other.
+const int newBrickStep = 24;
 
 } // namespace
 
@@ -113,6 +116,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     m_firstLayout = saveState();
 
     connect(m_tabs, &DocumentTabs::opened, this, &MainWindow::documentOpened);
+    connect(m_tabs, &DocumentTabs::closed, this, &MainWindow::documentClosed);
     connect(m_tabs, &DocumentTabs::currentDocumentChanged, this, &MainWindow::currentChanged);
     connect(m_documents.get(), &DocumentController::message, this, &MainWindow::showMessage);
     connect(m_scene.get(), &SceneController::message, this, &MainWindow::showMessage);
@@ -242,10 +246,10 @@ void MainWindow::addBrickCommands()
         return getDocument() ? getDocument()->getSelection()->getBricks()
                              : QVector<DzShaderBrick*>();
     };
-    m_commands->add(QStringLiteral("lockAll"), tr("&Lock All Values"), { tr("Ctrl+L") },
+    m_commands->add(QStringLiteral("lockAll"), tr("&Lock All Values"), { tr("Ctrl+K") },
         tr("Lock every value of the selected bricks"),
         [selected] { lockAllValues(selected(), true); });
-    m_commands->add(QStringLiteral("unlockAll"), tr("&Unlock All Values"), { tr("Ctrl+Shift+L") },
+    m_commands->add(QStringLiteral("unlockAll"), tr("&Unlock All Values"), { tr("Ctrl+Shift+K") },
         tr("Unlock every value of the selected bricks"),
         [selected] { lockAllValues(selected(), false); });
     m_commands->add(QStringLiteral("resetAll"), tr("&Reset All Values"), {},
@@ -347,7 +351,7 @@ void MainWindow::addHelpCommands()
     });
 }
 
-void MainWindow::addMenu(const QString& title, const QStringList& names)
+QMenu* MainWindow::addMenu(const QString& title, const QStringList& names)
 {
     QMenu* menu = menuBar()->addMenu(title);
     menu->setToolTipsVisible(true);
@@ -361,6 +365,7 @@ void MainWindow::addMenu(const QString& title, const QStringList& names)
         else
             menu->addAction(m_commands->get(name));
     }
+    return menu;
 }
 
 void MainWindow::makeMenus()
@@ -372,23 +377,81 @@ void MainWindow::makeMenus()
             QStringLiteral("openScene"), QStringLiteral("saveScene"),
             QStringLiteral("saveSceneAs"), QString(), QStringLiteral("nextTab"),
             QStringLiteral("previousTab"), QString(), QStringLiteral("quit") });
-    addMenu(tr("&Edit"), { QStringLiteral("undo"), QStringLiteral("redo") });
-    addMenu(tr("&Brick"),
-        { QStringLiteral("editValues"), QString(), QStringLiteral("lockAll"),
-            QStringLiteral("unlockAll"), QStringLiteral("resetAll") });
+    QMenu* edit = addMenu(tr("&Edit"), { QStringLiteral("undo"), QStringLiteral("redo") });
+    QMenu* brick = addMenu(tr("&Brick"),
+        { QStringLiteral("editValues"), QStringLiteral("lockAll"), QStringLiteral("unlockAll"),
+            QStringLiteral("resetAll") });
     addMenu(tr("&Scene"),
         { QStringLiteral("apply"), QStringLiteral("fromScene"), QString(),
             QStringLiteral("showApplyList") });
-    QStringList view;
+    QStringList names;
     for (const QDockWidget* dock : qAsConst(m_docks))
-        view.append(QStringLiteral("dock") + dock->objectName());
-    view << QString() << QStringLiteral("resetLayout") << QStringLiteral("fullScreen") << QString()
-         << QStringLiteral("theme-system") << QStringLiteral("theme-light")
-         << QStringLiteral("theme-dark");
-    addMenu(tr("&View"), view);
+        names.append(QStringLiteral("dock") + dock->objectName());
+    names << QString() << QStringLiteral("resetLayout") << QStringLiteral("fullScreen")
+          << QString() << QStringLiteral("theme-system") << QStringLiteral("theme-light")
+          << QStringLiteral("theme-dark");
+    QMenu* view = addMenu(tr("&View"), names);
+    QAction* firstPanel = m_commands->get(QStringLiteral("dock") + m_docks.first()->objectName());
+    m_canvasSections = {
+        { edit, nullptr,
+            { -1, NetworkView::CutCommand, NetworkView::CopyCommand, NetworkView::PasteCommand,
+                NetworkView::DuplicateCommand, NetworkView::DeleteCommand,
+                NetworkView::DeleteReconnectCommand, -1, NetworkView::SelectAllCommand,
+                NetworkView::SelectUpstreamCommand, NetworkView::SelectDownstreamCommand },
+            {} },
+        { brick, m_commands->get(QStringLiteral("editValues")),
+            { NetworkView::AddBrickCommand, -1, NetworkView::RenameCommand,
+                NetworkView::HideParamsCommand, NetworkView::FrameCommand,
+                NetworkView::UnframeCommand, -1 },
+            {} },
+        { brick, nullptr, { -1, NetworkView::ArrangeCommand }, {} },
+        { brick->addMenu(tr("Ali&gn")), nullptr,
+            { NetworkView::AlignLeftCommand, NetworkView::AlignRightCommand,
+                NetworkView::AlignTopCommand, NetworkView::AlignBottomCommand,
+                NetworkView::AlignHorizontalCentresCommand,
+                NetworkView::AlignVerticalCentresCommand, -1,
+                NetworkView::DistributeHorizontallyCommand,
+                NetworkView::DistributeVerticallyCommand },
+            {} },
+        { view, firstPanel,
+            { NetworkView::ZoomToAllCommand, NetworkView::ZoomToSelectionCommand,
+                NetworkView::ZoomInCommand, NetworkView::ZoomOutCommand,
+                NetworkView::ZoomToOneCommand, -1, NetworkView::ShowMiniMapCommand,
+                NetworkView::SnapToGridCommand, -1 },
+            {} },
+    };
     addMenu(tr("&Help"), { QStringLiteral("shortcuts"), QStringLiteral("about") });
     connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
     connect(m_exampleMenu, &QMenu::aboutToShow, this, [this] { fillExampleMenu(m_exampleMenu); });
+}
+
+/// Each canvas has its own commands, which hold while the keyboard is on it: the menus show those
+/// of the current one.
+void MainWindow::showCanvasCommands()
+{
+    const NetworkView* view = getView();
+    QVector<QAction*> listed;
+    for (CanvasSection& section : m_canvasSections) {
+        for (QAction* action : qAsConst(section.shown)) {
+            section.menu->removeAction(action);
+            if (action->isSeparator())
+                delete action;
+        }
+        section.shown.clear();
+        for (const int command : qAsConst(section.commands)) {
+            if (!view)
+                break;
+            if (command < 0) {
+                section.shown.append(section.menu->insertSeparator(section.before));
+                continue;
+            }
+            QAction* action = view->getAction(NetworkView::Command(command));
+            section.menu->insertAction(section.before, action);
+            section.shown.append(action);
+            listed.append(action);
+        }
+    }
+    m_commands->setGroup(tr("Canvas"), listed);
 }
 
 void MainWindow::fillRecentMenu()
@@ -526,8 +589,21 @@ void MainWindow::documentOpened(MixerDocument* document)
 {
     NetworkView* view = m_tabs->getView(document);
     connect(view, &NetworkView::statusMessage, this, &MainWindow::showMessage);
+    connect(view, &NetworkView::brickActivated, m_properties, &PropertiesPanel::focusFirst);
     connect(document->getSelection(), &BrickSelection::selectionChanged, this,
         &MainWindow::updateCommands);
+    QAction* miniMap = view->getAction(NetworkView::ShowMiniMapCommand);
+    if (miniMap->isChecked() != m_settings->isMiniMapShown())
+        miniMap->trigger();
+    connect(miniMap, &QAction::toggled, this,
+        [this](bool shown) { m_settings->setMiniMapShown(shown); });
+}
+
+void MainWindow::documentClosed()
+{
+    // Its canvas goes, and with it the commands that the menus show.
+    if (m_tabs->count() == 0)
+        currentChanged();
 }
 
 void MainWindow::currentChanged()
@@ -538,6 +614,10 @@ void MainWindow::currentChanged()
     m_properties->setDocument(document);
     m_sceneCode->setDocument(document);
     m_problems->setDocument(document);
+    if (m_canvasView != getView()) {
+        m_canvasView = getView();
+        showCanvasCommands();
+    }
     updateTitle();
     updateCommands();
 }
@@ -591,15 +671,43 @@ void MainWindow::showBrick(DzShaderBrick* brick)
 
 void MainWindow::addBrick(const QString& className)
 {
-    if (NetworkView* view = getView())
-        view->addBrickInView(className);
+    NetworkView* view = getView();
+    if (!view) {
+        showMessage(tr("Open a network first."));
+        return;
+    }
+    QString error;
+    DzShaderBrick* brick = getDocument()->getEdit()->addBrick(className, placeForNewBrick(), &error);
+    if (!brick) {
+        showMessage(error);
+        return;
+    }
+    getDocument()->getSelection()->set({ brick });
+    view->showBrick(brick);
+    showMessage(tr("Added %1. Drag from a pin to link it.").arg(brick->getBrickTitle()));
+}
+
+/// The middle of what is in view, or a little beside it when a brick stands there.
+QPointF MainWindow::placeForNewBrick() const
+{
+    QSet<QPair<int, int>> taken;
+    for (const DzShaderBrick* brick : getDocument()->getEdit()->getBricks()) {
+        const QPoint at = BrickAppearance::position(brick).toPoint() / newBrickStep;
+        taken.insert({ at.x(), at.y() });
+    }
+    const QPointF half(BrickAppearance::defaultWidth / 2, BrickAppearance::titleHeight * 2);
+    QPoint place = (getView()->getVisibleBox().center() - half).toPoint() / newBrickStep;
+    while (taken.contains({ place.x(), place.y() }))
+        place += QPoint(1, 1);
+    return QPointF(place * newBrickStep);
 }
 
 void MainWindow::showProblems()
 {
     const QVector<Problem>& problems = m_problems->getProblems();
     m_problemButton->setVisible(!problems.isEmpty());
-    m_problemButton->setText(tr("%n problem(s)", nullptr, problems.size()));
+    m_problemButton->setText(
+        problems.size() == 1 ? tr("1 problem") : tr("%1 problems").arg(problems.size()));
     NetworkView* view = getView();
     if (!view)
         return;
@@ -607,14 +715,9 @@ void MainWindow::showProblems()
     for (const Problem& problem : problems)
         if (problem.brick)
             texts[problem.brick].append(problem.text);
-    for (const QPointer<DzShaderBrick>& brick : qAsConst(m_badges))
-        if (brick && !texts.contains(brick))
-            view->setBadge(brick, QString());
-    m_badges.clear();
-    for (auto text = texts.constBegin(); text != texts.constEnd(); ++text) {
+    view->clearBadges();
+    for (auto text = texts.constBegin(); text != texts.constEnd(); ++text)
         view->setBadge(text.key(), text.value().join(QLatin1Char('\n')));
-        m_badges.append(text.key());
-    }
 }
 
 // Events.

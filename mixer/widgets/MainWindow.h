@@ -83,21 +83,20 @@ private:
     QDockWidget* addDock(
         const QString& name, const QString& title, QWidget* panel, Qt::DockWidgetArea area);
     void arrangeDocks();
-    void addMenu(const QString& title, const QStringList& names);
+    QMenu* addMenu(const QString& title, const QStringList& names);
     void fillRecentMenu();
     void fillExampleMenu(QMenu* menu);
     void setTheme(const QString& word);
 
     void documentOpened(MixerDocument* document);
+    void documentClosed();
     void currentChanged();
     void updateCommands();
     void updateTitle();
     void showProblems();
     void addBrick(const QString& className);
-    /// Runs a command of the canvas when there is one.
-    template <typename Command>
-    QAction* addCanvasCommand(const QString& name, const QString& text,
-        const QList<QKeySequence>& shortcuts, const QString& tip, Command command);
+    void showCanvasCommands();
+    QPointF placeForNewBrick() const;
 
     ProgramSettings* m_settings;
     CommandSet* m_commands;
@@ -114,10 +113,18 @@ private:
     QUndoView* m_history;
     QMenu* m_recentMenu = nullptr;
     QMenu* m_exampleMenu = nullptr;
+    /// Menus that show commands of the current canvas, before the given command.
+    struct CanvasSection {
+        QMenu* menu;
+        QAction* before;
+        QVector<int> commands; ///< of NetworkView; -1 for a separator
+        QVector<QAction*> shown;
+    };
+    QVector<CanvasSection> m_canvasSections;
+    /// The canvas whose commands are shown; compared only.
+    const NetworkView* m_canvasView = nullptr;
     QToolButton* m_problemButton = nullptr;
     QLabel* m_message = nullptr;
     QList<QDockWidget*> m_docks;
     QByteArray m_firstLayout;
-    QVector<QPointer<DzShaderBrick>> m_badges;
-    QPointer<MixerDocument> m_shown;
 };
