@@ -29,7 +29,8 @@ void show(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QS
 
 void showError(QWidget* parent, const QString& text)
 {
-    show(parent, QMessageBox::Warning, text, QStringList());
+    // Errors are made to follow a program's name.
+    show(parent, QMessageBox::Warning, text.left(1).toUpper() + text.mid(1), QStringList());
 }
 
 void showWarnings(QWidget* parent, const QString& title, const QStringList& warnings)

@@ -32,6 +32,10 @@ NumberField::NumberField(QWidget* parent)
     setTextMargins(6, 2, 6, 2);
     setCursor(Qt::SizeHorCursor);
     setMinimumWidth(56);
+    // The ground is painted here, below the text.
+    QPalette clear;
+    clear.setColor(QPalette::Base, Qt::transparent);
+    setPalette(clear);
     connect(this, &QLineEdit::returnPressed, this, [this] {
         finishTyping();
         startTyping();
@@ -234,7 +238,7 @@ void NumberField::paintEvent(QPaintEvent* event)
         const QRectF box = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
         painter.setPen(
             palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
-        painter.setBrush(palette().color(QPalette::Base));
+        painter.setBrush(QApplication::palette().color(QPalette::Base));
         painter.drawRoundedRect(box, 3, 3);
         if (hasSlider() && !m_typing && !m_text.isEmpty()) {
             QColor fill = palette().color(QPalette::Highlight);

@@ -6,14 +6,14 @@
 
 #include <QAbstractTableModel>
 
-/// The placeholders of a text as a table: name, brick, property, value, locked. The last can be
+/// The placeholders of a text as a table: locked, name, brick, property, value. The lock can be
 /// changed.
 class PlaceholderModel : public QAbstractTableModel
 {
     Q_OBJECT
 
 public:
-    enum Column { NameColumn, BrickColumn, PropertyColumn, ValueColumn, LockedColumn };
+    enum Column { LockedColumn, NameColumn, BrickColumn, PropertyColumn, ValueColumn };
     static const int columns = 5;
 
     using QAbstractTableModel::QAbstractTableModel;

@@ -127,6 +127,7 @@ public:
         , m_text(new QLineEdit)
     {
         m_swatch->setMinimumWidth(40);
+        m_swatch->setMinimumHeight(lineHeight(this));
         m_swatch->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         m_swatch->setObjectName(QStringLiteral("swatch"));
         m_swatch->setToolTip(tr("Choose a colour"));
@@ -318,6 +319,12 @@ PropertyEditor::PropertyEditor(const PropertyGroup& group, QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
+    setFixedHeight(lineHeight(this));
+}
+
+int PropertyEditor::lineHeight(const QWidget* widget)
+{
+    return widget->fontMetrics().height() + 10;
 }
 
 PropertyEditor::~PropertyEditor()

@@ -17,6 +17,8 @@ public:
     static PropertyEditor* make(const PropertyGroup& group, const QString& folder, QWidget* parent);
     ~PropertyEditor() override;
 
+    /// The height that all lines of values have.
+    static int lineHeight(const QWidget* widget);
     /// Shows what the properties are now.
     virtual void refresh() = 0;
 

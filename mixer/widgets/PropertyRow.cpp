@@ -32,7 +32,7 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
     lines->addWidget(m_map);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(4);
+    layout->setSpacing(2);
     layout->addWidget(m_name, 0, Qt::AlignTop);
     layout->addLayout(lines, 1);
     m_mapButton = addTool(LineIcon::Image, tr("Map of %1").arg(group.getLabel()));
@@ -43,7 +43,7 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
     m_lockButton->setObjectName(QStringLiteral("lock"));
     m_lockButton->setCheckable(true);
     m_name->setBuddy(m_editor);
-    m_name->setMinimumHeight(m_editor->sizeHint().height());
+    m_name->setFixedHeight(PropertyEditor::lineHeight(this));
     m_source->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_source->setIcon(LineIcon::make(LineIcon::Link));
     m_source->setAutoRaise(true);
@@ -77,6 +77,7 @@ QToolButton* PropertyRow::addTool(int icon, const QString& name)
     button->setIcon(LineIcon::make(static_cast<LineIcon::Name>(icon)));
     button->setIconSize(QSize(14, 14));
     button->setAutoRaise(true);
+    button->setFixedSize(PropertyEditor::lineHeight(this) - 2, PropertyEditor::lineHeight(this));
     button->setToolTip(name);
     button->setAccessibleName(name);
     // What cannot be done now leaves its place free, so that nothing jumps.

@@ -23,6 +23,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QTableView>
 #include <QTextBlock>
@@ -55,6 +56,9 @@ int commonEnd(const QString& a, const QString& b, int most)
         ++count;
     return count;
 }
+
+/// Lines that are shown above the first that is lit.
+const int linesAbove = 3;
 
 } // namespace
 
@@ -103,13 +107,17 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     m_table->setShowGrid(false);
     m_table->setFrameShape(QFrame::NoFrame);
     m_table->setAccessibleName(tr("Placeholders"));
-    m_table->setColumnWidth(PlaceholderModel::NameColumn, 190);
+    m_table->setColumnWidth(PlaceholderModel::LockedColumn, 54);
+    m_table->setColumnWidth(PlaceholderModel::NameColumn, 160);
+    m_table->setColumnWidth(PlaceholderModel::BrickColumn, 90);
+    m_table->setColumnWidth(PlaceholderModel::PropertyColumn, 80);
 
     auto* splitter = new QSplitter(Qt::Vertical);
     splitter->addWidget(m_text);
     splitter->addWidget(m_table);
-    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 1);
+    splitter->setSizes({ 200, 150 });
     m_table->hide();
 
     m_note->setWordWrap(true);
@@ -240,8 +248,10 @@ void SceneCodePanel::showLight()
             || !m_document->getSelection()->contains(statement.brick))
             continue;
         QTextBlock block = m_text->document()->findBlock(statement.begin);
-        if (first < 0)
-            first = statement.begin;
+        while (block.isValid() && block.text().isEmpty())
+            block = block.next(); // statements begin with an empty line
+        if (first < 0 && block.isValid())
+            first = block.blockNumber();
         while (block.isValid() && block.position() < statement.begin + statement.length) {
             QTextEdit::ExtraSelection line;
             line.format.setBackground(light);
@@ -252,12 +262,9 @@ void SceneCodePanel::showLight()
         }
     }
     m_text->setExtraSelections(lights);
-    if (first >= 0 && !m_text->hasFocus()) {
-        QTextCursor cursor(m_text->document());
-        cursor.setPosition(first);
-        m_text->setTextCursor(cursor);
-        m_text->ensureCursorVisible();
-    }
+    // Whoever reads here stays where he is.
+    if (first >= 0 && !m_text->hasFocus())
+        m_text->verticalScrollBar()->setValue(first - linesAbove);
 }
 
 bool SceneCodePanel::eventFilter(QObject* watched, QEvent* event)

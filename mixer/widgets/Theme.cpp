@@ -3,9 +3,9 @@
 
 #include "Theme.h"
 
+#include "MixerStyle.h"
+
 #include <QApplication>
-#include <QStyle>
-#include <QStyleFactory>
 #include <QToolTip>
 
 namespace Theme {
@@ -90,8 +90,8 @@ QPalette palette(bool dark)
 void apply(Mode mode)
 {
     const bool desktopIsDark = isDark(desktopPalette());
-    if (QApplication::style()->objectName() != QLatin1String("fusion"))
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (!qobject_cast<MixerStyle*>(QApplication::style()))
+        QApplication::setStyle(new MixerStyle);
     const QPalette colors
         = palette(mode == Mode::Dark || (mode == Mode::System && desktopIsDark));
     QApplication::setPalette(colors);
