@@ -8,6 +8,7 @@
 
 class DzShaderBrick;
 class IDzBrickUser;
+struct DzRenderSettings;
 
 /// The bricks of one user that form one shader: a root brick and what feeds it.
 class DzBrickSet : public QObject, public DzRefCountedItem
@@ -33,8 +34,15 @@ public:
     DzShaderBrick* getRoot() const { return m_root; }
     IDzBrickUser* getBrickUserOwner() const { return m_owner; }
     ShaderType getShaderType() const;
+    /// Name under which render engines know the set's shader.
+    QString getShaderFile() const;
+
+    /// Makes the set's shader the surface of what the engine renders next. The shader is made from
+    /// the root's shader code at the first render; the owner is told before and after.
+    void apply(DzRenderSettings* settings);
 
 private:
     DzShaderBrick* m_root;
     IDzBrickUser* m_owner;
+    bool m_hasShader = false;
 };

@@ -26,6 +26,7 @@ signals:
 
 protected:
     DzProperty* createSimilar() const override;
+    void assignAll(const DzProperty* model) override;
 
 private:
     FileType m_type = FileOpen;

@@ -33,6 +33,7 @@ public:
 
 protected:
     DzProperty* createSimilar() const override;
+    void assignAll(const DzProperty* model) override;
 
 private:
     void assignValue(const DzTexturePtr& value);

@@ -8,8 +8,10 @@
 #include <QColor>
 #include <QVector>
 
+class DzDrawStyle;
 class DzShape;
 class DzTexture;
+struct DzRenderSettings;
 
 /// A surface's material. All materials that exist stand in one list, in order of creation.
 class DzMaterial : public DzElement, public DzRefCountedItem
@@ -45,12 +47,25 @@ public:
     virtual bool needsTangentSpaceParams() const { return false; }
     /// True when the definition is to be saved with the scene rather than referred to.
     virtual bool shouldAlwaysEmbed() const { return false; }
+    /// Called by a renderer before and after it renders what the material lies on.
+    virtual void setRender(DzRenderSettings* settings) { setShader(settings); }
+    virtual void unsetRender(DzRenderSettings*) {}
+    /// True when the material may be baked into images without being asked.
+    virtual bool allowsAutoBake() const { return true; }
     /// Called by a shape after it took the material and before it gives it up.
     virtual void addedTo(DzShape* shape);
     virtual void removedFrom(DzShape* shape);
 
 signals:
     void selectionStateChanged(DzMaterial* material, bool onOff);
+
+protected:
+    // For the viewport.
+    virtual void setGLMat(DzDrawStyle*) {}
+    virtual void unsetGLMat(DzDrawStyle*) {}
+    /// Hands the surface's shader to the render engine of `settings`.
+    virtual void setShader(DzRenderSettings*) {}
+    virtual void setTextureConvertShader(DzRenderSettings*) {}
 
 private:
     QVector<DzShape*> m_shapes;

@@ -55,6 +55,7 @@ protected:
     virtual void getValueAttributes(DzPropertySettings* settings) const = 0;
     /// Copies the value of a property of the same class.
     virtual void copyValueFrom(const DzNumericProperty* other) = 0;
+    void assignAll(const DzProperty* model) override;
 
 private:
     friend class DzProperty;

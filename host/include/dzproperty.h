@@ -91,8 +91,11 @@ signals:
     void propertyDeleted(DzProperty* property);
 
 protected:
-    /// A new property of the same class and name with the same flags.
+    /// A new property of the same class and name.
     virtual DzProperty* createSimilar() const = 0;
+    /// Takes over everything of a new property's model, which is of the same class, without
+    /// telling anybody.
+    virtual void assignAll(const DzProperty* model);
     /// Tells everybody, the carrying parameter included, that the current value changed.
     void notifyValueChanged();
     /// True when a change is to leave an undo item.
@@ -112,6 +115,7 @@ private:
     void assignPath(const QString& path);
     void assignHidden(bool hidden);
     void assignLocked(bool locked);
+    void assignUserProperty(bool isUser);
 
     QString m_label;
     QString m_path;

@@ -3,7 +3,12 @@
 
 #include "dzbrickset.h"
 
+#include "dzrenderer.h"
 #include "dzshaderbrick.h"
+#include "dzshaderstring.h"
+#include "idzbrickuser.h"
+
+#include <memory>
 
 DzBrickSet::DzBrickSet(DzShaderBrick* root, IDzBrickUser* owner)
     : m_root(root)
@@ -14,4 +19,24 @@ DzBrickSet::DzBrickSet(DzShaderBrick* root, IDzBrickUser* owner)
 DzBrickSet::ShaderType DzBrickSet::getShaderType() const
 {
     return m_root->type();
+}
+
+QString DzBrickSet::getShaderFile() const
+{
+    return m_owner->getIdentifier().toString(QUuid::WithoutBraces) + QLatin1Char('_')
+        + QString::number(m_root->getBrickID());
+}
+
+void DzBrickSet::apply(DzRenderSettings* settings)
+{
+    DzRenderer* engine = settings->renderEngine;
+    if (!m_hasShader) {
+        m_owner->generatingFilesStarted();
+        m_root->setGlobalBrickRenderSettings(this, engine);
+        m_root->setBrickRenderSettings(this, engine);
+        const std::unique_ptr<DzShaderString> code(m_root->getShaderCodeCall(QStringList()));
+        m_hasShader = engine->compileShader(getShaderFile(), code ? code->getText() : QString());
+        m_owner->generatingFilesFinished();
+    }
+    engine->riSurface(m_hasShader ? getShaderFile() : QString(), 0, nullptr, nullptr);
 }
