@@ -3,6 +3,7 @@
 
 #include "MainWindow.h"
 
+#include "ApplyPreview.h"
 #include "BrickAppearance.h"
 #include "BrickSelection.h"
 #include "BrickyardPanel.h"
@@ -655,7 +656,7 @@ void MainWindow::updateCommands()
     const bool hasScene = m_scene->getSession()->hasScene();
     command("saveScene")->setEnabled(hasScene);
     command("saveSceneAs")->setEnabled(hasScene);
-    const bool hasSurfaces = !SurfacesPanel::selectedMaterials().isEmpty();
+    const bool hasSurfaces = !selectedSurfaces().isEmpty();
     command("apply")->setEnabled(hasDocument && hasSurfaces);
     command("fromScene")->setEnabled(hasSurfaces);
 }

@@ -3,14 +3,13 @@
 
 #include "SceneController.h"
 
+#include "ApplyDialog.h"
+#include "ApplyPreview.h"
 #include "BrickUsers.h"
 #include "Messages.h"
 #include "MixerDocument.h"
 #include "ProgramSettings.h"
 #include "SceneSession.h"
-#include "SurfacesPanel.h"
-#include "dzelement.h"
-#include "dzmaterial.h"
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 
@@ -97,14 +96,23 @@ bool SceneController::mayLeave()
     return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
 }
 
-bool SceneController::confirmApply(MixerDocument*)
+bool SceneController::confirmApply(MixerDocument* document)
 {
+    if (!m_settings->isApplyListShown())
+        return true;
+    ApplyDialog dialog(document->getTitle(), previewApply(document->getUser()), m_window);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    if (!dialog.isToBeShownAgain()) {
+        m_settings->setApplyListShown(false);
+        emit applyListShownChanged(false);
+    }
     return true;
 }
 
 bool SceneController::apply(MixerDocument* document)
 {
-    const int count = SurfacesPanel::selectedMaterials().size();
+    const int count = selectedSurfaces().size();
     if (!document || count == 0) {
         emit message(tr("Select surfaces in the panel \"Surfaces\" first."));
         return false;
@@ -112,15 +120,10 @@ bool SceneController::apply(MixerDocument* document)
     if (!confirmApply(document))
         return false;
     DzUndoStackHold hold;
-    const bool applied = QMetaObject::invokeMethod(
-        document->getUser()->getBrickUserElement(), "applyToScene", Qt::DirectConnection);
-    if (!applied) {
-        emit message(tr("This kind of network cannot be applied."));
-        return false;
-    }
+    document->getUser()->applyToScene();
     hold.accept(tr("Apply %1").arg(document->getTitle()));
     m_session->touch();
-    emit message(tr("Applied to %n surface(s).", nullptr, count));
+    emit message(count == 1 ? tr("Applied to 1 surface.") : tr("Applied to %1 surfaces.").arg(count));
     return true;
 }
 
@@ -129,15 +132,10 @@ QList<IDzBrickUser*> SceneController::fromScene(MixerDocument* document)
     IDzBrickUser* maker = document ? document->getUser() : makeBrickUser();
     if (!maker)
         return {};
-    QList<IDzBrickUser*> users;
-    const bool asked
-        = QMetaObject::invokeMethod(maker->getBrickUserElement(), "fromScene", Qt::DirectConnection,
-            Q_RETURN_ARG(QList<IDzBrickUser*>, users));
+    const QList<IDzBrickUser*> users = maker->fromScene();
     if (!document)
         releaseBrickUser(maker);
-    if (!asked)
-        emit message(tr("This kind of network cannot be taken from surfaces."));
-    else if (users.isEmpty())
+    if (users.isEmpty())
         emit message(tr("None of the selected surfaces has anything to take."));
     return users;
 }

@@ -91,20 +91,6 @@ SurfacesPanel::SurfacesPanel(const QList<QAction*>& actions, QWidget* parent)
     rebuild();
 }
 
-QVector<DzMaterial*> SurfacesPanel::selectedMaterials()
-{
-    QVector<DzMaterial*> selected;
-    QSet<DzMaterial*> seen;
-    for (int i = 0; i < dzScene->getNumNodes(); ++i)
-        forEachMaterial(dzScene->getNode(i), [&](DzMaterial* material) {
-            if (!material->isSelected() || seen.contains(material))
-                return;
-            seen.insert(material);
-            selected.append(material);
-        });
-    return selected;
-}
-
 void SurfacesPanel::updateNow()
 {
     m_rebuild.stop();

@@ -24,8 +24,6 @@ public:
     explicit SurfacesPanel(const QList<QAction*>& actions, QWidget* parent = nullptr);
 
     QTreeWidget* getTree() const { return m_tree; }
-    /// Selected surfaces, each material once, in the scene's order.
-    static QVector<DzMaterial*> selectedMaterials();
     /// Brings the list up to date now rather than with the next frame.
     void updateNow();
 
