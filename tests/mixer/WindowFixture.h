@@ -8,8 +8,10 @@
 #include "TestSupport.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
