@@ -52,3 +52,7 @@ void addExportCommand(CLI::App& program);
 void addBricksCommand(CLI::App& program);
 void addPluginsCommand(CLI::App& program);
 void addShowCommand(CLI::App& program);
+void addSurfacesCommand(CLI::App& program);
+void addApplyCommand(CLI::App& program);
+void addRebuildCommand(CLI::App& program);
+void addStripCommand(CLI::App& program);

@@ -61,6 +61,10 @@ int run(int argc, char** argv)
     addExportCommand(program);
     addBricksCommand(program);
     addShowCommand(program);
+    addSurfacesCommand(program);
+    addApplyCommand(program);
+    addRebuildCommand(program);
+    addStripCommand(program);
     addPluginsCommand(program);
     try {
         program.parse(argc, argv);

@@ -208,8 +208,8 @@ void BrickItem::setBadge(const QString& text)
 
 QRectF BrickItem::badgeBox() const
 {
-    return QRectF(m_size.width() - badgeSize - 6, (titleHeight - badgeSize) / 2, badgeSize,
-        badgeSize);
+    return QRectF(
+        m_size.width() - badgeSize - 6, (titleHeight - badgeSize) / 2, badgeSize, badgeSize);
 }
 
 void BrickItem::setSelected(bool isSelected)
@@ -267,8 +267,8 @@ BrickItem::RowText BrickItem::makeText(const Row& row) const
         labelRoom = qMax(labelRoom, qMin(labelWidth, room * 0.55));
     text.label = metrics.elidedText(label, Qt::ElideRight, labelRoom);
     if (!text.value.isEmpty())
-        text.value = metrics.elidedText(text.value, Qt::ElideMiddle,
-            room - gap - qMin(labelWidth, labelRoom));
+        text.value = metrics.elidedText(
+            text.value, Qt::ElideMiddle, room - gap - qMin(labelWidth, labelRoom));
     return text;
 }
 
@@ -354,8 +354,8 @@ void BrickItem::paintTitle(QPainter* painter, const CanvasStyle& style) const
     if (m_badge.isEmpty())
         return;
     const QRectF box = badgeBox();
-    const QPointF corners[] = { QPointF(box.center().x(), box.top()), box.bottomRight(),
-        box.bottomLeft() };
+    const QPointF corners[]
+        = { QPointF(box.center().x(), box.top()), box.bottomRight(), box.bottomLeft() };
     painter->setPen(QPen(style.border, 1));
     painter->setBrush(style.badge);
     painter->drawPolygon(corners, 3);

@@ -60,8 +60,7 @@ public:
     // QGraphicsItem
     int type() const override { return Type; }
     QRectF boundingRect() const override;
-    void paint(
-        QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 private:
     friend class NetworkScene;
@@ -94,7 +93,7 @@ private:
 
     NetworkScene* m_scene;
     DzShaderBrick* m_brick;
-    QObject m_context; ///< ends the connections with the item
+    QObject m_context;                     ///< ends the connections with the item
     std::unique_ptr<QObject> m_rowContext; ///< ends those to rows when rows change
     QVector<BrickAppearance::Row> m_rows;
     QVector<RowText> m_texts;

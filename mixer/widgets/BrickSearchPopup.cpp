@@ -49,8 +49,8 @@ public:
         const bool isSelected = item.state & QStyle::State_Selected;
         const QPalette::ColorGroup group
             = item.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
-        const QColor text = item.palette.color(
-            group, isSelected ? QPalette::HighlightedText : QPalette::Text);
+        const QColor text
+            = item.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text);
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         QRectF box = QRectF(item.rect).adjusted(8, 0, -8, 0);
@@ -152,8 +152,8 @@ void BrickSearchPopup::search(const QString& text)
         item->setData(CategoryRole, shortCategory(kind->category));
         if (!kind->outputs.isEmpty())
             item->setData(ColorRole, linkColor(kind->outputs.first().typeText));
-        item->setData(Qt::AccessibleTextRole,
-            tr("%1, in %2").arg(kind->name, shortCategory(kind->category)));
+        item->setData(
+            Qt::AccessibleTextRole, tr("%1, in %2").arg(kind->name, shortCategory(kind->category)));
         item->setToolTip(kind->description);
     }
     m_list->setCurrentRow(0);

@@ -79,9 +79,8 @@ DzBrickParam* WireGesture::targetAt(const QPointF& place) const
         return nullptr;
     if (hit.param)
         return hit.param;
-    return hit.kind == CanvasHit::Title
-        ? BrickCatalogue::findFitting(hit.item->getBrick(), m_from)
-        : nullptr;
+    return hit.kind == CanvasHit::Title ? BrickCatalogue::findFitting(hit.item->getBrick(), m_from)
+                                        : nullptr;
 }
 
 BrickLink WireGesture::picked() const
@@ -105,8 +104,8 @@ void WireGesture::finish(const QPointF& place, Qt::KeyboardModifiers modifiers)
         return;
     move(place, modifiers);
     if (m_target) {
-        drop(m_target, modifiers & Qt::ShiftModifier ? NetworkEdit::AddLink
-                                                     : NetworkEdit::ReplaceLinks);
+        drop(m_target,
+            modifiers & Qt::ShiftModifier ? NetworkEdit::AddLink : NetworkEdit::ReplaceLinks);
         return;
     }
     const CanvasHit hit = scene()->hit(place, m_view->getReach());
@@ -148,8 +147,7 @@ void WireGesture::paint(QPainter* painter) const
         m_view->paintHint(painter, m_place, m_refusal, true);
     else if (over)
         m_view->paintHint(painter, m_place,
-            QStringLiteral("%1 · %2").arg(
-                over->getBrick()->getBrickTitle(), m_target->getLabel()),
+            QStringLiteral("%1 · %2").arg(over->getBrick()->getBrickTitle(), m_target->getLabel()),
             false);
 }
 
@@ -186,8 +184,7 @@ void MoveGesture::move(const QPointF& place, Qt::KeyboardModifiers modifiers)
         m_isMoving = true;
         scene()->bringToFront(scene()->getSelection()->getBricks());
     }
-    const bool isSnapping
-        = m_view->isSnappingToGrid() != bool(modifiers & Qt::ControlModifier);
+    const bool isSnapping = m_view->isSnappingToGrid() != bool(modifiers & Qt::ControlModifier);
     if (!m_starts.isEmpty()) {
         const QPointF first = m_starts.first().place;
         const QPointF wanted = first + offset;
@@ -258,8 +255,7 @@ BoxGesture::BoxGesture(NetworkView* view, const QPointF& place, Qt::KeyboardModi
 void BoxGesture::move(const QPointF& place, Qt::KeyboardModifiers)
 {
     m_end = place;
-    const QVector<DzShaderBrick*> inside
-        = scene()->bricksIn(QRectF(m_start, m_end).normalized());
+    const QVector<DzShaderBrick*> inside = scene()->bricksIn(QRectF(m_start, m_end).normalized());
     QVector<DzShaderBrick*> selected;
     for (const QPointer<DzShaderBrick>& brick : qAsConst(m_before))
         if (brick && !(m_isRemoving && inside.contains(brick)))
@@ -342,8 +338,8 @@ void WidthGesture::move(const QPointF& place, Qt::KeyboardModifiers)
     const BrickItem* item = m_brick ? scene()->getItem(m_brick) : nullptr;
     if (!item)
         return;
-    m_width = qBound(BrickAppearance::minimumWidth, place.x() - item->pos().x(),
-        BrickAppearance::maximumWidth);
+    m_width = qBound(
+        BrickAppearance::minimumWidth, place.x() - item->pos().x(), BrickAppearance::maximumWidth);
     m_view->viewport()->update();
 }
 

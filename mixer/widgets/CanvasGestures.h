@@ -22,9 +22,9 @@ public:
     /// The button was released.
     virtual void finish(const QPointF& place, Qt::KeyboardModifiers modifiers) = 0;
     /// Takes back whatever was shown.
-    virtual void cancel() { }
+    virtual void cancel() {}
     /// Paints what belongs to the gesture above everything else.
-    virtual void paint(QPainter*) const { }
+    virtual void paint(QPainter*) const {}
 
 protected:
     NetworkScene* scene() const;
@@ -37,7 +37,8 @@ protected:
 class WireGesture : public CanvasGesture
 {
 public:
-    WireGesture(NetworkView* view, DzBrickParam* from, const BrickLink& picked, const QPointF& place);
+    WireGesture(
+        NetworkView* view, DzBrickParam* from, const BrickLink& picked, const QPointF& place);
     ~WireGesture() override;
 
     void move(const QPointF& place, Qt::KeyboardModifiers modifiers) override;

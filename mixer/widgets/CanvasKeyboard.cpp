@@ -160,9 +160,8 @@ void CanvasKeyboard::goToFirst()
     const QVector<BrickItem*>& items = m_view->getScene()->getItems();
     const QPointF centre = m_view->getVisibleBox().center();
     const BrickItem* best = nullptr;
-    const auto distance = [&](const BrickItem* of) {
-        return (of->pos() - centre).manhattanLength();
-    };
+    const auto distance
+        = [&](const BrickItem* of) { return (of->pos() - centre).manhattanLength(); };
     for (const BrickItem* candidate : items)
         if (!best || distance(candidate) < distance(best))
             best = candidate;

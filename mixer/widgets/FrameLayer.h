@@ -26,8 +26,7 @@ public:
 
     // QGraphicsItem
     QRectF boundingRect() const override;
-    void paint(
-        QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 private:
     struct Shown {

@@ -42,8 +42,8 @@ QTransform MiniMap::transformToMap() const
     QRectF all = m_view->getScene()->boxOfAll();
     all |= m_view->getVisibleBox();
     const QRectF room = QRectF(rect()).adjusted(margin, margin, -margin, -margin);
-    const qreal scale
-        = qMin(room.width() / qMax(qreal(1), all.width()), room.height() / qMax(qreal(1), all.height()));
+    const qreal scale = qMin(
+        room.width() / qMax(qreal(1), all.width()), room.height() / qMax(qreal(1), all.height()));
     QTransform transform;
     transform.translate(room.center().x(), room.center().y());
     transform.scale(scale, scale);

@@ -39,8 +39,8 @@ NetworkScene::NetworkScene(NetworkEdit* edit, BrickSelection* selection, QObject
     if (IDzBrickUser* user = edit->getUser()) {
         const DzElement* element = user->getBrickUserElement();
         // After the edit's own connection, which gives new bricks their places.
-        connect(element, SIGNAL(brickAdded(DzShaderBrick*)), this,
-            SLOT(addItemFor(DzShaderBrick*)));
+        connect(
+            element, SIGNAL(brickAdded(DzShaderBrick*)), this, SLOT(addItemFor(DzShaderBrick*)));
         connect(element, SIGNAL(brickRemoved(DzShaderBrick*)), this,
             SLOT(removeItemOf(DzShaderBrick*)));
     }
@@ -413,8 +413,8 @@ void NetworkScene::beginProbe(DzBrickParam* param)
     m_probeLoop.clear();
     // Known once for all pins, instead of being searched for each.
     const QVector<DzShaderBrick*> start { param->getTopBrickOwner() };
-    const QVector<DzShaderBrick*> loop = param->isOutput() ? NetworkEdit::withUpstream(start)
-                                                           : NetworkEdit::withDownstream(start);
+    const QVector<DzShaderBrick*> loop
+        = param->isOutput() ? NetworkEdit::withUpstream(start) : NetworkEdit::withDownstream(start);
     for (const DzShaderBrick* brick : loop)
         m_probeLoop.insert(brick);
     update();

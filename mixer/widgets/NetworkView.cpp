@@ -31,7 +31,7 @@
 namespace {
 
 const qreal gridStep = 20;
-const int gridSteps = 5; ///< a stronger line at each of these
+const int gridSteps = 5;      ///< a stronger line at each of these
 const qreal smallestGrid = 7; ///< pixels between lines
 const qreal zoomLimits[] = { 0.02, 4 };
 const qreal zoomPerNotch = 1.2;
@@ -83,8 +83,8 @@ NetworkView::~NetworkView()
 
 // Commands.
 
-void NetworkView::addCommand(Command command, const QString& text, const QKeySequence& shortcut,
-    void (NetworkView::*run)())
+void NetworkView::addCommand(
+    Command command, const QString& text, const QKeySequence& shortcut, void (NetworkView::*run)())
 {
     auto* action = new QAction(text, this);
     action->setShortcut(shortcut);
@@ -115,12 +115,12 @@ void NetworkView::makeActions()
     addCommand(PasteCommand, tr("&Paste"), QKeySequence::Paste, &NetworkView::pasteBricks);
     addCommand(DuplicateCommand, tr("D&uplicate"), QKeySequence(Qt::CTRL | Qt::Key_D),
         &NetworkView::duplicateBricks);
-    addCommand(DeleteCommand, tr("&Delete"), QKeySequence(Qt::Key_Delete),
-        &NetworkView::deleteBricks);
+    addCommand(
+        DeleteCommand, tr("&Delete"), QKeySequence(Qt::Key_Delete), &NetworkView::deleteBricks);
     addCommand(DeleteReconnectCommand, tr("Delete and &Reconnect"),
         QKeySequence(Qt::CTRL | Qt::Key_Delete), &NetworkView::deleteAndReconnect);
-    addCommand(SelectAllCommand, tr("Select &All"), QKeySequence::SelectAll,
-        &NetworkView::selectAll);
+    addCommand(
+        SelectAllCommand, tr("Select &All"), QKeySequence::SelectAll, &NetworkView::selectAll);
     addCommand(SelectUpstreamCommand, tr("Select &Upstream"),
         QKeySequence(Qt::SHIFT | Qt::Key_Left), &NetworkView::selectUpstream);
     addCommand(SelectDownstreamCommand, tr("Select &Downstream"),
@@ -148,8 +148,8 @@ void NetworkView::makeActions()
         NetworkEdit::DistributeVertically);
     addCommand(ZoomToSelectionCommand, tr("Zoom to &Selection"), QKeySequence(Qt::Key_F),
         &NetworkView::zoomToSelection);
-    addCommand(ZoomToAllCommand, tr("Zoom to &All"), QKeySequence(Qt::Key_A),
-        &NetworkView::zoomToAll);
+    addCommand(
+        ZoomToAllCommand, tr("Zoom to &All"), QKeySequence(Qt::Key_A), &NetworkView::zoomToAll);
     m_actions[ZoomToAllCommand]->setShortcuts(
         { QKeySequence(Qt::Key_A), QKeySequence(Qt::Key_Home) });
     addCommand(ZoomInCommand, tr("Zoom &In"), QKeySequence::ZoomIn, &NetworkView::zoomIn);
@@ -158,8 +158,8 @@ void NetworkView::makeActions()
         &NetworkView::zoomToOne);
     addCommand(SnapToGridCommand, tr("Snap to &Grid"), QKeySequence(), &NetworkView::refresh);
     m_actions[SnapToGridCommand]->setCheckable(true);
-    addCommand(ShowMiniMapCommand, tr("Mini-&Map"), QKeySequence(Qt::Key_M),
-        &NetworkView::toggleMiniMap);
+    addCommand(
+        ShowMiniMapCommand, tr("Mini-&Map"), QKeySequence(Qt::Key_M), &NetworkView::toggleMiniMap);
     m_actions[ShowMiniMapCommand]->setCheckable(true);
     m_actions[ShowMiniMapCommand]->setChecked(true);
 }
@@ -355,8 +355,8 @@ QRect NetworkView::editorPlace(const QRectF& box) const
     return place;
 }
 
-void NetworkView::startEditor(const QString& text, const QRectF& box,
-    const std::function<void(const QString&)>& commit)
+void NetworkView::startEditor(
+    const QString& text, const QRectF& box, const std::function<void(const QString&)>& commit)
 {
     delete m_editor;
     m_editor = new InlineEditor(text, editorPlace(box), viewport());
@@ -473,7 +473,8 @@ bool NetworkView::isSnappingToGrid() const
 
 QPointF NetworkView::snapped(const QPointF& place) const
 {
-    return QPointF(qRound(place.x() / gridStep) * gridStep, qRound(place.y() / gridStep) * gridStep);
+    return QPointF(
+        qRound(place.x() / gridStep) * gridStep, qRound(place.y() / gridStep) * gridStep);
 }
 
 qreal NetworkView::getReach() const
@@ -556,8 +557,7 @@ void NetworkView::beginMove(
     } else if (!m_selection->contains(brick)) {
         m_selection->set({ brick });
     }
-    m_gesture.reset(
-        new MoveGesture(this, place, modifiers & Qt::ShiftModifier ? nullptr : brick));
+    m_gesture.reset(new MoveGesture(this, place, modifiers & Qt::ShiftModifier ? nullptr : brick));
 }
 
 void NetworkView::selectFrame(int frame)
@@ -640,8 +640,8 @@ void NetworkView::wheelEvent(QWheelEvent* event)
 {
     const QPoint turn = event->angleDelta();
     if (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) {
-        QScrollBar* bar = event->modifiers() & Qt::ShiftModifier ? horizontalScrollBar()
-                                                                 : verticalScrollBar();
+        QScrollBar* bar
+            = event->modifiers() & Qt::ShiftModifier ? horizontalScrollBar() : verticalScrollBar();
         bar->setValue(bar->value() - (turn.y() ? turn.y() : turn.x()));
     } else if (turn.y() != 0) {
         zoomAt(mapToScene(event->position().toPoint()), qPow(zoomPerNotch, turn.y() / 120.0));
@@ -823,8 +823,7 @@ QString NetworkView::toolTipFor(const QPointF& place)
                 hit.link.output->getTypeString());
     if (!hit.item)
         return QString();
-    if (!hit.item->getBadge().isEmpty()
-        && hit.item->badgeBox().contains(place - hit.item->pos()))
+    if (!hit.item->getBadge().isEmpty() && hit.item->badgeBox().contains(place - hit.item->pos()))
         return hit.item->getBadge();
     if (hit.row < 0) {
         const QString description = hit.item->getBrick()->getDescription();
@@ -846,8 +845,8 @@ void NetworkView::showToolTip(const QPoint& place, const QPoint& globalPlace)
 {
     const QString text = m_gesture ? QString() : toolTipFor(mapToScene(place));
     // Texts come from files: they are never taken for rich text.
-    QToolTip::showText(
-        globalPlace, text.isEmpty() ? text : text.toHtmlEscaped().replace('\n', "<br>"), viewport());
+    QToolTip::showText(globalPlace,
+        text.isEmpty() ? text : text.toHtmlEscaped().replace('\n', "<br>"), viewport());
 }
 
 bool NetworkView::viewportEvent(QEvent* event)

@@ -141,8 +141,7 @@ private:
     void makeActions();
     void addCommand(Command command, const QString& text, const QKeySequence& shortcut,
         void (NetworkView::*run)());
-    void addAlignment(
-        Command command, const QString& text, NetworkEdit::Alignment alignment);
+    void addAlignment(Command command, const QString& text, NetworkEdit::Alignment alignment);
     void updateActions();
     void updateStyle();
     void placeMiniMap();
@@ -189,8 +188,8 @@ private:
     QPointF placeForNew() const;
     QString droppedClass(const QDropEvent* event) const;
     QRect editorPlace(const QRectF& box) const;
-    void startEditor(const QString& text, const QRectF& box,
-        const std::function<void(const QString&)>& commit);
+    void startEditor(
+        const QString& text, const QRectF& box, const std::function<void(const QString&)>& commit);
 
     NetworkEdit* m_edit;
     BrickSelection* m_selection;

@@ -21,8 +21,7 @@ public:
 
     // QGraphicsItem
     QRectF boundingRect() const override;
-    void paint(
-        QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 private:
     void paintNear(QPainter* painter, const QRectF& exposed) const;

@@ -1,0 +1,302 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "BrickAppearance.h"
+#include "NetworkEdit.h"
+#include "TestSupport.h"
+#include "dzbrickparam.h"
+#include "dzbrickuserfile.h"
+#include "dzclassfactory.h"
+#include "dzintproperty.h"
+#include "dznumericproperty.h"
+#include "dzpluginmgr.h"
+#include "dzproperty.h"
+#include "dzundostack.h"
+
+#include <random>
+
+namespace {
+
+/// Networks stay small enough that every edit meets others.
+const int mostBricks = 40;
+
+QByteArray bytesOf(const VireoBrickUser& user)
+{
+    return DzBrickUserFile().saveText(&user);
+}
+
+/// Does anything that a user may do, at random.
+class RandomUser
+{
+public:
+    RandomUser(VireoBrickUser* user, quint32 seed)
+        : m_user(user)
+        , m_edit(user)
+        , m_random(seed)
+    {
+        for (const DzClassFactory* factory : dzApp->getPluginMgr()->getClassFactories())
+            if (factory->getMetaObject().inherits(&VireoBrickBase::staticMetaObject))
+                m_classes.append(factory->className());
+    }
+
+    void edit()
+    {
+        typedef void (RandomUser::*Edit)();
+        static const Edit edits[] = { &RandomUser::add, &RandomUser::add, &RandomUser::add,
+            &RandomUser::addLinked, &RandomUser::link, &RandomUser::link, &RandomUser::link,
+            &RandomUser::link, &RandomUser::addSecondLink, &RandomUser::unlink,
+            &RandomUser::moveLink, &RandomUser::insertOnLink, &RandomUser::set, &RandomUser::set,
+            &RandomUser::set, &RandomUser::setMap, &RandomUser::lock, &RandomUser::setCount,
+            &RandomUser::setCount, &RandomUser::addCustom, &RandomUser::addCustom,
+            &RandomUser::removeCustom, &RandomUser::paste, &RandomUser::duplicate,
+            &RandomUser::removeBricks, &RandomUser::moveBricks, &RandomUser::align,
+            &RandomUser::arrange, &RandomUser::setTitle, &RandomUser::hideParams,
+            &RandomUser::setWidth, &RandomUser::frame, &RandomUser::unframe,
+            &RandomUser::setFrameTitle, &RandomUser::disconnectAll };
+        if (m_user->getNumBricks() > mostBricks)
+            removeMany();
+        (this->*edits[below(sizeof edits / sizeof edits[0])])();
+    }
+
+private:
+    int below(size_t limit) { return static_cast<int>(m_random() % limit); }
+    bool oneIn(int chances) { return below(static_cast<size_t>(chances)) == 0; }
+    QPointF anyPlace() { return QPointF(below(4000) - 2000, below(3000) - 1500); }
+
+    DzShaderBrick* anyBrick()
+    {
+        const QVector<DzShaderBrick*> bricks = m_edit.getBricks();
+        return bricks.isEmpty() ? nullptr : bricks.at(below(size_t(bricks.size())));
+    }
+    QVector<DzShaderBrick*> someBricks()
+    {
+        QVector<DzShaderBrick*> some;
+        const QVector<DzShaderBrick*> bricks = m_edit.getBricks();
+        for (DzShaderBrick* brick : bricks)
+            if (oneIn(4))
+                some.append(brick);
+        return some;
+    }
+    DzBrickParam* anyParam()
+    {
+        const DzShaderBrick* brick = anyBrick();
+        return brick ? brick->getParameter(below(size_t(brick->getNumParameters()))) : nullptr;
+    }
+    BrickLink anyLink()
+    {
+        const QVector<BrickLink> links = m_edit.getLinks();
+        return links.isEmpty() ? BrickLink() : links.at(below(size_t(links.size())));
+    }
+    DzProperty* anyProperty()
+    {
+        const DzShaderBrick* brick = anyBrick();
+        if (!brick)
+            return nullptr;
+        if (brick->getNumProperties() > 0 && oneIn(3))
+            return brick->getProperty(below(size_t(brick->getNumProperties())));
+        const DzBrickParam* param = brick->getParameter(below(size_t(brick->getNumParameters())));
+        return param->getNumProperties() > 0
+            ? param->getProperty(below(size_t(param->getNumProperties())))
+            : nullptr;
+    }
+    QString anyText()
+    {
+        static const QString texts[] = { QStringLiteral("Kd"), QStringLiteral("A longer name"),
+            QStringLiteral("zweite Größe"), QStringLiteral("name#2"), QString(),
+            QStringLiteral("quote \" and \\ and\nline") };
+        return texts[below(6)];
+    }
+    QString anyValueText()
+    {
+        static const char* const texts[] = { "0", "1", "0.25", "-3", "1e30", "true", "false", "2",
+            "255 128 3", "#102030", "uv", "some text", "/tmp/a.png", "" };
+        return QString::fromLatin1(texts[below(14)]);
+    }
+
+    void add() { m_edit.addBrick(m_classes.at(below(size_t(m_classes.size()))), anyPlace()); }
+    void addLinked()
+    {
+        if (DzBrickParam* param = anyParam())
+            m_edit.addBrickLinked(m_classes.at(below(size_t(m_classes.size()))), anyPlace(), param);
+    }
+    void link() { linkSome(NetworkEdit::ReplaceLinks); }
+    void addSecondLink() { linkSome(NetworkEdit::AddLink); }
+    void linkSome(NetworkEdit::LinkMode mode)
+    {
+        // Few pairs fit: look for one for a while.
+        for (int tries = 0; tries < 40; ++tries) {
+            DzBrickParam* a = anyParam();
+            DzBrickParam* b = anyParam();
+            if (a && b && NetworkEdit::refusalReason(a, b).isEmpty()) {
+                EXPECT_TRUE(m_edit.connect(a, b, mode));
+                return;
+            }
+        }
+    }
+    void unlink()
+    {
+        const BrickLink link = anyLink();
+        EXPECT_EQ(m_edit.disconnect(link.output, link.input), !link.isNull());
+    }
+    void disconnectAll()
+    {
+        if (DzBrickParam* param = anyParam())
+            m_edit.disconnectAll(param);
+    }
+    void moveLink()
+    {
+        for (int tries = 0; tries < 20; ++tries)
+            if (m_edit.moveLink(anyLink(), anyParam()))
+                return;
+    }
+    void insertOnLink()
+    {
+        const QPointF place = anyPlace();
+        for (int tries = 0; tries < 10; ++tries)
+            if (DzShaderBrick* brick = anyBrick())
+                if (m_edit.insertOnLink(brick, anyLink(), &place))
+                    return;
+    }
+    void set()
+    {
+        QString error;
+        if (DzProperty* property = anyProperty())
+            m_edit.setPropertyText(property, anyValueText(), &error);
+    }
+    void setMap()
+    {
+        if (auto* numeric = qobject_cast<DzNumericProperty*>(anyProperty()))
+            numeric->setMap(oneIn(3) ? QString() : QStringLiteral("/maps/%1.png").arg(below(5)));
+    }
+    void lock()
+    {
+        if (DzProperty* property = anyProperty())
+            property->lock(!property->isLocked());
+    }
+    void setCount()
+    {
+        QString error;
+        const QVector<DzShaderBrick*> bricks = m_edit.getBricks();
+        QVector<DzProperty*> counts;
+        for (const DzShaderBrick* brick : bricks)
+            if (DzProperty* count = brick->findProperty(QStringLiteral("count")))
+                counts.append(count);
+        if (!counts.isEmpty())
+            m_edit.setPropertyText(
+                counts.at(below(size_t(counts.size()))), QString::number(below(6)), &error);
+    }
+    void addCustom()
+    {
+        auto* brick = qobject_cast<VireoBrickBase*>(anyBrick());
+        if (!brick)
+            return;
+        const int type = 1008 + below(11);
+        const QString name = anyText();
+        m_edit.changeBrick(brick, QStringLiteral("Add Input"),
+            [=] { brick->addCustomInput(type, name, name, DzBrickParam::InputDirection); });
+    }
+    void removeCustom()
+    {
+        const QVector<DzShaderBrick*> bricks = m_edit.getBricks();
+        for (DzShaderBrick* candidate : bricks) {
+            auto* brick = qobject_cast<VireoBrickBase*>(candidate);
+            if (!brick || brick->getNumCustomParams() == 0 || !oneIn(3))
+                continue;
+            const int index = below(size_t(brick->getNumCustomParams()));
+            m_edit.changeBrick(brick, QStringLiteral("Remove Input"),
+                [=] { brick->removeCustomParam(brick->getCustomParam(index)); });
+            return;
+        }
+    }
+    void paste()
+    {
+        QString error;
+        if (oneIn(3) || m_clipboard.isEmpty())
+            m_clipboard = m_edit.copy(someBricks());
+        m_edit.paste(m_clipboard, anyPlace(), &error);
+    }
+    void duplicate() { m_edit.duplicate(someBricks(), QPointF(30, 30)); }
+    void removeBricks()
+    {
+        if (DzShaderBrick* brick = anyBrick())
+            m_edit.deleteBricks({ brick }, oneIn(2));
+    }
+    void removeMany() { m_edit.deleteBricks(someBricks() + someBricks(), oneIn(2)); }
+    void moveBricks()
+    {
+        QVector<NetworkEdit::Move> moves;
+        const QVector<DzShaderBrick*> bricks = someBricks();
+        for (DzShaderBrick* brick : bricks)
+            moves.append(NetworkEdit::Move { brick, anyPlace() });
+        m_edit.moveBricks(moves);
+    }
+    void align() { m_edit.align(someBricks(), static_cast<NetworkEdit::Alignment>(below(8))); }
+    void arrange() { m_edit.arrange(oneIn(2) ? someBricks() : QVector<DzShaderBrick*>()); }
+    void setTitle()
+    {
+        if (DzShaderBrick* brick = anyBrick())
+            m_edit.setTitle(brick, anyText());
+    }
+    void hideParams() { m_edit.setHidesParams(someBricks(), oneIn(2)); }
+    void setWidth()
+    {
+        if (DzShaderBrick* brick = anyBrick())
+            m_edit.setWidth(brick, below(500));
+    }
+    void frame() { m_edit.frameBricks(someBricks(), anyText()); }
+    void unframe() { m_edit.removeFromFrames(someBricks()); }
+    void setFrameTitle()
+    {
+        const QVector<BrickFrame> frames = m_edit.getFrames();
+        if (!frames.isEmpty())
+            m_edit.setFrameTitle(frames.at(below(size_t(frames.size()))).number, anyText());
+    }
+
+    VireoBrickUser* m_user;
+    NetworkEdit m_edit;
+    std::mt19937 m_random;
+    QVector<QString> m_classes;
+    QString m_clipboard;
+};
+
+class RandomEdits : public testing::TestWithParam<quint32>
+{
+};
+
+} // namespace
+
+TEST_P(RandomEdits, areUndoneAndRedoneToTheByte)
+{
+    const int count = 10000;
+    const Warnings warnings;
+    VireoBrickUser user;
+    {
+        DzUndoStackLock lock;
+        DzBrickUserFile file;
+        ASSERT_TRUE(
+            file.load(projectPath(QStringLiteral("examples/glossy-checkerboard.sskn")), &user));
+    }
+    const QByteArray start = bytesOf(user);
+    // The text after each step that was kept, to find the step that is wrong.
+    QVector<QByteArray> after { start };
+    RandomUser random(&user, GetParam());
+    for (int i = 0; i < count; ++i) {
+        random.edit();
+        const int steps = dzUndoStack->getNumUndoItems();
+        ASSERT_EQ(dzUndoStack->getHoldDepth(), 0);
+        if (steps % 500 == 0 && after.size() <= steps / 500)
+            after.append(bytesOf(user));
+    }
+    const QByteArray end = bytesOf(user);
+    EXPECT_NE(start, end);
+    const int steps = dzUndoStack->getNumUndoItems();
+    EXPECT_GT(steps, count / 2);
+    while (dzUndoStack->canUndo())
+        ASSERT_TRUE(dzUndoStack->undo());
+    EXPECT_EQ(start, bytesOf(user));
+    while (dzUndoStack->canRedo())
+        ASSERT_TRUE(dzUndoStack->redo());
+    EXPECT_EQ(end, bytesOf(user));
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomEdits, testing::Values(1u, 20u, 300u, 4000u));
