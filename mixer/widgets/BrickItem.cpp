@@ -64,6 +64,14 @@ QPainterPath wirePath(const QPointF& from, const QPointF& to)
     return path;
 }
 
+QPointF wirePoint(const QPointF& from, const QPointF& to, qreal part)
+{
+    const QPointF reach(wireReach(from, to), 0);
+    const qreal rest = 1 - part;
+    return rest * rest * rest * from + 3 * rest * rest * part * (from + reach)
+        + 3 * rest * part * part * (to - reach) + part * part * part * to;
+}
+
 QRectF wireBounds(const QPointF& from, const QPointF& to)
 {
     const QPointF reach(wireReach(from, to), 0);

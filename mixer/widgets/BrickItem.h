@@ -28,6 +28,8 @@ struct CanvasWire {
 
 /// The curve of a wire, from an output to an input.
 QPainterPath wirePath(const QPointF& from, const QPointF& to);
+/// A point of the curve, from 0 at the output to 1 at the input.
+QPointF wirePoint(const QPointF& from, const QPointF& to, qreal part);
 /// A box that holds the curve with its pen.
 QRectF wireBounds(const QPointF& from, const QPointF& to);
 

@@ -61,7 +61,8 @@ NetworkView::NetworkView(NetworkEdit* edit, BrickSelection* selection, QWidget* 
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTransformationAnchor(NoAnchor);
     setResizeAnchor(NoAnchor);
-    setViewportUpdateMode(SmartViewportUpdate);
+    // The whole at once: painting through a ragged clip costs more than it saves.
+    setViewportUpdateMode(FullViewportUpdate);
     setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
     setMouseTracking(true);
     viewport()->setMouseTracking(true);
@@ -973,7 +974,10 @@ void NetworkView::drawBackground(QPainter* painter, const QRectF& rect)
         lines.append(QLineF(rect.left(), y, rect.right(), y));
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->setPen(QPen(style.grid, 0));
+    // See WireLayer::paint().
+    painter->setClipRect(rect);
     painter->drawLines(lines);
+    painter->setClipping(false);
 }
 
 void NetworkView::drawForeground(QPainter* painter, const QRectF&)
