@@ -5,12 +5,14 @@
 
 #include "ApplyPreview.h"
 #include "BrickAppearance.h"
+#include "BrickCatalogue.h"
 #include "BrickSelection.h"
 #include "BrickyardPanel.h"
 #include "CommandSet.h"
 #include "DataFiles.h"
 #include "DocumentController.h"
 #include "DocumentTabs.h"
+#include "FreePlace.h"
 #include "LineIcon.h"
 #include "Messages.h"
 #include "MixerDocument.h"
@@ -42,7 +44,6 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QSet>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -53,15 +54,13 @@
 
 namespace {
 
-QList<QKeySequence> keys(const QKeySequence& first)
+/// The platform's keys for a command, and the one that everybody knows.
+QList<QKeySequence> keys(QKeySequence::StandardKey key, const QKeySequence& known)
 {
-    return { first };
-}
-
-QList<QKeySequence> keys(QKeySequence::StandardKey key, const QKeySequence& fallback)
-{
-    const QList<QKeySequence> bindings = QKeySequence::keyBindings(key);
-    return bindings.isEmpty() ? QList<QKeySequence> { fallback } : bindings;
+    QList<QKeySequence> bindings = QKeySequence::keyBindings(key);
+    if (!bindings.contains(known))
+        bindings.append(known);
+    return bindings;
 }
 
 QStringList localFiles(const QMimeData* data)
@@ -77,8 +76,12 @@ QStringList localFiles(const QMimeData* data)
 const int panelWidth = 300;
 const int codeWidth = 380;
 const QSize firstSize(1480, 920);
-/// How far apart new bricks are put that would lie on each other.
-const int newBrickStep = 24;
+/// A brick of the class as it comes.
+QSizeF sizeOf(const QString& className)
+{
+    const BrickKind* kind = BrickCatalogue::instance()->find(className);
+    return kind ? BrickAppearance::size(kind->sample) : QSizeF();
+}
 
 } // namespace
 
@@ -235,7 +238,7 @@ void MainWindow::addEditCommands()
         ->setIcon(LineIcon::make(LineIcon::Undo));
     m_commands
         ->add(QStringLiteral("redo"), tr("&Redo"),
-            keys(QKeySequence::Redo, tr("Ctrl+Shift+Z")) + keys(tr("Ctrl+Y")),
+            keys(QKeySequence::Redo, tr("Ctrl+Shift+Z")),
             tr("Do the step again that was taken back"), [] { dzUndoStack->redo(); })
         ->setIcon(LineIcon::make(LineIcon::Redo));
 }
@@ -507,7 +510,7 @@ void MainWindow::makeToolBar()
             bar->widgetForAction(m_commands->get(QString::fromLatin1(name))))
             ->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     for (QAction* action : bar->actions())
-        if (QWidget* button = bar->widgetForAction(action))
+        if (auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action)))
             button->setFocusPolicy(Qt::TabFocus);
 }
 
@@ -678,7 +681,7 @@ void MainWindow::addBrick(const QString& className)
         return;
     }
     QString error;
-    DzShaderBrick* brick = getDocument()->getEdit()->addBrick(className, placeForNewBrick(), &error);
+    DzShaderBrick* brick = getDocument()->getEdit()->addBrick(className, findFreePlace(*getDocument()->getEdit(), view->getVisibleBox(), sizeOf(className)), &error);
     if (!brick) {
         showMessage(error);
         return;
@@ -686,21 +689,6 @@ void MainWindow::addBrick(const QString& className)
     getDocument()->getSelection()->set({ brick });
     view->showBrick(brick);
     showMessage(tr("Added %1. Drag from a pin to link it.").arg(brick->getBrickTitle()));
-}
-
-/// The middle of what is in view, or a little beside it when a brick stands there.
-QPointF MainWindow::placeForNewBrick() const
-{
-    QSet<QPair<int, int>> taken;
-    for (const DzShaderBrick* brick : getDocument()->getEdit()->getBricks()) {
-        const QPoint at = BrickAppearance::position(brick).toPoint() / newBrickStep;
-        taken.insert({ at.x(), at.y() });
-    }
-    const QPointF half(BrickAppearance::defaultWidth / 2, BrickAppearance::titleHeight * 2);
-    QPoint place = (getView()->getVisibleBox().center() - half).toPoint() / newBrickStep;
-    while (taken.contains({ place.x(), place.y() }))
-        place += QPoint(1, 1);
-    return QPointF(place * newBrickStep);
 }
 
 void MainWindow::showProblems()

@@ -96,7 +96,6 @@ private:
     void showProblems();
     void addBrick(const QString& className);
     void showCanvasCommands();
-    QPointF placeForNewBrick() const;
 
     ProgramSettings* m_settings;
     CommandSet* m_commands;

@@ -93,7 +93,7 @@ QList<QWidget*> focusable(QWidget* top)
 {
     QList<QWidget*> result;
     for (QWidget* widget : top->findChildren<QWidget*>())
-        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible())
+        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && !widget->focusProxy())
             result.append(widget);
     return result;
 }
@@ -269,6 +269,19 @@ TEST_F(WindowTest, aBrickThatTheNetworkRefusesShowsAStopCursor)
     EXPECT_EQ(document()->getUser()->getNumBricks(), 2);
     EXPECT_TRUE(m_window->getMessage().contains(QLatin1String("Glass")));
     palette->setUser(nullptr);
+}
+
+TEST_F(WindowTest, newBricksLieOnNoOthers)
+{
+    for (int i = 0; i < 12; ++i)
+        addFromPalette(i % 2 ? "glossy" : "float checker");
+    const QVector<DzShaderBrick*> bricks = bricksOf(document()->getUser());
+    for (int i = 0; i < bricks.size(); ++i)
+        for (int k = 0; k < i; ++k) {
+            const QRectF a(BrickAppearance::position(bricks.at(i)), BrickAppearance::size(bricks.at(i)));
+            const QRectF b(BrickAppearance::position(bricks.at(k)), BrickAppearance::size(bricks.at(k)));
+            EXPECT_FALSE(a.intersects(b)) << i << " and " << k;
+        }
 }
 
 // The text for the renderer.
@@ -642,7 +655,7 @@ TEST_F(WindowTest, shortcutsAreListedAndFound)
                                     Qt::MatchStartsWith | Qt::MatchRecursive)
                                 .value(0);
     ASSERT_NE(undo, nullptr);
-    EXPECT_EQ(undo->text(1), QStringLiteral("Ctrl+Z"));
+    EXPECT_TRUE(undo->text(1).contains(QLatin1String("Ctrl+Z"))) << undo->text(1).toStdString();
     QTest::keyClicks(page->findChild<QLineEdit*>(), QStringLiteral("ctrl+w"));
     EXPECT_TRUE(undo->isHidden());
     EXPECT_FALSE(itemNamed(list, "Close")->isHidden());
