@@ -36,10 +36,7 @@ NumberField::NumberField(QWidget* parent)
     QPalette clear;
     clear.setColor(QPalette::Base, Qt::transparent);
     setPalette(clear);
-    connect(this, &QLineEdit::returnPressed, this, [this] {
-        finishTyping();
-        startTyping();
-    });
+    connect(this, &QLineEdit::returnPressed, this, &NumberField::finishTyping);
 }
 
 void NumberField::showValue(double value, const QString& text)
@@ -168,7 +165,6 @@ void NumberField::stepBy(double steps)
     finishTyping();
     const double step = m_whole ? qMax(1.0, m_step) : m_step;
     emit entered(rounded(m_value + steps * step));
-    startTyping();
 }
 
 void NumberField::keyPressEvent(QKeyEvent* event)

@@ -61,8 +61,10 @@ public:
         connect(m_field, &NumberField::dragged, this,
             [this](double value) { getGroup().setNumber(value); });
         connect(m_field, &NumberField::dragFinished, this, &NumberEditor::endSession);
-        connect(m_field, &NumberField::entered, this,
-            [this](double value) { getGroup().setNumber(value); });
+        connect(m_field, &NumberField::entered, this, [this](double value) {
+            getGroup().setNumber(value);
+            refresh(); // the next key may come before the panel is up to date
+        });
         connect(m_field, &NumberField::refused, this, &NumberEditor::message);
     }
 
