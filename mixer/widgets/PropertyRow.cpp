@@ -34,6 +34,7 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addWidget(m_name, 0, Qt::AlignTop);
+    layout->addSpacing(6);
     layout->addLayout(lines, 1);
     m_mapButton = addTool(LineIcon::Image, tr("Map of %1").arg(group.getLabel()));
     m_resetButton = addTool(LineIcon::Reset, tr("Reset %1 to its default").arg(group.getLabel()));
@@ -109,6 +110,8 @@ void PropertyRow::refresh()
     m_editor->setEnabled(!locked);
     DzShaderBrick* source = m_group.getSource();
     m_source->setVisible(source != nullptr);
+    // What is linked takes the value's place.
+    m_editor->setVisible(source == nullptr);
     if (source)
         m_source->setText(QStringLiteral("%1 (%2)").arg(
             source->getBrickTitle(), QString::number(source->getBrickID())));
