@@ -140,8 +140,7 @@ void runStrip(const ChangeOptions& options)
 
 void addApplyCommand(CLI::App& program)
 {
-    CLI::App* command
-        = program.add_subcommand("apply", "Put a network on the surfaces of a scene");
+    CLI::App* command = program.add_subcommand("apply", "Put a network on the surfaces of a scene");
     auto options = std::make_shared<ApplyOptions>();
     command->add_option("NET", options->network, "Network file (.sskn)")->required();
     options->addTo(command, "Surfaces to put it on");

@@ -108,8 +108,7 @@ void printList(const QVector<Rebuilt>& list, const RebuildOptions& options)
     QVector<QStringList> rows;
     rows.append({ QStringLiteral("surface"), QStringLiteral("bricks"), QStringLiteral("file") });
     for (const Rebuilt& rebuilt : list)
-        rows.append(
-            { rebuilt.surface.path(), QString::number(rebuilt.numBricks), rebuilt.file });
+        rows.append({ rebuilt.surface.path(), QString::number(rebuilt.numBricks), rebuilt.file });
     printText(formatTable(rows).toUtf8());
 }
 

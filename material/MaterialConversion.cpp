@@ -72,8 +72,10 @@ void removeRenderProperties(DzMaterial* material)
 /// Adds a property in place of one of the same name.
 void replaceProperty(DzMaterial* material, DzProperty* property)
 {
-    if (DzProperty* before = material->findProperty(property->getName()))
-        removeAnyProperty(material, before);
+    // A name that is taken is refused, which is rare.
+    if (material->addProperty(property) == DZ_NO_ERROR)
+        return;
+    removeAnyProperty(material, material->findProperty(property->getName()));
     material->addProperty(property);
 }
 
@@ -184,19 +186,24 @@ VireoTextureBrick* createImageMap(const DzProperty* source)
     return nullptr;
 }
 
-/// Feeds an input from an image map with the source's value and map; false when it takes none.
-bool linkImageMap(VireoBrickUser* user, DzBrickParam* input, const DzProperty* source)
+/// Brings one of a surface's properties into a brick: a mapped one by an image map that feeds the
+/// input, any other by its value.
+void readProperty(
+    VireoBrickUser* user, DzBrickParam* input, DzProperty* target, const DzProperty* source)
 {
     DzTSharedPointer<VireoTextureBrick> image(createImageMap(source));
-    if (!image)
-        return false;
-    DzBrickParam* result = image->findParameterByArg(QLatin1String("result"));
-    if (!input->canConnect(result))
-        return false;
+    DzBrickParam* result = image ? image->findParameterByArg(QLatin1String("result")) : nullptr;
+    if (!image || !input->canConnect(result)) {
+        copyValue(target, source);
+        // Where the input takes no such texture, the value comes alone.
+        DzNumericProperty* numeric = qobject_cast<DzNumericProperty*>(target);
+        if (image && numeric)
+            numeric->clearMap();
+        return;
+    }
     image->findParameterByArg(QLatin1String("filename"))->getProperty(0)->copyFrom(source);
     user->addBrick(image);
     input->addConnection(result);
-    return true;
 }
 
 void readProperties(VireoBrickUser* user, VireoMaterialBrick* brick, const DzMaterial* material,
@@ -205,11 +212,9 @@ void readProperties(VireoBrickUser* user, VireoMaterialBrick* brick, const DzMat
     const QString prefix = renderPrefix() + type + QLatin1Char('_');
     for (int i = 0; i < brick->getNumParameters(); ++i) {
         DzBrickParam* param = brick->getParameter(i);
-        for (int k = 0; k < param->getNumProperties(); ++k) {
-            const DzProperty* source = material->findProperty(prefix + param->getArg(k));
-            if (source && !linkImageMap(user, param, source))
-                copyValue(param->getProperty(k), source);
-        }
+        for (int k = 0; k < param->getNumProperties(); ++k)
+            if (const DzProperty* source = material->findProperty(prefix + param->getArg(k)))
+                readProperty(user, param, param->getProperty(k), source);
     }
 }
 
@@ -248,8 +253,10 @@ void applyToSelectedMaterials(VireoBrickUser* user)
             QLatin1String("No material(s) selected"), QMessageBox::Ok);
         return;
     }
-    DzSettings attributes;
-    user->getAttributes(&attributes);
+    DzSettings written;
+    user->getAttributes(&written);
+    // Copies of a copy share one tree: all surfaces together keep the network once.
+    const DzSettings attributes(written);
     DzUndoStackHold hold;
     GeneratedCode code;
     if (VireoRootBrick* root = findRootBrick(user)) {

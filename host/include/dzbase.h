@@ -15,7 +15,7 @@ public:
     explicit DzBase(const QString& name = QString());
     ~DzBase() override;
 
-    QString getName() const { return m_name; }
+    const QString& getName() const { return m_name; }
     virtual void setName(const QString& name);
 
     /// Name of the object's own class.

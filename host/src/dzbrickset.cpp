@@ -29,14 +29,18 @@ QString DzBrickSet::getShaderFile() const
 
 void DzBrickSet::apply(DzRenderSettings* settings)
 {
+    // Whoever hears that files are made may change the network, and with it this set and its root.
+    const DzTSharedPointer<DzBrickSet> thisAlive(this);
+    const DzTSharedPointer<DzShaderBrick> rootAlive(m_root);
     DzRenderer* engine = settings->renderEngine;
+    const QString shader = getShaderFile();
     if (!m_hasShader) {
         m_owner->generatingFilesStarted();
         m_root->setGlobalBrickRenderSettings(this, engine);
         m_root->setBrickRenderSettings(this, engine);
         const std::unique_ptr<DzShaderString> code(m_root->getShaderCodeCall(QStringList()));
-        m_hasShader = engine->compileShader(getShaderFile(), code ? code->getText() : QString());
+        m_hasShader = engine->compileShader(shader, code ? code->getText() : QString());
         m_owner->generatingFilesFinished();
     }
-    engine->riSurface(m_hasShader ? getShaderFile() : QString(), 0, nullptr, nullptr);
+    engine->riSurface(m_hasShader ? shader : QString(), 0, nullptr, nullptr);
 }

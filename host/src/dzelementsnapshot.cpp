@@ -7,6 +7,7 @@
 #include "dznumericproperty.h"
 #include "dzproperty.h"
 #include "dztexture.h"
+#include "settingsjson.h"
 
 namespace {
 
@@ -25,8 +26,18 @@ QString descriptionOf(const DzProperty* property)
     flags += QLatin1Char(property->isHidden() ? 'h' : '-');
     flags += QLatin1Char(property->isLocked() ? 'l' : '-');
     flags += QLatin1Char(property->isUserProperty() ? 'u' : '-');
-    return property->className() + QLatin1Char(' ') + flags + QLatin1Char(' ')
-        + property->getPath();
+    // Paths begin at the root, whether they say so or not.
+    QString path = property->getPath();
+    if (!path.startsWith(QLatin1Char('/')))
+        path.prepend(QLatin1Char('/'));
+    return property->className() + QLatin1Char(' ') + flags + QLatin1Char(' ') + path;
+}
+
+/// Equal in a file: a single-precision number and what was read of its text are not equal
+/// otherwise.
+bool areSameSettings(const DzSettings& a, const DzSettings& b)
+{
+    return a.isEqual(b) || settingsToJson(a) == settingsToJson(b);
 }
 
 } // namespace
@@ -77,7 +88,7 @@ bool DzElementSnapshot::isSame(const Entry& a, const Entry& b)
     if (a.value != b.value || a.label != b.label || a.description != b.description)
         return false;
     return !a.settings || !b.settings ? !a.settings && !b.settings
-                                      : a.settings->isEqual(*b.settings);
+                                      : areSameSettings(*a.settings, *b.settings);
 }
 
 QVector<DzElementChange> DzElementSnapshot::changesTo(const DzElementSnapshot& later) const
