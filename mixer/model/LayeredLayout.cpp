@@ -14,7 +14,7 @@ const int placeSweeps = 6;
 /// So many rounds without fewer crossings end the reordering.
 const int idleSweeps = 3;
 /// A wire that passes a column keeps this much room.
-const qreal passGap = 12;
+const qreal passGap = 20;
 /// Wires that pass columns are worth this many boxes and edges; beyond it the longest are left out.
 const int passesPerPart = 6;
 /// How much straighter than others a wire that passes columns is kept.
@@ -137,18 +137,30 @@ void Group::dropLoops()
     m_edges = kept;
 }
 
-/// Every box stands one column left of the leftmost box that it feeds.
+/// Every box stands one column left of the leftmost box that it feeds, or nearer to what feeds it
+/// when more wires lead there.
 void Group::makeColumns()
 {
     const int count = m_boxes.size();
     QVector<QVector<int>> fed(count);
-    for (const LayeredLayout::Edge& edge : qAsConst(m_edges))
+    QVector<QVector<int>> feeders(count);
+    for (const LayeredLayout::Edge& edge : qAsConst(m_edges)) {
         fed[edge.from].append(edge.to);
+        feeders[edge.to].append(edge.from);
+    }
     m_columnOf.fill(0, count);
     for (int i = m_order.size() - 1; i >= 0; --i) {
         const int box = m_order.at(i);
         for (const int next : qAsConst(fed[box]))
             m_columnOf[box] = qMax(m_columnOf.at(box), m_columnOf.at(next) + 1);
+    }
+    for (const int box : qAsConst(m_order)) {
+        if (feeders.at(box).size() <= fed.at(box).size())
+            continue;
+        int nearest = m_columnOf.at(feeders.at(box).first());
+        for (const int feeder : qAsConst(feeders[box]))
+            nearest = qMin(nearest, m_columnOf.at(feeder));
+        m_columnOf[box] = nearest - 1;
     }
 }
 
@@ -220,9 +232,8 @@ void Group::orderAtFirst()
         });
     QVector<bool> isSeen(m_items.size(), false);
     QVector<int> stack;
-    // Whatever feeds nothing stands in the first column.
     for (int start = 0; start < m_items.size(); ++start) {
-        if (m_items.at(start).column != 0)
+        if (!m_items.at(start).rightSegments.isEmpty())
             continue;
         stack.append(start);
         while (!stack.isEmpty()) {
@@ -236,10 +247,6 @@ void Group::orderAtFirst()
                 stack.append(m_segments.at(item.leftSegments.at(i)).left);
         }
     }
-    // Boxes whose every wire was left out.
-    for (int i = 0; i < m_items.size(); ++i)
-        if (!isSeen.at(i))
-            m_columns[m_items.at(i).column].append(i);
     for (int column = 0; column < columnCount; ++column)
         setRanks(column);
 }

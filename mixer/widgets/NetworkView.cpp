@@ -34,6 +34,7 @@ const qreal gridStep = 20;
 const int gridSteps = 5;      ///< a stronger line at each of these
 const qreal smallestGrid = 7; ///< pixels between lines
 const qreal zoomLimits[] = { 0.02, 4 };
+const qreal smallestZoom = 1e-4; ///< for networks that do not fit otherwise
 const qreal zoomPerNotch = 1.2;
 const qreal zoomMargin = 40;
 const qreal reachPixels = 8;
@@ -400,7 +401,8 @@ void NetworkView::clearBadges()
 
 void NetworkView::zoomAt(const QPointF& place, qreal factor)
 {
-    const qreal wanted = qBound(zoomLimits[0], getZoom() * factor, zoomLimits[1]);
+    const qreal lowest = qMin(zoomLimits[0], getZoom());
+    const qreal wanted = qBound(lowest, getZoom() * factor, zoomLimits[1]);
     const QPointF before = mapFromScene(place);
     setTransform(QTransform::fromScale(wanted, wanted));
     const QPointF after = mapFromScene(place);
@@ -417,7 +419,7 @@ void NetworkView::zoomTo(const QRectF& box)
     const QSizeF room = viewport()->size();
     const qreal fit = qMin(room.width() / wide.width(), room.height() / wide.height());
     // Nobody wants to see a single brick fill the screen.
-    const qreal zoom = qBound(zoomLimits[0], fit, qreal(1));
+    const qreal zoom = qBound(smallestZoom, fit, qreal(1));
     setTransform(QTransform::fromScale(zoom, zoom));
     goTo(box.center());
     emit zoomChanged(zoom);
