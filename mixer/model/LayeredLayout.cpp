@@ -138,7 +138,7 @@ void Group::dropLoops()
 }
 
 /// Every box stands one column left of the leftmost box that it feeds, or nearer to what feeds it
-/// when more wires lead there.
+/// when no fewer wires lead there.
 void Group::makeColumns()
 {
     const int count = m_boxes.size();
@@ -155,7 +155,7 @@ void Group::makeColumns()
             m_columnOf[box] = qMax(m_columnOf.at(box), m_columnOf.at(next) + 1);
     }
     for (const int box : qAsConst(m_order)) {
-        if (feeders.at(box).size() <= fed.at(box).size())
+        if (feeders.at(box).isEmpty() || feeders.at(box).size() < fed.at(box).size())
             continue;
         int nearest = m_columnOf.at(feeders.at(box).first());
         for (const int feeder : qAsConst(feeders[box]))

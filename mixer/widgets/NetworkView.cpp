@@ -333,7 +333,7 @@ QPointF NetworkView::placeForNew() const
 void NetworkView::openSearch(const QPointF& place, DzBrickParam* pin)
 {
     delete m_search;
-    m_search = new BrickSearchPopup(m_edit->getUser(), pin, this);
+    m_search = new BrickSearchPopup(m_edit, pin, this);
     const QPointer<DzBrickParam> guarded(pin);
     const bool hasPin = pin;
     connect(m_search, &BrickSearchPopup::chosen, this, [=](const QString& className) {
@@ -893,11 +893,15 @@ void NetworkView::dragMoveEvent(QDragMoveEvent* event)
         return;
     }
     event->acceptProposedAction();
+    m_scene->setMarkedWire(wireFor(className, mapToScene(event->pos())));
+}
+
+/// The wire there that a brick of the class can be put into.
+BrickLink NetworkView::wireFor(const QString& className, const QPointF& place) const
+{
     const BrickKind* kind = BrickCatalogue::instance()->find(className);
-    BrickLink link = m_scene->hitWire(mapToScene(event->pos()), getReach());
-    if (!NetworkEdit::canInsertOnLink(kind->sample, link))
-        link = BrickLink();
-    m_scene->setMarkedWire(link);
+    const BrickLink link = m_scene->hitWire(place, getReach());
+    return NetworkEdit::canInsertOnLink(kind->sample, link) ? link : BrickLink();
 }
 
 void NetworkView::dragLeaveEvent(QDragLeaveEvent*)
@@ -908,12 +912,12 @@ void NetworkView::dragLeaveEvent(QDragLeaveEvent*)
 void NetworkView::dropEvent(QDropEvent* event)
 {
     const QString className = droppedClass(event);
-    const BrickLink link = m_scene->getMarkedWire();
     m_scene->setMarkedWire(BrickLink());
     if (className.isEmpty()) {
         event->ignore();
         return;
     }
+    const BrickLink link = wireFor(className, mapToScene(event->pos()));
     const QPointF grip(BrickAppearance::defaultWidth / 2, BrickAppearance::titleHeight / 2);
     const QPointF place((mapToScene(event->pos()) - grip).toPoint());
     QString error;
@@ -996,11 +1000,9 @@ void NetworkView::paintHint(
     // In pixels, whatever the zoom: it is read, not looked at.
     const QPointF anchor = painter->transform().map(place) + QPointF(16, 18);
     painter->resetTransform();
-    painter->scale(painter->device()->devicePixelRatioF(), painter->device()->devicePixelRatioF());
     painter->setFont(style.font);
     const QFontMetricsF metrics(style.font);
-    QRectF box(anchor / painter->device()->devicePixelRatioF(),
-        QSizeF(metrics.horizontalAdvance(text) + 16, metrics.height() + 8));
+    QRectF box(anchor, QSizeF(metrics.horizontalAdvance(text) + 16, metrics.height() + 8));
     // Inside the window.
     const QRectF window = viewport()->rect();
     box.moveRight(qMin(box.right(), window.right() - 4));
