@@ -137,8 +137,8 @@ void Group::dropLoops()
     m_edges = kept;
 }
 
-/// Every box stands one column left of the leftmost box that it feeds, or nearer to what feeds it
-/// when no fewer wires lead there.
+/// Every box stands one column left of the leftmost box that it feeds, or beside what feeds it when
+/// that makes wires no longer.
 void Group::makeColumns()
 {
     const int count = m_boxes.size();
@@ -149,19 +149,30 @@ void Group::makeColumns()
         feeders[edge.to].append(edge.from);
     }
     m_columnOf.fill(0, count);
+    // A box may leave for the left when no more wires hold it at boxes that stay.
+    QVector<bool> isFree(count, false);
     for (int i = m_order.size() - 1; i >= 0; --i) {
         const int box = m_order.at(i);
+        int holding = 0;
+        for (const int next : qAsConst(fed[box])) {
+            m_columnOf[box] = qMax(m_columnOf.at(box), m_columnOf.at(next) + 1);
+            holding += !isFree.at(next);
+        }
+        isFree[box] = !feeders.at(box).isEmpty() && feeders.at(box).size() >= holding;
+    }
+    // What nothing feeds goes along with the box that it feeds.
+    const auto isSource = [&](int box) { return feeders.at(box).isEmpty(); };
+    for (const int box : qAsConst(m_order)) {
+        int nearest = -1;
+        for (const int feeder : qAsConst(feeders[box]))
+            if (!isSource(feeder) && (nearest < 0 || m_columnOf.at(feeder) < nearest))
+                nearest = m_columnOf.at(feeder);
+        if (isFree.at(box) && nearest > 0)
+            m_columnOf[box] = nearest - 1;
+    }
+    for (const int box : qAsConst(m_order))
         for (const int next : qAsConst(fed[box]))
             m_columnOf[box] = qMax(m_columnOf.at(box), m_columnOf.at(next) + 1);
-    }
-    for (const int box : qAsConst(m_order)) {
-        if (feeders.at(box).isEmpty() || feeders.at(box).size() < fed.at(box).size())
-            continue;
-        int nearest = m_columnOf.at(feeders.at(box).first());
-        for (const int feeder : qAsConst(feeders[box]))
-            nearest = qMin(nearest, m_columnOf.at(feeder));
-        m_columnOf[box] = nearest - 1;
-    }
 }
 
 void Group::makeItems()

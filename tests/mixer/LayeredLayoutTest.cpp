@@ -91,11 +91,13 @@ TEST(LayeredLayout, aLongWirePassesBetweenTheBoxes)
 
 TEST(LayeredLayout, anEndThatNobodyUsesStandsBesideWhatFeedsIt)
 {
-    // A chain, and a spare box fed by its first one.
-    const Edges edges { edge(0, 1), edge(1, 2), edge(2, 3), edge(0, 4) };
-    const QVector<QPointF> places = LayeredLayout().arrange(boxes(5), edges);
-    EXPECT_EQ(places.at(4).x(), places.at(1).x());
-    expectNoOverlap(boxes(5), places);
+    // A chain, and a spare box fed by its second one and by one that nothing feeds.
+    const Edges edges { edge(0, 1), edge(1, 2), edge(2, 3), edge(3, 4), edge(1, 5), edge(6, 5) };
+    const QVector<QPointF> places = LayeredLayout().arrange(boxes(7), edges);
+    EXPECT_EQ(places.at(5).x(), places.at(2).x());
+    EXPECT_EQ(places.at(6).x(), places.at(1).x());
+    expectNoOverlap(boxes(7), places);
+    expectLeftToRight(boxes(7), edges, places);
 }
 
 TEST(LayeredLayout, groupsAndLooseBoxesStandOneBelowTheOther)
