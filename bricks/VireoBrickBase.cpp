@@ -3,6 +3,7 @@
 
 #include "VireoBrickBase.h"
 
+#include "ExportText.h"
 #include "LinkTypes.h"
 #include "PropertyDefaults.h"
 #include "SceneCodeWriter.h"
@@ -88,6 +89,13 @@ CodeResult* VireoBrickBase::writeCode(CodeResult* result, SceneCodeWriter*)
     result->kind = CodeResult::NothingKind;
     result->name.clear();
     return result;
+}
+
+QVariantMap VireoBrickBase::getSceneCode(bool literalValues)
+{
+    GenerateOptions options;
+    options.literalValues = literalValues;
+    return sceneCodeMap(this, generateCode(this, options));
 }
 
 void VireoBrickBase::writeParameters(SceneCodeWriter* writer)

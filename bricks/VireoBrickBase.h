@@ -11,6 +11,7 @@
 #include <QList>
 #include <QPointer>
 #include <QStringList>
+#include <QVariant>
 
 class DzBrickParam;
 class SceneCodeWriter;
@@ -48,6 +49,11 @@ public:
     virtual void writeParameters(SceneCodeWriter* writer);
     /// The renderer's word for the kind of material, volume or texture; empty in the base.
     virtual QString getLuxType() const;
+
+    /// The LuxRender text of the brick and what feeds it, for scripts and for programs that know
+    /// the plug-in only by name; see sceneCodeMap() for what it holds. Empties the cache of
+    /// generated code.
+    Q_INVOKABLE QVariantMap getSceneCode(bool literalValues);
 
     // Creating inputs. Each makes a host property with an input of the same name at the end of the
     // parameters, without undo. `custom` marks an input that a user added and may remove again.

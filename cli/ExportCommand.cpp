@@ -4,6 +4,7 @@
 #include "Command.h"
 
 #include "ExportText.h"
+#include "SceneSurfaces.h"
 #include "VireoRootBrick.h"
 #include "dzapp.h"
 #include "dzbrickuserfile.h"
@@ -69,11 +70,8 @@ void noticeUnwrittenMaps(const GeneratedCode& code)
 
 void runExport(const ExportOptions& options)
 {
-    std::unique_ptr<QObject> object(dzApp->createInstance(QStringLiteral("VireoBrickUser")));
-    auto* user = dynamic_cast<IDzBrickUser*>(object.get());
-    if (!user)
-        fail(QStringLiteral("no loaded module offers the class VireoBrickUser; put the module "
-                            "siskin beside the program or name its folder in VIREO_PLUGIN_PATH"));
+    const BrickUserHandle network;
+    IDzBrickUser* const user = network.user;
     const QString path = argumentText(options.file);
     DzBrickUserFile file;
     if (!file.load(path, user))

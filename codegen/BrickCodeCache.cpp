@@ -21,7 +21,9 @@ int walkDepth = 0;
 void writeBrick(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
 {
     ++walkDepth;
+    writer->beginBrick(brick);
     brick->writeCode(result, writer);
+    writer->endBrick();
     --walkDepth;
 }
 

@@ -5,8 +5,8 @@
 
 #include "BrickCodeCache.h"
 #include "SceneCodeWriter.h"
-#include "VireoRootBrick.h"
-#include "idzbrickuser.h"
+#include "VireoBrickBase.h"
+#include "dzproperty.h"
 
 GeneratedCode generateCode(VireoBrickBase* brick, const GenerateOptions& options)
 {
@@ -22,6 +22,7 @@ GeneratedCode generateCode(VireoBrickBase* brick, const GenerateOptions& options
     code.placeholderKeys = writer.placeholderKeys;
     code.placeholderNames = writer.placeholderNames;
     code.unwrittenMaps = writer.unwrittenMaps;
+    code.statements = writer.writtenStatements();
     return code;
 }
 
@@ -30,21 +31,70 @@ QString exportSeparator()
     return QLatin1Char('#') + QString(69, QLatin1Char('-'));
 }
 
-QString exportText(const GeneratedCode& code)
+namespace {
+
+/// What stands before the material section and before the mesh section.
+QString headingText(const char* heading)
 {
-    QStringList paragraphs;
-    paragraphs << exportSeparator() << QLatin1String("# Material Settings") << code.materialText
-               << QString() << exportSeparator() << QLatin1String("# Mesh Settings")
-               << code.resultName;
-    return paragraphs.join(QLatin1String("\n"));
+    return exportSeparator() + QLatin1Char('\n') + QLatin1String(heading) + QLatin1Char('\n');
 }
 
-VireoRootBrick* findRootBrick(const IDzBrickUser* user)
+QString textBeforeMaterial()
 {
-    QList<uint> ids;
-    user->getBrickIDs(ids);
-    for (int i = ids.size() - 1; i >= 0; --i)
-        if (VireoRootBrick* root = qobject_cast<VireoRootBrick*>(user->getBrick(ids.at(i))))
-            return root;
-    return nullptr;
+    return headingText("# Material Settings");
+}
+
+QString textBeforeMesh()
+{
+    return QLatin1String("\n\n") + headingText("# Mesh Settings");
+}
+
+QVariant objectVariant(QObject* object)
+{
+    return QVariant::fromValue(object);
+}
+
+QVariantMap statementMap(QObject* brick, int begin, int length)
+{
+    QVariantMap map;
+    map.insert(QLatin1String("brick"), objectVariant(brick));
+    map.insert(QLatin1String("begin"), begin);
+    map.insert(QLatin1String("length"), length);
+    return map;
+}
+
+} // namespace
+
+QString exportText(const GeneratedCode& code)
+{
+    return textBeforeMaterial() + code.materialText + textBeforeMesh() + code.resultName;
+}
+
+QVariantMap sceneCodeMap(VireoBrickBase* brick, const GeneratedCode& code)
+{
+    QVariantList placeholders;
+    for (int i = 0; i < code.placeholderKeys.size(); ++i) {
+        DzProperty* property = code.placeholderKeys.at(i);
+        QVariantMap placeholder;
+        placeholder.insert(QLatin1String("name"), code.placeholderNames.at(i));
+        placeholder.insert(QLatin1String("brick"), objectVariant(property->getOwner()));
+        placeholder.insert(QLatin1String("property"), objectVariant(property));
+        placeholders.append(placeholder);
+    }
+    const int materialBegin = textBeforeMaterial().size();
+    QVariantList statements;
+    for (int i = 0; i < code.statements.size(); ++i) {
+        const WrittenStatement& statement = code.statements.at(i);
+        statements.append(
+            statementMap(statement.brick, materialBegin + statement.begin, statement.length));
+    }
+    const int meshBegin = materialBegin + code.materialText.size() + textBeforeMesh().size();
+    statements.append(statementMap(brick, meshBegin, code.resultName.size()));
+    QVariantMap map;
+    map.insert(QLatin1String("materialText"), code.materialText);
+    map.insert(QLatin1String("meshText"), code.resultName);
+    map.insert(QLatin1String("exportText"), exportText(code));
+    map.insert(QLatin1String("placeholders"), placeholders);
+    map.insert(QLatin1String("statements"), statements);
+    return map;
 }

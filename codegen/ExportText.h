@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "SceneCodeWriter.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
-
-class DzNumericProperty;
-class DzProperty;
-class IDzBrickUser;
-class VireoBrickBase;
-class VireoRootBrick;
+#include <QVariant>
+#include <QVector>
 
 /// The text of one brick and what feeds it, with the placeholders in it.
 struct GeneratedCode {
@@ -23,6 +21,8 @@ struct GeneratedCode {
     QStringList placeholderNames;
     /// Mapped properties whose map the text does not carry.
     QList<DzNumericProperty*> unwrittenMaps;
+    /// The parts of materialText by the brick that wrote them, in the text's order.
+    QVector<WrittenStatement> statements;
 };
 
 /// How values are written.
@@ -46,5 +46,7 @@ QString exportSeparator();
 /// The text that users see: both sections under their headings.
 QString exportText(const GeneratedCode& code);
 
-/// The root brick of a network, the last when there are several; null when there is none.
-VireoRootBrick* findRootBrick(const IDzBrickUser* user);
+/// The same for scripts and other programs: "materialText", "meshText" and "exportText";
+/// "placeholders", each with "name", "brick" and "property"; "statements", each with "brick" and
+/// "begin" and "length" in the export text, the text of the mesh section last.
+QVariantMap sceneCodeMap(VireoBrickBase* brick, const GeneratedCode& code);

@@ -65,6 +65,7 @@ SceneCodeWriter::SceneCodeWriter()
     , placeholderCounter(1)
     , literalValues(false)
     , mapFiles(false)
+    , openBuffers(0)
 {
 }
 
@@ -76,29 +77,39 @@ void SceneCodeWriter::noteUnwrittenMap(DzNumericProperty* property)
 
 void SceneCodeWriter::push()
 {
-    buffers.append(QString());
+    if (openBuffers == buffers.size())
+        buffers.append(QString());
+    ++openBuffers;
 }
 
 void SceneCodeWriter::popAndEmit()
 {
-    if (buffers.isEmpty())
+    if (openBuffers == 0)
         return;
-    output += buffers.last();
-    buffers.pop_back();
+    QString& finished = buffers[--openBuffers];
+    if (!writingBricks.isEmpty() && !finished.isEmpty()) {
+        WrittenStatement statement;
+        statement.brick = writingBricks.last();
+        statement.begin = output.size();
+        statement.length = finished.size();
+        statements.append(statement);
+    }
+    output += finished;
+    finished.resize(0);
 }
 
 QString SceneCodeWriter::takeAndDrop()
 {
     const QString taken = text();
-    buffers.pop_back();
+    buffers[--openBuffers].clear();
     return taken;
 }
 
 QString& SceneCodeWriter::text()
 {
-    if (buffers.isEmpty())
+    if (openBuffers == 0)
         qFatal("SceneCodeWriter: text is written while no statement is open");
-    return buffers.last();
+    return buffers[openBuffers - 1];
 }
 
 void SceneCodeWriter::writeTemplate(const char* pattern, const QString& first,
@@ -195,22 +206,42 @@ void SceneCodeWriter::writeTextureRef(const QString& name, const QString& textur
     writeTemplate("\t\"texture %1\" [\"%2\"]\n", name, texture);
 }
 
+int SceneCodeWriter::placeholderSlot(const DzProperty* property) const
+{
+    // Objects lie at multiples of their alignment: the multiplication brings the bits that differ
+    // to the top.
+    const quint64 address = reinterpret_cast<quintptr>(property);
+    const int mask = placeholderTable.size() - 1;
+    int slot = static_cast<int>((address * Q_UINT64_C(0x9e3779b97f4a7c15)) >> 32) & mask;
+    while (
+        placeholderTable.at(slot) >= 0 && placeholderKeys.at(placeholderTable.at(slot)) != property)
+        slot = (slot + 1) & mask;
+    return slot;
+}
+
+void SceneCodeWriter::growPlaceholderTable()
+{
+    const int size = placeholderTable.isEmpty() ? 64 : 4 * placeholderTable.size();
+    placeholderTable.fill(-1, size);
+    for (int i = 0; i < placeholderKeys.size(); ++i)
+        placeholderTable[placeholderSlot(placeholderKeys.at(i))] = i;
+}
+
 QString placeholderName(SceneCodeWriter* writer, DzProperty* property, const QString& suffix)
 {
-    const QHash<const DzProperty*, int>::const_iterator known
-        = writer->placeholderIndex.constFind(property);
-    if (known != writer->placeholderIndex.constEnd())
-        return writer->placeholderNames.at(known.value());
+    // At most half of the slots are taken, so that searches stay short.
+    if (2 * writer->placeholderKeys.size() >= writer->placeholderTable.size())
+        writer->growPlaceholderTable();
+    int& place = writer->placeholderTable[writer->placeholderSlot(property)];
+    if (place >= 0)
+        return writer->placeholderNames.at(place);
     QString name;
     name.reserve(suffix.size() + 24);
     name += QLatin1String("LuxRender_Lm_");
     appendPadded(&name, writer->placeholderCounter++);
     name += QLatin1Char('_');
     name += suffix;
-    // Growing in few steps: a run may give very many placeholders.
-    if (writer->placeholderIndex.size() == writer->placeholderIndex.capacity())
-        writer->placeholderIndex.reserve(qMax(64, 4 * writer->placeholderIndex.size()));
-    writer->placeholderIndex.insert(property, writer->placeholderKeys.size());
+    place = writer->placeholderKeys.size();
     writer->placeholderKeys.append(property);
     writer->placeholderNames.append(name);
     return name;

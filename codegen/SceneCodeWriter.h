@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QColor>
-#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -11,6 +10,21 @@
 
 class DzNumericProperty;
 class DzProperty;
+class VireoBrickBase;
+
+/// A finished statement: which brick wrote it, and where it stands in the output.
+struct WrittenStatement {
+    WrittenStatement()
+        : brick(nullptr)
+        , begin(0)
+        , length(0)
+    {
+    }
+
+    VireoBrickBase* brick;
+    int begin;
+    int length;
+};
 
 /// The state of one run of code generation: counters, open text buffers, finished text and the
 /// placeholders given so far. A new run uses a new writer.
@@ -41,6 +55,12 @@ public:
     QList<DzNumericProperty*> unwrittenMaps;
     /// Adds a property to that list if it has a map.
     void noteUnwrittenMap(DzNumericProperty* property);
+
+    // The brick that is writing: what is emitted meanwhile is its own.
+    void beginBrick(VireoBrickBase* brick) { writingBricks.append(brick); }
+    void endBrick() { writingBricks.pop_back(); }
+    /// What was emitted, in the order of the output.
+    const QVector<WrittenStatement>& writtenStatements() const { return statements; }
 
     // Buffers. A statement is written into a buffer of its own; finishing the statement appends the
     // buffer to the output, so that what a statement refers to stands before it.
@@ -75,9 +95,20 @@ private:
     friend QString placeholderName(SceneCodeWriter*, DzProperty*, const QString&);
 
     QString output;
+    /// The first `openBuffers` are in use; those behind them are empty and keep their memory for
+    /// the statements to come.
     QVector<QString> buffers;
-    /// Place of each property in the placeholder lists.
-    QHash<const DzProperty*, int> placeholderIndex;
+    int openBuffers;
+    QVector<VireoBrickBase*> writingBricks;
+    QVector<WrittenStatement> statements;
+    /// Slot of a property in the table: the one that holds its place in the placeholder lists, or
+    /// the free one where that belongs.
+    int placeholderSlot(const DzProperty* property) const;
+    void growPlaceholderTable();
+
+    /// A hash table of places in the placeholder lists, -1 for a free slot. It has no nodes of its
+    /// own: a run may give hundreds of thousands of placeholders.
+    QVector<int> placeholderTable;
 };
 
 /// The placeholder that stands for a property in this run: "LuxRender_Lm_", a number of at least

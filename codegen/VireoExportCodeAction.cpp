@@ -21,7 +21,7 @@ void setUpForCode(QPlainTextEdit* edit)
     font.setStyleHint(QFont::TypeWriter);
     edit->setFont(font);
     edit->setLineWrapMode(QPlainTextEdit::NoWrap);
-    edit->setTabStopWidth(4 * QFontMetrics(font).width(QLatin1Char(' ')));
+    edit->setTabStopWidth(4 * edit->fontMetrics().width(QLatin1Char(' ')));
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "dzproperty.h"
 #include "dzshaderstring.h"
 #include "dzundostack.h"
+#include "idzbrickuser.h"
 
 namespace {
 
@@ -116,4 +117,14 @@ CodeResult* VireoRootBrick::writeCode(CodeResult* result, SceneCodeWriter* write
         sections->meshSectionParams.at(i)->writeParameterCode(writer);
     result->name = writer->takeAndDrop();
     return result;
+}
+
+VireoRootBrick* findRootBrick(const IDzBrickUser* user)
+{
+    QList<uint> ids;
+    user->getBrickIDs(ids);
+    for (int i = ids.size() - 1; i >= 0; --i)
+        if (VireoRootBrick* root = qobject_cast<VireoRootBrick*>(user->getBrick(ids.at(i))))
+            return root;
+    return nullptr;
 }

@@ -6,6 +6,7 @@
 
 #include <QList>
 
+class IDzBrickUser;
 class VireoParam;
 
 /// The end of a network: the surface's material and volumes, and the mesh's displacement and
@@ -43,3 +44,6 @@ private:
 
     Sections* sections;
 };
+
+/// The root brick of a network, the last when there are several; null when there is none.
+VireoRootBrick* findRootBrick(const IDzBrickUser* user);

@@ -9,8 +9,8 @@ namespace MaterialText {
 
 /// How deep lists and objects may stand in one another.
 const int maximumDepth = 100;
-/// How many values a text may hold; evaluating that many takes a moment and some 100 MB.
-const int maximumValues = 250000;
+/// How many values a text may hold; evaluating that many takes a moment and some 200 MB.
+const int maximumValues = 100000;
 
 /// True when the text is nothing but data: objects, lists, strings, numbers and the words for
 /// constants, with comments between, within the limits above. Evaluating such a text takes time and

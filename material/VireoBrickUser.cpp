@@ -3,18 +3,21 @@
 
 #include "VireoBrickUser.h"
 
+#include "MaterialConversion.h"
+#include "NetworkPersistence.h"
 #include "VireoBrickBase.h"
 #include "dzapp.h"
+#include "dzrenderer.h"
 #include "dzsettings.h"
 #include "dzundostack.h"
 
-namespace {
-
-const char* const setupKey = "BrickSetup";
-
-} // namespace
+/// Kept for state to come: the class's size is part of what the host's modules agree on.
+class VireoBrickUserPrivate
+{
+};
 
 VireoBrickUser::VireoBrickUser()
+    : d(new VireoBrickUserPrivate)
 {
     setName(QLatin1String("Vireo Brick User"));
     setBrickUserName(QLatin1String("Vireo Brick User"));
@@ -23,13 +26,14 @@ VireoBrickUser::VireoBrickUser()
 VireoBrickUser::~VireoBrickUser()
 {
     DzUndoStackLock lock;
-    deleteAllBricks();
+    DzDefaultBrickUser::deleteAllBricks();
+    delete d;
 }
 
 DzElement* VireoBrickUser::setAttributes(const DzSettings* settings)
 {
     const DzSettings* setup
-        = settings ? settings->getSettingsValue(QLatin1String(setupKey)) : nullptr;
+        = settings ? settings->getSettingsValue(NetworkKeys::brickSetup()) : nullptr;
     if (setup)
         setAttributesHelper(setup, nullptr);
     return this;
@@ -37,9 +41,9 @@ DzElement* VireoBrickUser::setAttributes(const DzSettings* settings)
 
 void VireoBrickUser::getAttributes(DzSettings* settings) const
 {
-    DzSettings* setup = settings->setSettingsValue(QLatin1String(setupKey));
+    DzSettings* setup = settings->setSettingsValue(NetworkKeys::brickSetup());
     QList<uint> ids;
-    getBrickIDs(ids);
+    DzDefaultBrickUser::getBrickIDs(ids);
     getAttributesHelper(setup, ids, nullptr);
 }
 
@@ -127,6 +131,159 @@ bool VireoBrickUser::shouldAlwaysEmbed() const
     return true;
 }
 
+QString VireoBrickUser::getExtension() const
+{
+    return QLatin1String("sskn");
+}
+
+QString VireoBrickUser::getBrickUserName() const
+{
+    return DzDefaultBrickUser::getBrickUserName();
+}
+
+void VireoBrickUser::setBrickUserName(const QString& name)
+{
+    DzDefaultBrickUser::setBrickUserName(name);
+}
+
+int VireoBrickUser::getNumBrickSets() const
+{
+    return DzDefaultBrickUser::getNumBrickSets();
+}
+
+DzBrickSet* VireoBrickUser::getBrickSet(int index) const
+{
+    return DzDefaultBrickUser::getBrickSet(index);
+}
+
+uint VireoBrickUser::addBrick(DzShaderBrick* brick)
+{
+    const uint id = DzDefaultBrickUser::addBrick(brick);
+    if (id != 0)
+        emit brickAdded(brick);
+    return id;
+}
+
+DzShaderBrick* VireoBrickUser::getBrick(uint id) const
+{
+    return DzDefaultBrickUser::getBrick(id);
+}
+
+QVariantList VireoBrickUser::getBrickIDs() const
+{
+    QList<uint> ids;
+    DzDefaultBrickUser::getBrickIDs(ids);
+    QVariantList list;
+    for (int i = 0; i < ids.size(); ++i)
+        list.append(ids.at(i));
+    return list;
+}
+
+void VireoBrickUser::getBrickIDs(QList<uint>& ids) const
+{
+    DzDefaultBrickUser::getBrickIDs(ids);
+}
+
+bool VireoBrickUser::deleteBrick(uint id)
+{
+    return DzDefaultBrickUser::deleteBrick(id);
+}
+
+bool VireoBrickUser::deleteBrick(DzShaderBrick* brick)
+{
+    return DzDefaultBrickUser::deleteBrick(brick);
+}
+
+void VireoBrickUser::deleteAllBricks()
+{
+    DzDefaultBrickUser::deleteAllBricks();
+}
+
+void VireoBrickUser::invalidateSets()
+{
+    DzDefaultBrickUser::invalidateSets();
+}
+
+bool VireoBrickUser::moveBrick(uint id, IDzBrickUser* newOwner)
+{
+    return DzDefaultBrickUser::moveBrick(id, newOwner);
+}
+
+QUuid VireoBrickUser::getIdentifier() const
+{
+    return DzDefaultBrickUser::getIdentifier();
+}
+
+void VireoBrickUser::setIdentifier(const QUuid& identifier)
+{
+    DzDefaultBrickUser::setIdentifier(identifier);
+}
+
+void VireoBrickUser::updateIdentifierOnSetInvalidate(bool onOff)
+{
+    DzDefaultBrickUser::updateIdentifierOnSetInvalidate(onOff);
+}
+
+bool VireoBrickUser::isInEditMode() const
+{
+    return DzDefaultBrickUser::isInEditMode();
+}
+
+void VireoBrickUser::startEditMode()
+{
+    DzDefaultBrickUser::startEditMode();
+}
+
+void VireoBrickUser::endEditMode()
+{
+    DzDefaultBrickUser::endEditMode();
+}
+
+void VireoBrickUser::applyToScene()
+{
+    applyToSelectedMaterials(this);
+}
+
+QList<IDzBrickUser*> VireoBrickUser::fromScene()
+{
+    const QList<VireoBrickUser*> converted = convertSelectedMaterials();
+    QList<IDzBrickUser*> users;
+    for (int i = 0; i < converted.size(); ++i)
+        users.append(converted.at(i));
+    return users;
+}
+
+void VireoBrickUser::applyElementPropsToSettings(
+    QHash<QString, DzShaderBrick*> createdBricks, const DzSettings* propertyMapSet, DzElement* elem)
+{
+    applyPropertyMap(createdBricks, propertyMapSet, elem);
+}
+
+bool VireoBrickUser::usesLocalShaderSpace() const
+{
+    return DzDefaultBrickUser::usesLocalShaderSpace();
+}
+
+void VireoBrickUser::removeSet(DzBrickSet* set)
+{
+    DzDefaultBrickUser::removeSet(set);
+}
+
+void VireoBrickUser::brickIDChanged(int oldID)
+{
+    DzDefaultBrickUser::brickIDChanged(oldID);
+}
+
+void VireoBrickUser::resolvePropertyOwnership(DzShaderBrick* brick)
+{
+    DzDefaultBrickUser::resolvePropertyOwnership(brick);
+}
+
+bool VireoBrickUser::allowsAutoBake() const
+{
+    return false;
+}
+
 bool VireoBrickUser::canUseBrick(const DzShaderBrick* brick) const
 {
     return qobject_cast<const VireoBrickBase*>(brick) != nullptr;
@@ -137,17 +294,33 @@ IDzBrickUser* VireoBrickUser::createBrickUser() const
     return new VireoBrickUser;
 }
 
-QString VireoBrickUser::getExtension() const
+void VireoBrickUser::generatingFilesStarted()
 {
-    return QLatin1String("sskn");
+    emit generateFilesStarted();
 }
 
-uint VireoBrickUser::addBrick(DzShaderBrick* brick)
+void VireoBrickUser::generatingFilesFinished()
 {
-    const uint id = DzDefaultBrickUser::addBrick(brick);
-    if (id != 0)
-        emit brickAdded(brick);
-    return id;
+    emit generateFilesFinished();
+}
+
+void VireoBrickUser::setGLMat(DzDrawStyle*)
+{
+}
+
+void VireoBrickUser::unsetGLMat(DzDrawStyle*)
+{
+}
+
+void VireoBrickUser::setShader(DzRenderSettings* settings)
+{
+    settings->renderEngine->riSurface(QString(), 0, nullptr, nullptr);
+    for (int i = 0; i < getNumBrickSets(); ++i)
+        getBrickSet(i)->apply(settings);
+}
+
+void VireoBrickUser::setTextureConvertShader(DzRenderSettings*)
+{
 }
 
 void VireoBrickUser::brickWasRestored(DzShaderBrick* brick)

@@ -37,11 +37,20 @@ public:
 
     int getNumBrickSets() const override;
     DzBrickSet* getBrickSet(int index) const override;
-    void invalidateSets() override { m_setsValid = false; }
+    void removeSet(DzBrickSet* set) override;
+    void invalidateSets() override;
+    void updateIdentifierOnSetInvalidate(bool onOff) override { m_updatesIdentifier = onOff; }
 
     bool isInEditMode() const override { return m_editMode; }
     void startEditMode() override { m_editMode = true; }
     void endEditMode() override { m_editMode = false; }
+
+    bool usesLocalShaderSpace() const override { return false; }
+    void brickIDChanged(int oldID) override;
+    /// Properties belong to their bricks, whatever the brick: only the sets are made anew.
+    void resolvePropertyOwnership(DzShaderBrick* brick) override;
+    void generatingFilesStarted() override {}
+    void generatingFilesFinished() override {}
 
     /// Writes the bricks with the given numbers, and the links among them, into `settings`.
     /// `names`, when not null, receives the name under which each brick was written.
@@ -72,6 +81,7 @@ private:
     QString m_name;
     QUuid m_identifier;
     bool m_editMode = false;
+    bool m_updatesIdentifier = false;
     mutable bool m_setsValid = false;
     mutable QVector<DzBrickSet*> m_sets;
     /// What was read from a file and not understood, by the tree it stood in.

@@ -38,6 +38,7 @@ signals:
 
 protected:
     DzProperty* createSimilar() const override;
+    void assignAll(const DzProperty* model) override;
     /// The nearest item index.
     int admissible(int value) const override;
 

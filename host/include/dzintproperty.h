@@ -37,6 +37,7 @@ public:
 
 protected:
     DzProperty* createSimilar() const override;
+    void assignAll(const DzProperty* model) override;
     void applyClamping() override;
     void getValueAttributes(DzPropertySettings* settings) const override;
     void copyValueFrom(const DzNumericProperty* other) override;

@@ -26,7 +26,7 @@ public:
     /// Sets the map, as a user would; an empty name clears it. False when the property is not
     /// mappable or is locked.
     Q_INVOKABLE bool setMap(const QString& filename);
-    bool setMap(const DzTexture* texture);
+    Q_INVOKABLE bool setMap(const DzTexture* texture);
     Q_INVOKABLE void clearMap() { setMap(QString()); }
 
     /// A clamped property holds values within its limits only.
@@ -55,6 +55,7 @@ protected:
     virtual void getValueAttributes(DzPropertySettings* settings) const = 0;
     /// Copies the value of a property of the same class.
     virtual void copyValueFrom(const DzNumericProperty* other) = 0;
+    void assignAll(const DzProperty* model) override;
 
 private:
     friend class DzProperty;

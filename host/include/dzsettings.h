@@ -7,12 +7,16 @@
 #include <QString>
 #include <QVector>
 #include <functional>
+#include <memory>
 
 /// An ordered list of keys with typed values; a value may be a nested DzSettings.
 ///
 /// Keys keep the order in which they were first set; setting an existing key replaces its value
 /// in place, whatever its type was. Nested settings are owned by the one that holds them.
 /// Look-up by key is constant in time.
+///
+/// A copy shares what it was copied from until it is looked into, and then takes over one level
+/// after the other, so that many copies of one large tree cost little.
 class DzSettings : public QObject
 {
     Q_OBJECT
@@ -54,11 +58,11 @@ public:
     QByteArray getOpaqueValueAt(int index) const;
 
     // Walking.
-    Q_INVOKABLE int getNumValues() const { return m_entries.size(); }
+    Q_INVOKABLE int getNumValues() const { return entries().size(); }
     /// Key of value `index`, empty when there is none.
     Q_INVOKABLE QString getKey(int index) const;
     /// Type of value `index`, StringValue when there is none.
-    ValueType getValueType(int index) const;
+    Q_INVOKABLE ValueType getValueType(int index) const;
     /// Value `index` as text; empty for nested settings.
     Q_INVOKABLE QString getValue(int index) const;
     /// Index of `key`, -1 when absent.
@@ -70,9 +74,10 @@ public:
     void removeValues(const std::function<bool(int index)>& isUnwanted);
     Q_INVOKABLE void clear();
     /// Copies the value under `key` to the same key of `target`; false when the key is absent.
-    bool copySetting(const QString& key, DzSettings* target) const;
+    Q_INVOKABLE bool copySetting(const QString& key, DzSettings* target) const;
     /// The same to another key.
-    bool copySetting(const QString& key, DzSettings* target, const QString& targetKey) const;
+    Q_INVOKABLE bool copySetting(
+        const QString& key, DzSettings* target, const QString& targetKey) const;
     void replaceWithSettings(const DzSettings& other);
 
     /// True when both hold the same keys with the same values in the same order.
@@ -93,13 +98,34 @@ private:
         };
     };
 
+    /// A tree that nobody changes any more.
+    struct SharedTree;
+    typedef std::shared_ptr<const SharedTree> SharedTreePtr;
+
+    explicit DzSettings(const SharedTreePtr& tree);
+
     static bool entriesEqual(const Entry& a, const Entry& b);
-    void copyEntries(const DzSettings& other);
+    SharedTreePtr sharedTree() const;
+    const QVector<Entry>& entries() const
+    {
+        if (m_shared)
+            takeOverShared();
+        return m_entries;
+    }
+    QVector<Entry>& entries()
+    {
+        if (m_shared)
+            takeOverShared();
+        return m_entries;
+    }
+    void takeOverShared() const;
     Entry& entryFor(const QString& key, ValueType type);
     const Entry* find(const QString& key) const;
     void assign(const Entry& value);
 
-    QVector<Entry> m_entries;
+    mutable QVector<Entry> m_entries;
+    /// Stands for the entries until they are asked for.
+    mutable SharedTreePtr m_shared;
     /// Key to index, filled only once the list is long enough for a search to cost more.
     mutable QHash<QString, int> m_index;
 };

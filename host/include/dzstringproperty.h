@@ -29,6 +29,7 @@ public:
 
 protected:
     DzProperty* createSimilar() const override;
+    void assignAll(const DzProperty* model) override;
 
 private:
     void assignValue(const QString& value);

@@ -49,11 +49,30 @@ public:
 
     virtual int getNumBrickSets() const = 0;
     virtual DzBrickSet* getBrickSet(int index) const = 0;
+    /// Takes a set out until the sets are made anew.
+    virtual void removeSet(DzBrickSet* set) = 0;
+    /// The sets are made anew when they are asked for next.
     virtual void invalidateSets() = 0;
+    /// When on, the identifier changes whenever the sets become invalid. Off at the start.
+    virtual void updateIdentifierOnSetInvalidate(bool onOff) = 0;
 
     virtual bool isInEditMode() const = 0;
     virtual void startEditMode() = 0;
     virtual void endEditMode() = 0;
+
+    /// Puts the network on every selected surface of the scene, as one undo step.
+    virtual void applyToScene() = 0;
+    /// A new brick user for every selected surface of the scene; the caller owns them.
+    virtual QList<IDzBrickUser*> fromScene() = 0;
+    /// True when shaders of this user compute in the space of the surface rather than the camera.
+    virtual bool usesLocalShaderSpace() const = 0;
+    /// A brick got another number.
+    virtual void brickIDChanged(int oldID) = 0;
+    /// Decides again which element a brick's properties belong to.
+    virtual void resolvePropertyOwnership(DzShaderBrick* brick) = 0;
+    /// A set is about to make its shader, or has made it.
+    virtual void generatingFilesStarted() = 0;
+    virtual void generatingFilesFinished() = 0;
 
 protected:
     /// A brick came back, or went, other than through addBrick().

@@ -32,7 +32,7 @@ bool DzBoolProperty::setValueText(const QString& text, QString* error)
 
 DzProperty* DzBoolProperty::createSimilar() const
 {
-    return new DzBoolProperty(getName(), canAnimate(), isUserProperty(), getDefaultBoolValue());
+    return new DzBoolProperty(getName(), canAnimate(), isUserProperty());
 }
 
 void DzBoolProperty::getValueAttributes(DzPropertySettings* settings) const

@@ -121,7 +121,7 @@ bool DzColorProperty::setValueText(const QString& text, QString* error)
 
 DzProperty* DzColorProperty::createSimilar() const
 {
-    return new DzColorProperty(getName(), canAnimate(), isUserProperty(), getDefaultColorValue());
+    return new DzColorProperty(getName(), canAnimate(), isUserProperty());
 }
 
 void DzColorProperty::getValueAttributes(DzPropertySettings* settings) const

@@ -181,6 +181,30 @@ int DzDefaultBrickUser::getNumBrickSets() const
     return m_sets.size();
 }
 
+void DzDefaultBrickUser::removeSet(DzBrickSet* set)
+{
+    if (m_sets.removeOne(set))
+        set->unref();
+}
+
+void DzDefaultBrickUser::invalidateSets()
+{
+    m_setsValid = false;
+    if (m_updatesIdentifier)
+        m_identifier = QUuid::createUuid();
+}
+
+void DzDefaultBrickUser::brickIDChanged(int)
+{
+    invalidateSets();
+}
+
+void DzDefaultBrickUser::resolvePropertyOwnership(DzShaderBrick* brick)
+{
+    if (brick && brick->getBrickUser() == this)
+        invalidateSets();
+}
+
 DzBrickSet* DzDefaultBrickUser::getBrickSet(int index) const
 {
     return index >= 0 && index < getNumBrickSets() ? m_sets.at(index) : nullptr;

@@ -12,7 +12,7 @@
 namespace {
 
 /// Below this many properties a search is cheaper than an index.
-const int manyProperties = 8;
+const int manyProperties = 100;
 
 bool isRecorded()
 {
@@ -216,9 +216,13 @@ DzError DzElement::removeProperty(const QString& name)
 DzProperty* DzElement::findProperty(const QString& name) const
 {
     if (m_properties.size() <= manyProperties) {
-        for (DzProperty* property : m_properties)
-            if (property->getName() == name)
-                return property;
+        // From the end, where what was added last is looked for most. Most names differ in length
+        // already, which needs no call.
+        for (int i = m_properties.size() - 1; i >= 0; --i) {
+            const QString& other = m_properties.at(i)->getName();
+            if (other.size() == name.size() && other == name)
+                return m_properties.at(i);
+        }
         return nullptr;
     }
     if (m_propertyIndex.isEmpty())

@@ -53,9 +53,14 @@ bool DzEnumProperty::setValueText(const QString& text, QString* error)
 
 DzProperty* DzEnumProperty::createSimilar() const
 {
-    auto* copy = new DzEnumProperty(getName(), canAnimate(), isUserProperty());
-    copy->m_items = m_items;
-    return copy;
+    return new DzEnumProperty(getName(), canAnimate(), isUserProperty());
+}
+
+void DzEnumProperty::assignAll(const DzProperty* model)
+{
+    DzIntProperty::assignAll(model);
+    auto* source = static_cast<const DzEnumProperty*>(model);
+    m_items = source->m_items;
 }
 
 bool DzEnumProperty::readAttribute(const DzSettings& settings, const QString& key)

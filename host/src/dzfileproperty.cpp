@@ -18,9 +18,13 @@ void DzFileProperty::setFilter(const QString& filter)
 
 DzProperty* DzFileProperty::createSimilar() const
 {
-    auto* copy = new DzFileProperty(getName(), isUserProperty());
-    copy->setDefaultValue(getDefaultValue());
-    copy->m_type = m_type;
-    copy->m_filter = m_filter;
-    return copy;
+    return new DzFileProperty(getName(), isUserProperty());
+}
+
+void DzFileProperty::assignAll(const DzProperty* model)
+{
+    DzStringProperty::assignAll(model);
+    auto* source = static_cast<const DzFileProperty*>(model);
+    m_type = source->m_type;
+    m_filter = source->m_filter;
 }

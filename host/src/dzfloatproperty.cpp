@@ -126,9 +126,18 @@ bool DzFloatProperty::setValueText(const QString& text, QString* error)
 
 DzProperty* DzFloatProperty::createSimilar() const
 {
-    auto* copy = new DzFloatProperty(getName(), canAnimate(), isUserProperty(), m_default);
-    copy->m_sensitivity = m_sensitivity;
-    return copy;
+    return new DzFloatProperty(getName(), canAnimate(), isUserProperty());
+}
+
+void DzFloatProperty::assignAll(const DzProperty* model)
+{
+    DzNumericProperty::assignAll(model);
+    auto* source = static_cast<const DzFloatProperty*>(model);
+    m_value = source->m_value;
+    m_default = source->m_default;
+    m_min = source->m_min;
+    m_max = source->m_max;
+    m_sensitivity = source->m_sensitivity;
 }
 
 void DzFloatProperty::copyValueFrom(const DzNumericProperty* other)

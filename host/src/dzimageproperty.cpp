@@ -69,6 +69,13 @@ DzProperty* DzImageProperty::createSimilar() const
     return new DzImageProperty(getName(), isUserProperty());
 }
 
+void DzImageProperty::assignAll(const DzProperty* model)
+{
+    DzProperty::assignAll(model);
+    auto* source = static_cast<const DzImageProperty*>(model);
+    m_value = source->m_value;
+}
+
 void DzImageProperty::getAttributes(DzPropertySettings* settings) const
 {
     DzProperty::getAttributes(settings);

@@ -109,7 +109,17 @@ bool DzIntProperty::setValueText(const QString& text, QString* error)
 
 DzProperty* DzIntProperty::createSimilar() const
 {
-    return new DzIntProperty(getName(), canAnimate(), isUserProperty(), m_default);
+    return new DzIntProperty(getName(), canAnimate(), isUserProperty());
+}
+
+void DzIntProperty::assignAll(const DzProperty* model)
+{
+    DzNumericProperty::assignAll(model);
+    auto* source = static_cast<const DzIntProperty*>(model);
+    m_value = source->m_value;
+    m_default = source->m_default;
+    m_min = source->m_min;
+    m_max = source->m_max;
 }
 
 void DzIntProperty::copyValueFrom(const DzNumericProperty* other)

@@ -125,3 +125,12 @@ bool DzNumericProperty::readAttribute(const DzSettings& settings, const QString&
     }
     return DzProperty::readAttribute(settings, key);
 }
+
+void DzNumericProperty::assignAll(const DzProperty* model)
+{
+    DzProperty::assignAll(model);
+    auto* source = static_cast<const DzNumericProperty*>(model);
+    m_map = source->m_map;
+    m_mappable = source->m_mappable;
+    m_clamped = source->m_clamped;
+}

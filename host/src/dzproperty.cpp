@@ -188,6 +188,16 @@ void DzProperty::setIsUserProperty(bool isUser)
 {
     if (isUser == m_userProperty)
         return;
+    assignUserProperty(isUser);
+    if (isRecorded())
+        record(
+            "user", tr("Change %1").arg(m_label),
+            [=](DzProperty* p) { p->assignUserProperty(!isUser); },
+            [=](DzProperty* p) { p->assignUserProperty(isUser); });
+}
+
+void DzProperty::assignUserProperty(bool isUser)
+{
     m_userProperty = isUser;
     emit isUserPropertyChanged(isUser);
 }
@@ -203,11 +213,18 @@ void DzProperty::setCanAnimate(bool canAnimate)
 DzProperty* DzProperty::duplicate() const
 {
     DzProperty* copy = createSimilar();
-    DzPropertySettings settings;
-    getAttributes(&settings);
-    settings.setBoolValue(QStringLiteral("ForceSetUser"), true);
-    copy->setAttributes(&settings);
+    copy->assignAll(this);
     return copy;
+}
+
+void DzProperty::assignAll(const DzProperty* model)
+{
+    m_label = model->m_label;
+    m_path = model->m_path;
+    m_hidden = model->m_hidden;
+    m_locked = model->m_locked;
+    m_userProperty = model->m_userProperty;
+    m_canAnimate = model->m_canAnimate;
 }
 
 void DzProperty::getAttributes(DzPropertySettings* settings) const

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace {
 
@@ -29,14 +30,25 @@ bool isWholeInt(double number)
 
 } // namespace
 
+/// Entries whose nested trees are shared too; nested trees stand in `children` in their order.
+struct DzSettings::SharedTree {
+    QVector<Entry> entries; ///< without pointers to nested settings
+    std::vector<SharedTreePtr> children;
+};
+
 DzSettings::DzSettings()
 {
 }
 
 DzSettings::DzSettings(const DzSettings& other)
     : QObject()
+    , m_shared(other.sharedTree())
 {
-    copyEntries(other);
+}
+
+DzSettings::DzSettings(const SharedTreePtr& tree)
+    : m_shared(tree)
+{
 }
 
 DzSettings& DzSettings::operator=(const DzSettings& other)
@@ -44,6 +56,7 @@ DzSettings& DzSettings::operator=(const DzSettings& other)
     // The copy comes first: `other` may be held by this one.
     DzSettings copy(other);
     m_entries.swap(copy.m_entries);
+    m_shared.swap(copy.m_shared);
     m_index.swap(copy.m_index);
     return *this;
 }
@@ -53,29 +66,48 @@ DzSettings::~DzSettings()
     clear();
 }
 
-void DzSettings::copyEntries(const DzSettings& other)
+DzSettings::SharedTreePtr DzSettings::sharedTree() const
 {
-    m_entries.reserve(other.m_entries.size());
-    for (const Entry& entry : other.m_entries) {
-        m_entries.append(entry);
-        if (entry.type == SettingsValue)
-            m_entries.last().nested = new DzSettings(*entry.nested);
+    if (m_shared || m_entries.isEmpty())
+        return m_shared;
+    auto tree = std::make_shared<SharedTree>();
+    tree->entries = m_entries;
+    for (int i = 0; i < m_entries.size(); ++i) {
+        if (m_entries.at(i).type != SettingsValue)
+            continue;
+        tree->children.push_back(m_entries.at(i).nested->sharedTree());
+        tree->entries[i].nested = nullptr;
+    }
+    return tree;
+}
+
+void DzSettings::takeOverShared() const
+{
+    const SharedTreePtr tree = std::move(m_shared);
+    m_shared.reset();
+    m_entries = tree->entries;
+    std::size_t child = 0;
+    for (int i = 0; child < tree->children.size(); ++i) {
+        if (m_entries.at(i).type == SettingsValue)
+            m_entries[i].nested = new DzSettings(tree->children[child++]);
     }
 }
 
 int DzSettings::getSettingIndex(const QString& key) const
 {
-    if (m_entries.size() <= longestSearchedList) {
-        for (int i = 0; i < m_entries.size(); ++i) {
-            if (m_entries.at(i).key == key)
+    if (entries().size() <= longestSearchedList) {
+        // Most differ in length already, which needs no call.
+        for (int i = 0; i < entries().size(); ++i) {
+            const QString& other = entries().at(i).key;
+            if (other.size() == key.size() && other == key)
                 return i;
         }
         return -1;
     }
     if (m_index.isEmpty()) {
-        m_index.reserve(m_entries.size());
-        for (int i = 0; i < m_entries.size(); ++i)
-            m_index.insert(m_entries.at(i).key, i);
+        m_index.reserve(entries().size());
+        for (int i = 0; i < entries().size(); ++i)
+            m_index.insert(entries().at(i).key, i);
     }
     return m_index.value(key, -1);
 }
@@ -83,7 +115,7 @@ int DzSettings::getSettingIndex(const QString& key) const
 const DzSettings::Entry* DzSettings::find(const QString& key) const
 {
     const int index = getSettingIndex(key);
-    return index < 0 ? nullptr : &m_entries.at(index);
+    return index < 0 ? nullptr : &entries().at(index);
 }
 
 DzSettings::Entry& DzSettings::entryFor(const QString& key, ValueType type)
@@ -91,11 +123,11 @@ DzSettings::Entry& DzSettings::entryFor(const QString& key, ValueType type)
     const int index = getSettingIndex(key);
     if (index < 0) {
         if (!m_index.isEmpty())
-            m_index.insert(key, m_entries.size());
-        m_entries.append(Entry());
-        m_entries.last().key = key;
+            m_index.insert(key, entries().size());
+        entries().append(Entry());
+        entries().last().key = key;
     }
-    Entry& entry = index < 0 ? m_entries.last() : m_entries[index];
+    Entry& entry = index < 0 ? entries().last() : entries()[index];
     if (entry.type == SettingsValue)
         delete entry.nested;
     entry.type = type;
@@ -212,17 +244,17 @@ QByteArray DzSettings::getOpaqueValue(const QString& key) const
 
 QString DzSettings::getKey(int index) const
 {
-    return m_entries.value(index).key;
+    return index >= 0 && index < entries().size() ? entries().at(index).key : QString();
 }
 
 DzSettings::ValueType DzSettings::getValueType(int index) const
 {
-    return m_entries.value(index).type;
+    return index >= 0 && index < entries().size() ? entries().at(index).type : StringValue;
 }
 
 QString DzSettings::getValue(int index) const
 {
-    const Entry entry = m_entries.value(index);
+    const Entry entry = entries().value(index);
     switch (entry.type) {
     case StringValue:
     case OpaqueValue:
@@ -244,34 +276,36 @@ void DzSettings::removeValue(const QString& key)
     const int index = getSettingIndex(key);
     if (index < 0)
         return;
-    if (m_entries.at(index).type == SettingsValue)
-        delete m_entries.at(index).nested;
-    if (index == m_entries.size() - 1)
+    if (entries().at(index).type == SettingsValue)
+        delete entries().at(index).nested;
+    if (index == entries().size() - 1)
         m_index.remove(key);
     else
         m_index.clear();
-    m_entries.remove(index);
+    entries().remove(index);
 }
 
 void DzSettings::removeValues(const std::function<bool(int index)>& isUnwanted)
 {
     QVector<Entry> wanted;
-    for (int i = 0; i < m_entries.size(); ++i) {
+    for (int i = 0; i < entries().size(); ++i) {
         if (!isUnwanted(i))
-            wanted.append(m_entries.at(i));
-        else if (m_entries.at(i).type == SettingsValue)
-            delete m_entries.at(i).nested;
+            wanted.append(entries().at(i));
+        else if (entries().at(i).type == SettingsValue)
+            delete entries().at(i).nested;
     }
-    m_entries = wanted;
+    entries() = wanted;
     m_index.clear();
 }
 
 void DzSettings::clear()
 {
-    const QVector<Entry> entries = m_entries;
-    m_entries.clear();
+    m_shared.reset();
     m_index.clear();
-    for (const Entry& entry : entries) {
+    // Taken out first: what is deleted may ask this tree.
+    QVector<Entry> entries;
+    entries.swap(m_entries);
+    for (const Entry& entry : qAsConst(entries)) {
         if (entry.type == SettingsValue)
             delete entry.nested;
     }
@@ -293,7 +327,7 @@ bool DzSettings::copySetting(const QString& key, DzSettings* target, const QStri
 
 QByteArray DzSettings::getOpaqueValueAt(int index) const
 {
-    const Entry& entry = m_entries.at(index);
+    const Entry& entry = entries().at(index);
     return entry.type == OpaqueValue ? entry.text.toUtf8() : QByteArray();
 }
 
@@ -329,10 +363,12 @@ bool DzSettings::entriesEqual(const Entry& a, const Entry& b)
 
 bool DzSettings::isEqual(const DzSettings& other) const
 {
-    if (m_entries.size() != other.m_entries.size())
+    if (this == &other || (m_shared && m_shared == other.m_shared))
+        return true;
+    if (entries().size() != other.entries().size())
         return false;
-    for (int i = 0; i < m_entries.size(); ++i) {
-        if (!entriesEqual(m_entries.at(i), other.m_entries.at(i)))
+    for (int i = 0; i < entries().size(); ++i) {
+        if (!entriesEqual(entries().at(i), other.entries().at(i)))
             return false;
     }
     return true;

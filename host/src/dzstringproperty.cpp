@@ -49,9 +49,15 @@ void DzStringProperty::copyFrom(const DzProperty* other)
 
 DzProperty* DzStringProperty::createSimilar() const
 {
-    auto* copy = new DzStringProperty(getName(), isUserProperty());
-    copy->m_default = m_default;
-    return copy;
+    return new DzStringProperty(getName(), isUserProperty());
+}
+
+void DzStringProperty::assignAll(const DzProperty* model)
+{
+    DzProperty::assignAll(model);
+    auto* source = static_cast<const DzStringProperty*>(model);
+    m_value = source->m_value;
+    m_default = source->m_default;
 }
 
 void DzStringProperty::getAttributes(DzPropertySettings* settings) const

@@ -12,10 +12,10 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
 #include <exception>
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -60,11 +60,15 @@ QString text(const char* source)
 /// Never returns or throws: the caller's stack is a copy of the program's.
 [[noreturn]] void loadInChild(const QByteArray& path) noexcept
 {
-    // A crash shall leave no core file, and no message of a tool that watches this program.
+    // A crash shall leave no core file, and no report of a tool that watches this program.
     const rlimit none = { 0, 0 };
     setrlimit(RLIMIT_CORE, &none);
     for (int number : { SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT })
         signal(number, SIG_DFL);
+    // What the module prints is printed when it is really loaded.
+    const int nowhere = open("/dev/null", O_WRONLY);
+    dup2(nowhere, STDOUT_FILENO);
+    dup2(nowhere, STDERR_FILENO);
     std::set_terminate(reportTermination);
     // The declaration promises that it does not throw, but static objects of modules may: through a
     // pointer the compiler does not rely on it.
@@ -126,8 +130,6 @@ QString moduleLoadFailure(const QString& path)
     int ends[2];
     if (pipe(ends) != 0)
         return QString();
-    // Or the child would print once more what stands in the buffers, should the module end it.
-    std::fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
         close(ends[0]);

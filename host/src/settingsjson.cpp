@@ -27,6 +27,9 @@ const std::size_t deepestNesting = 256;
 /// Values of one text: more than any network has, and few enough to fit in memory.
 const std::size_t mostValues = 16 * 1000 * 1000;
 
+/// Bytes that a value, its key and the signs around them take in the texts of networks.
+const std::size_t averageValue = 24;
+
 /// Up to this many keys of one object are compared one by one.
 const int longestSearchedObject = 16;
 
@@ -160,6 +163,8 @@ public:
         , m_end(end)
         , m_seen(text)
     {
+        // About what the texts of networks need; memory that stays untouched costs nothing.
+        m_nodes.reserve(std::min<std::size_t>((end - text) / averageValue + 1, mostValues));
     }
 
     bool build()
@@ -282,7 +287,10 @@ bool NodeBuilder::isTaken(const QString& key)
     };
     bool taken = false;
     if (m_nodes[object.node].numChildren < longestSearchedObject) {
-        forEachKey([&](const QString& other) { taken = taken || other == key; });
+        // Most differ in length already, which needs no call.
+        forEachKey([&](const QString& other) {
+            taken = taken || (other.size() == key.size() && other == key);
+        });
         return taken;
     }
     if (object.keys.isEmpty())

@@ -543,6 +543,59 @@ TEST_F(NetworkWalkTest, ofSeveralRootsTheLastCounts)
     EXPECT_EQ(findRootBrick(&user), first);
 }
 
+// For scripts and other programs -----------------------------------------------------------------
+
+TEST_F(NetworkWalkTest, sceneCodeTellsWhichBrickWroteWhat)
+{
+    VireoBrickBase* root = add("VireoRootBrick");
+    VireoBrickBase* matte = add("VireoMatMatteBrick");
+    VireoBrickBase* constant = add("VireoTexFltConstantBrick");
+    ASSERT_TRUE(link(constant, matte, "sigma"));
+    ASSERT_TRUE(link(matte, root, "material"));
+    QVariantMap map;
+    ASSERT_TRUE(QMetaObject::invokeMethod(
+        root, "getSceneCode", Q_RETURN_ARG(QVariantMap, map), Q_ARG(bool, true)));
+    const QString text = map.value(QStringLiteral("exportText")).toString();
+    EXPECT_TEXT(exportText(codeOf(root, true)), text);
+    EXPECT_TEXT(freshMeshText(), map.value(QStringLiteral("meshText")).toString());
+    EXPECT_TRUE(map.value(QStringLiteral("placeholders")).toList().isEmpty());
+    const QVariantList statements = map.value(QStringLiteral("statements")).toList();
+    const auto brickOf = [&](int index) {
+        return statements.at(index).toMap().value(QStringLiteral("brick")).value<QObject*>();
+    };
+    const auto textOf = [&](int index) {
+        const QVariantMap statement = statements.at(index).toMap();
+        return text.mid(statement.value(QStringLiteral("begin")).toInt(),
+            statement.value(QStringLiteral("length")).toInt());
+    };
+    ASSERT_EQ(statements.size(), 4);
+    EXPECT_EQ(brickOf(0), constant);
+    EXPECT_TEXT(constantStatement(1), textOf(0));
+    EXPECT_EQ(brickOf(1), matte);
+    EXPECT_TEXT(matteStatement(1).replace(QStringLiteral("\t\"float   sigma\" [0]"),
+                    QStringLiteral("\t\"texture sigma\" [\"Lm_texture1\"]")),
+        textOf(1));
+    EXPECT_EQ(brickOf(2), root);
+    EXPECT_TEXT(QStringLiteral("\nNamedMaterial \"Lm_material1\"\n"), textOf(2));
+    EXPECT_EQ(brickOf(3), root);
+    EXPECT_TEXT(freshMeshText(), textOf(3));
+}
+
+TEST_F(NetworkWalkTest, sceneCodeListsThePlaceholders)
+{
+    VireoBrickBase* matte = add("VireoMatMatteBrick");
+    matte->findParameterByName(QStringLiteral("sigma"))->getProperty(0)->lock(true);
+    const QVariantList placeholders
+        = matte->getSceneCode(false).value(QStringLiteral("placeholders")).toList();
+    ASSERT_EQ(placeholders.size(), 2);
+    const QVariantMap second = placeholders.at(1).toMap();
+    EXPECT_EQ(
+        second.value(QStringLiteral("name")).toString(), QStringLiteral("LuxRender_Lm_002_Kd"));
+    EXPECT_EQ(second.value(QStringLiteral("brick")).value<QObject*>(), matte);
+    EXPECT_EQ(second.value(QStringLiteral("property")).value<QObject*>(),
+        matte->findParameterByName(QStringLiteral("Kd"))->getProperty(0));
+}
+
 // Placeholders -----------------------------------------------------------------------------------
 
 TEST_F(NetworkWalkTest, equalPropertyNamesGetDifferentPlaceholders)

@@ -67,6 +67,8 @@ public:
     DzElement* getBrickUserElement() override { return this; }
     QString getExtension() const override { return QStringLiteral("test"); }
     IDzBrickUser* createBrickUser() const override { return new TestUser; }
+    void applyToScene() override {}
+    QList<IDzBrickUser*> fromScene() override { return QList<IDzBrickUser*>(); }
     bool canUseBrick(const DzShaderBrick* brick) const override
     {
         return takesAll && brick != nullptr;

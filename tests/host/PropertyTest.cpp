@@ -284,16 +284,18 @@ TEST(Property, descriptionsTellOncePerChangeAndLeaveSteps)
         property->setHidden(true);
         captions.append(dzUndoStack->getUndoCaption());
         property->setIsUserProperty(true);
+        captions.append(dzUndoStack->getUndoCaption());
         property->setCanAnimate(false);
     }
-    EXPECT_EQ(captions.mid(0, 3), QStringList({ "Rename name", "Move L", "Hide L" }));
-    EXPECT_EQ(dzUndoStack->getNumItems(), 3);
+    EXPECT_EQ(captions.mid(0, 4), QStringList({ "Rename name", "Move L", "Hide L", "Change L" }));
+    EXPECT_EQ(dzUndoStack->getNumItems(), 4);
     for (const QSignalSpy* spy : { &labels, &paths, &hidden, &user, &animation })
         EXPECT_EQ(spy->size(), 1);
     while (dzUndoStack->undo()) {}
     EXPECT_EQ(property->getLabel(), name());
     EXPECT_EQ(property->getPath(), QString());
     EXPECT_FALSE(property->isHidden());
+    EXPECT_FALSE(property->isUserProperty());
     EXPECT_EQ(labels.size(), 2);
 }
 

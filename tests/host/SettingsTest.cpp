@@ -9,6 +9,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -383,4 +384,53 @@ TEST(Settings, oneValueIsComparedAloneAndAbsentOnesAreEqual)
     EXPECT_TRUE(a.hasEqualValue(b, "absent"));
     EXPECT_FALSE(a.hasEqualValue(b, "before"));
     EXPECT_FALSE(a.hasEqualValue(b, "zero")) << "the two are written differently";
+}
+
+TEST(Settings, copiesOfOneTreeAreIndependentOfOneAnother)
+{
+    DzSettings original;
+    DzSettings* first = original.setSettingsValue("first");
+    first->setSettingsValue("deep")->setIntValue("n", 1);
+    original.setSettingsValue("second")->setIntValue("m", 2);
+    DzSettings copy(original);
+    DzSettings copyOfCopy(copy);
+    EXPECT_TRUE(copyOfCopy.isEqual(copy));
+
+    // What was handed out before stays valid, and changes of it reach no copy.
+    first->getSettingsValue("deep")->setIntValue("n", 10);
+    copy.getSettingsValue("first")->getSettingsValue("deep")->setIntValue("n", 20);
+    copy.removeValue("second");
+
+    EXPECT_EQ(first->getSettingsValue("deep")->getIntValue("n"), 10);
+    EXPECT_EQ(copy.getSettingsValue("first")->getSettingsValue("deep")->getIntValue("n"), 20);
+    EXPECT_EQ(copyOfCopy.getSettingsValue("first")->getSettingsValue("deep")->getIntValue("n"), 1);
+    EXPECT_EQ(copyOfCopy.getSettingsValue("second")->getIntValue("m"), 2);
+    EXPECT_FALSE(copyOfCopy.isEqual(copy));
+}
+
+TEST(Settings, aCopyOutlivesWhatItWasCopiedFrom)
+{
+    auto original = std::make_unique<DzSettings>();
+    original->setSettingsValue("outer")->setSettingsValue("inner")->setStringValue("text", "kept");
+    const DzSettings copy(*original);
+    original.reset();
+    ASSERT_NE(copy.getSettingsValue("outer"), nullptr);
+    EXPECT_EQ(
+        text(copy.getSettingsValue("outer")->getSettingsValue("inner")->getStringValue("text")),
+        "kept");
+}
+
+TEST(Settings, aCopyThatWasNotLookedIntoCanBeClearedAndAssigned)
+{
+    DzSettings original;
+    original.setSettingsValue("nested")->setIntValue("n", 1);
+    DzSettings copy(original);
+    copy.clear();
+    EXPECT_EQ(copy.getNumValues(), 0);
+    copy = original;
+    copy = DzSettings(copy);
+    EXPECT_TRUE(copy.isEqual(original));
+    const DzSettings empty;
+    copy = empty;
+    EXPECT_EQ(copy.getNumValues(), 0);
 }

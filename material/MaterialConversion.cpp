@@ -1,0 +1,300 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "MaterialConversion.h"
+
+#include "ExportText.h"
+#include "ImageAndConstantTextureBricks.h"
+#include "MaterialBricks.h"
+#include "NetworkPersistence.h"
+#include "VireoBrickUser.h"
+#include "VireoRootBrick.h"
+#include "dzapp.h"
+#include "dzboolproperty.h"
+#include "dzbrickparam.h"
+#include "dzcolorproperty.h"
+#include "dzenumproperty.h"
+#include "dzfloatproperty.h"
+#include "dzmainwindow.h"
+#include "dznode.h"
+#include "dzobject.h"
+#include "dzscene.h"
+#include "dzshape.h"
+#include "dzstringproperty.h"
+#include "dzundostack.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+#include <QSet>
+
+namespace {
+
+/// All properties that reach the renderer begin so.
+QString renderPrefix()
+{
+    return QLatin1String("LuxRender_");
+}
+
+// Applying ----------------------------------------------------------------------------------
+
+/// The selected surfaces in the order of nodes and surfaces, each once.
+QList<DzMaterial*> selectedMaterials()
+{
+    QList<DzMaterial*> selected;
+    QSet<DzMaterial*> seen;
+    for (int i = 0; dzScene && i < dzScene->getNumNodes(); ++i) {
+        const DzObject* object = dzScene->getNode(i)->getObject();
+        const DzShape* shape = object ? object->getCurrentShape() : nullptr;
+        for (int k = 0; shape && k < shape->getNumMaterials(); ++k) {
+            DzMaterial* material = shape->getMaterial(k);
+            if (!material->isSelected() || seen.contains(material))
+                continue;
+            seen.insert(material);
+            selected.append(material);
+        }
+    }
+    return selected;
+}
+
+/// Removes a property, whether users might or not.
+void removeAnyProperty(DzMaterial* material, DzProperty* property)
+{
+    property->setIsUserProperty(true);
+    material->removeProperty(property);
+}
+
+void removeRenderProperties(DzMaterial* material)
+{
+    for (int i = material->getNumProperties() - 1; i >= 0; --i)
+        if (material->getProperty(i)->getName().startsWith(renderPrefix()))
+            removeAnyProperty(material, material->getProperty(i));
+}
+
+/// Adds a property in place of one of the same name.
+void replaceProperty(DzMaterial* material, DzProperty* property)
+{
+    // A name that is taken is refused, which is rare.
+    if (material->addProperty(property) == DZ_NO_ERROR)
+        return;
+    removeAnyProperty(material, material->findProperty(property->getName()));
+    material->addProperty(property);
+}
+
+void addText(DzMaterial* material, const char* name, const char* label, const QString& text)
+{
+    DzStringProperty* property = new DzStringProperty(QLatin1String(name), true);
+    property->setLabel(QLatin1String(label));
+    property->setPath(QLatin1String("LuxRender"));
+    property->setValue(text);
+    replaceProperty(material, property);
+}
+
+/// Puts a copy of a network's property on the surface, under the name that the text refers to.
+void publish(DzMaterial* material, const DzProperty* property, const QString& name)
+{
+    DzProperty* copy = property->duplicate();
+    copy->setIsUserProperty(true);
+    copy->setName(name);
+    const QString path = copy->getPath();
+    if (path.size() < 2 || path == QLatin1String("/General"))
+        copy->setPath(QLatin1String("/LuxRender"));
+    replaceProperty(material, copy);
+}
+
+void applyTo(DzMaterial* material, const GeneratedCode& code, const DzSettings& attributes)
+{
+    removeRenderProperties(material);
+    addText(material, "LuxRender_material_extrasettings", "LuxRender Extra Settings",
+        code.materialText);
+    addText(material, "LuxRender_material_extrasettings_mesh", "LuxRender Extra Mesh Settings",
+        code.resultName);
+    for (int i = 0; i < code.placeholderKeys.size(); ++i)
+        publish(material, code.placeholderKeys.at(i), code.placeholderNames.at(i));
+    storeNetwork(material, attributes);
+}
+
+// Converting --------------------------------------------------------------------------------
+
+VireoMaterialBrick* createMaterialBrick(const QString& type)
+{
+    if (type == QLatin1String("cloth"))
+        return new VireoMatClothBrick;
+    if (type == QLatin1String("glass"))
+        return new VireoMatGlassBrick;
+    if (type == QLatin1String("glass2"))
+        return new VireoMatGlass2Brick;
+    if (type == QLatin1String("glossy"))
+        return new VireoMatGlossyBrick;
+    if (type == QLatin1String("glossytranslucent"))
+        return new VireoMatGlossyTranslucentBrick;
+    if (type == QLatin1String("layered"))
+        return new VireoMatLayeredBrick;
+    if (type == QLatin1String("matte"))
+        return new VireoMatMatteBrick;
+    if (type == QLatin1String("mattetranslucent"))
+        return new VireoMatMatteTranslucentBrick;
+    if (type == QLatin1String("metal2"))
+        return new VireoMatMetal2Brick;
+    if (type == QLatin1String("mirror"))
+        return new VireoMatMirrorBrick;
+    if (type == QLatin1String("mix"))
+        return new VireoMatMixBrick;
+    if (type == QLatin1String("null"))
+        return new VireoMatNullBrick;
+    if (type == QLatin1String("roughglass"))
+        return new VireoMatRoughGlassBrick;
+    if (type == QLatin1String("scatter"))
+        return new VireoMatScatterBrick;
+    if (type == QLatin1String("velvet"))
+        return new VireoMatVelvetBrick;
+    return nullptr;
+}
+
+/// The type of a surface that neither names its type nor keeps a network. The second word has no
+/// brick, for the bricks' own word is spelt without the underscore.
+QString guessedType(const DzMaterial* material)
+{
+    const DzBoolProperty* translucent
+        = qobject_cast<DzBoolProperty*>(material->findProperty(QLatin1String("Specular2 Active")));
+    return QLatin1String(
+        translucent && translucent->getBoolValue() ? "glossy_translucent" : "glossy");
+}
+
+/// Items are known by their texts: numbers may differ from one material to the next.
+void copyValue(DzProperty* target, const DzProperty* source)
+{
+    const DzEnumProperty* sourceItems = qobject_cast<const DzEnumProperty*>(source);
+    DzEnumProperty* targetItems = qobject_cast<DzEnumProperty*>(target);
+    if (!sourceItems || !targetItems) {
+        target->copyFrom(source);
+        return;
+    }
+    const int item = targetItems->findItemString(sourceItems->getStringValue());
+    if (item >= 0)
+        targetItems->setValue(item);
+}
+
+/// The texture brick that stands for a mapped property; null for any other property.
+VireoTextureBrick* createImageMap(const DzProperty* source)
+{
+    const DzNumericProperty* numeric = qobject_cast<const DzNumericProperty*>(source);
+    if (!numeric || !numeric->isMapped())
+        return nullptr;
+    if (qobject_cast<const DzFloatProperty*>(source))
+        return new VireoTexFltImageMapBrick;
+    if (qobject_cast<const DzColorProperty*>(source))
+        return new VireoTexClrImageMapBrick;
+    return nullptr;
+}
+
+/// Brings one of a surface's properties into a brick: a mapped one by an image map that feeds the
+/// input, any other by its value.
+void readProperty(
+    VireoBrickUser* user, DzBrickParam* input, DzProperty* target, const DzProperty* source)
+{
+    DzTSharedPointer<VireoTextureBrick> image(createImageMap(source));
+    DzBrickParam* result = image ? image->findParameterByArg(QLatin1String("result")) : nullptr;
+    if (!image || !input->canConnect(result)) {
+        copyValue(target, source);
+        // Where the input takes no such texture, the value comes alone.
+        DzNumericProperty* numeric = qobject_cast<DzNumericProperty*>(target);
+        if (image && numeric)
+            numeric->clearMap();
+        return;
+    }
+    image->findParameterByArg(QLatin1String("filename"))->getProperty(0)->copyFrom(source);
+    user->addBrick(image);
+    input->addConnection(result);
+}
+
+void readProperties(VireoBrickUser* user, VireoMaterialBrick* brick, const DzMaterial* material,
+    const QString& type)
+{
+    const QString prefix = renderPrefix() + type + QLatin1Char('_');
+    for (int i = 0; i < brick->getNumParameters(); ++i) {
+        DzBrickParam* param = brick->getParameter(i);
+        for (int k = 0; k < param->getNumProperties(); ++k)
+            if (const DzProperty* source = material->findProperty(prefix + param->getArg(k)))
+                readProperty(user, param, param->getProperty(k), source);
+    }
+}
+
+/// Builds root and material brick from a surface's type and properties.
+void convertProperties(VireoBrickUser* user, const DzMaterial* material)
+{
+    const DzEnumProperty* named = qobject_cast<DzEnumProperty*>(
+        material->findProperty(QLatin1String("LuxRender_material_type")));
+    const QString type = named ? named->getStringValue() : guessedType(material);
+    VireoRootBrick* root = new VireoRootBrick;
+    root->getBrickSettings()->setBoolValue(QLatin1String("AutoArrange"), true);
+    user->addBrick(root);
+    VireoMaterialBrick* brick = createMaterialBrick(type);
+    if (!brick)
+        return;
+    if (named)
+        readProperties(user, brick, material, type);
+    user->addBrick(brick);
+    root->findParameterByArg(QLatin1String("material"))
+        ->addConnection(brick->findParameterByArg(QLatin1String("result")));
+}
+
+bool namesItsType(const DzMaterial* material)
+{
+    return qobject_cast<DzEnumProperty*>(
+        material->findProperty(QLatin1String("LuxRender_material_type")));
+}
+
+/// In a window; programs without windows have the host's messages.
+void tellNothingIsSelected()
+{
+    const QString message = QLatin1String("No material(s) selected");
+    if (QCoreApplication::instance()->inherits("QApplication"))
+        QMessageBox::warning(
+            dzApp->getInterface(), QLatin1String("Vireo Mixer"), message, QMessageBox::Ok);
+    else
+        dzApp->warning(message);
+}
+
+} // namespace
+
+void applyToSelectedMaterials(VireoBrickUser* user)
+{
+    const QList<DzMaterial*> materials = selectedMaterials();
+    if (materials.isEmpty()) {
+        tellNothingIsSelected();
+        return;
+    }
+    DzSettings written;
+    user->getAttributes(&written);
+    // Copies of a copy share one tree: all surfaces together keep the network once.
+    const DzSettings attributes(written);
+    DzUndoStackHold hold;
+    GeneratedCode code;
+    if (VireoRootBrick* root = findRootBrick(user)) {
+        GenerateOptions options;
+        options.literalValues = false;
+        code = generateCode(root, options);
+    }
+    for (int i = 0; i < materials.size(); ++i)
+        applyTo(materials.at(i), code, attributes);
+    hold.accept(QLatin1String("Apply ") + user->getBrickUserName());
+}
+
+QList<VireoBrickUser*> convertSelectedMaterials()
+{
+    // What is built belongs to nobody's history.
+    DzUndoStackLock lock;
+    QList<VireoBrickUser*> users;
+    // The new brick users are materials too: they join the end of the list and are not asked.
+    const int count = DzMaterial::getNumMaterials();
+    for (int i = 0; i < count; ++i) {
+        const DzMaterial* material = DzMaterial::getMaterial(i);
+        if (!material || !material->isSelected() || material->getNumShapes() == 0)
+            continue;
+        VireoBrickUser* user = new VireoBrickUser;
+        if (namesItsType(material) || !rebuildStoredNetwork(material, user))
+            convertProperties(user, material);
+        users.append(user);
+    }
+    return users;
+}
