@@ -40,9 +40,14 @@ void deliver(const QByteArray& text, const std::string& outputFile)
         fail(error);
 }
 
+void printError(const QString& text)
+{
+    std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+}
+
 void notice(const QString& message)
 {
-    std::fprintf(stderr, "vireo: %s\n", message.toUtf8().constData());
+    printError(QStringLiteral("vireo: ") + message);
 }
 
 QString argumentText(const std::string& argument)

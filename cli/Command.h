@@ -17,7 +17,7 @@ class DzProperty;
 /// Exit codes of the program.
 enum ExitCode { ExitDone = 0, ExitFailed = 1, ExitWrongUse = 2 };
 
-/// Ends a command: one line for the user, and the exit code.
+/// Ends a command: one line for the user, empty when the user was told already, and the exit code.
 struct CommandError {
     QString message;
     ExitCode exitCode;
@@ -32,6 +32,8 @@ struct CommandError {
 void printText(const QByteArray& text);
 /// Prints to standard output, or into `outputFile` when that is not empty.
 void deliver(const QByteArray& text, const std::string& outputFile);
+/// A text on standard error, as it is.
+void printError(const QString& text);
 /// One line on standard error that is no failure.
 void notice(const QString& message);
 
@@ -56,3 +58,4 @@ void addSurfacesCommand(CLI::App& program);
 void addApplyCommand(CLI::App& program);
 void addRebuildCommand(CLI::App& program);
 void addStripCommand(CLI::App& program);
+void addRunCommand(CLI::App& program);

@@ -66,6 +66,7 @@ int run(int argc, char** argv)
     addRebuildCommand(program);
     addStripCommand(program);
     addPluginsCommand(program);
+    addRunCommand(program);
     try {
         program.parse(argc, argv);
     } catch (const CLI::Success& success) {
@@ -75,7 +76,8 @@ int run(int argc, char** argv)
         printFailure(wrongUse(program, error, QCoreApplication::arguments().mid(1)));
         return ExitWrongUse;
     } catch (const CommandError& error) {
-        printFailure(error.message);
+        if (!error.message.isEmpty())
+            printFailure(error.message);
         return error.exitCode;
     }
     return ExitDone;

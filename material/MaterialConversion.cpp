@@ -23,6 +23,7 @@
 #include "dzstringproperty.h"
 #include "dzundostack.h"
 
+#include <QCoreApplication>
 #include <QMessageBox>
 #include <QSet>
 
@@ -243,14 +244,24 @@ bool namesItsType(const DzMaterial* material)
         material->findProperty(QLatin1String("LuxRender_material_type")));
 }
 
+/// In a window; programs without windows have the host's messages.
+void tellNothingIsSelected()
+{
+    const QString message = QLatin1String("No material(s) selected");
+    if (QCoreApplication::instance()->inherits("QApplication"))
+        QMessageBox::warning(
+            dzApp->getInterface(), QLatin1String("Vireo Mixer"), message, QMessageBox::Ok);
+    else
+        dzApp->warning(message);
+}
+
 } // namespace
 
 void applyToSelectedMaterials(VireoBrickUser* user)
 {
     const QList<DzMaterial*> materials = selectedMaterials();
     if (materials.isEmpty()) {
-        QMessageBox::warning(dzApp->getInterface(), QLatin1String("Vireo Mixer"),
-            QLatin1String("No material(s) selected"), QMessageBox::Ok);
+        tellNothingIsSelected();
         return;
     }
     DzSettings written;

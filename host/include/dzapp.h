@@ -31,20 +31,20 @@ public:
     DzMainWindow* getInterface() const { return m_interface; }
     void setInterface(DzMainWindow* window) { m_interface = window; }
 
-    DzUndoStack* getUndoStack() const { return m_undoStack.get(); }
-    DzImageMgr* getImageMgr() const { return m_imageMgr.get(); }
+    Q_INVOKABLE DzUndoStack* getUndoStack() const { return m_undoStack.get(); }
+    Q_INVOKABLE DzImageMgr* getImageMgr() const { return m_imageMgr.get(); }
     DzPluginMgr* getPluginMgr() const { return m_pluginMgr.get(); }
     /// The scene that the user works on, which is `dzScene` too.
-    DzScene* getScene() const { return m_scene.get(); }
+    Q_INVOKABLE DzScene* getScene() const { return m_scene.get(); }
     const DzClassFactory* findClassFactory(const QString& className) const;
     /// A new object of the class, owned by the caller. A class that no module offers a factory for
     /// is looked for among the pointer types that are registered with Qt, and made through its
     /// invokable constructor; null when there is none either.
     QObject* createInstance(const QString& className) const;
 
-    void log(const QString& message) { tell(LogMessage, message); }
-    void debug(const QString& message) { tell(DebugMessage, message); }
-    void warning(const QString& message) { tell(WarningMessage, message); }
+    Q_INVOKABLE void log(const QString& message) { tell(LogMessage, message); }
+    Q_INVOKABLE void debug(const QString& message) { tell(DebugMessage, message); }
+    Q_INVOKABLE void warning(const QString& message) { tell(WarningMessage, message); }
     /// Receives all messages from now on. Without one, warnings go to standard error.
     void setMessageHandler(const MessageHandler& handler) { m_handler = handler; }
     MessageHandler getMessageHandler() const { return m_handler; }

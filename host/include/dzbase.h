@@ -15,8 +15,8 @@ public:
     explicit DzBase(const QString& name = QString());
     ~DzBase() override;
 
-    const QString& getName() const { return m_name; }
-    virtual void setName(const QString& name);
+    Q_INVOKABLE const QString& getName() const { return m_name; }
+    Q_INVOKABLE virtual void setName(const QString& name);
 
     /// Name of the object's own class.
     Q_INVOKABLE QString className() const;

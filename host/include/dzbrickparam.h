@@ -35,8 +35,10 @@ public:
         BooleanType = 8,
         IntegerType = 9
     };
+    Q_ENUM(HostType)
     /// A settings row is shown and edited, but nothing can be linked to it.
     enum Direction { InputDirection = 0, SettingsDirection = 1, OutputDirection = 2 };
+    Q_ENUM(Direction)
 
     explicit DzBrickParam(Direction direction);
     ~DzBrickParam() override;
@@ -46,26 +48,26 @@ public:
 
     // Identity.
     Q_INVOKABLE QString getLabel() const { return m_label; }
-    virtual void setLabel(const QString& label);
+    Q_INVOKABLE virtual void setLabel(const QString& label);
     Q_INVOKABLE DzShaderBrick* getTopBrickOwner() const { return m_brick; }
-    int getDirection() const { return m_direction; }
+    Q_INVOKABLE int getDirection() const { return m_direction; }
     Q_INVOKABLE bool isInput() const { return m_direction == InputDirection; }
     Q_INVOKABLE bool isOutput() const { return m_direction == OutputDirection; }
-    bool isArray() const { return m_isArray; }
+    Q_INVOKABLE bool isArray() const { return m_isArray; }
     void setIsArray(bool isArray) { m_isArray = isArray; }
 
     // Arguments: the names under which the parameter is known in code and in files.
-    virtual int getNumArgs() const { return 1; }
+    Q_INVOKABLE virtual int getNumArgs() const { return 1; }
     /// Argument name `index`; the parameter's own name unless it has another.
-    virtual QString getArg(int index) const;
-    virtual ParamType getArgType(int index) const;
+    Q_INVOKABLE virtual QString getArg(int index) const;
+    Q_INVOKABLE virtual ParamType getArgType(int index) const;
     virtual int getNumTokensNeeded() const { return 1; }
     virtual ParamType getTypeForToken(int index) const;
     /// The value as a term of the shading language.
-    virtual QString getStringValue(int index) const;
+    Q_INVOKABLE virtual QString getStringValue(int index) const;
     /// `text` as a quoted literal of the shading language.
     static QString getEscapedString(const QString& text);
-    bool shouldWriteTokenInShader() const { return m_writeToken; }
+    Q_INVOKABLE bool shouldWriteTokenInShader() const { return m_writeToken; }
     void setShouldWriteTokenInShader(bool write) { m_writeToken = write; }
     virtual bool needsPrepForCall(int index) const;
 
@@ -74,8 +76,8 @@ public:
     Q_INVOKABLE virtual DzProperty* getProperty(int index) const;
     /// Token under which property `index` is mapped; -1 for a parameter without property.
     virtual int getPropertyMapToken(int index) const;
-    QString getPropertyPath(int index) const;
-    void setPropertyPath(int index, const QString& path);
+    Q_INVOKABLE QString getPropertyPath(int index) const;
+    Q_INVOKABLE void setPropertyPath(int index, const QString& path);
 
     // Types and links.
     Q_INVOKABLE virtual int getType() const = 0;
@@ -93,7 +95,7 @@ public:
     Q_INVOKABLE bool removeConnection(DzBrickParam* other);
     Q_INVOKABLE void removeAllConnections();
     /// Removes links that canConnect() would refuse now.
-    void clearInvalidConnections();
+    Q_INVOKABLE void clearInvalidConnections();
 
 signals:
     void connectionsChanged();

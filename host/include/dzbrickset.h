@@ -5,6 +5,7 @@
 #include "dzrefcounteditem.h"
 
 #include <QObject>
+#include <QPointer>
 
 class DzShaderBrick;
 class IDzBrickUser;
@@ -31,9 +32,11 @@ public:
 
     DzBrickSet(DzShaderBrick* root, IDzBrickUser* owner);
 
-    DzShaderBrick* getRoot() const { return m_root; }
-    IDzBrickUser* getBrickUserOwner() const { return m_owner; }
-    ShaderType getShaderType() const;
+    /// The root brick; null once it is gone, until the owner makes its sets anew.
+    Q_INVOKABLE DzShaderBrick* getRoot() const;
+    Q_INVOKABLE IDzBrickUser* getBrickUserOwner() const { return m_owner; }
+    /// The kind of the root; None without it.
+    Q_INVOKABLE ShaderType getShaderType() const;
     /// Name under which render engines know the set's shader.
     QString getShaderFile() const;
 
@@ -42,7 +45,7 @@ public:
     void apply(DzRenderSettings* settings);
 
 private:
-    DzShaderBrick* m_root;
+    QPointer<DzShaderBrick> m_root;
     IDzBrickUser* m_owner;
     bool m_hasShader = false;
 };

@@ -24,36 +24,36 @@ public:
     /// Deletes the properties and data items.
     ~DzElement() override;
 
-    QString getLabel() const { return m_label; }
-    virtual DzError setLabel(const QString& label);
+    Q_INVOKABLE QString getLabel() const { return m_label; }
+    Q_INVOKABLE virtual DzError setLabel(const QString& label);
 
     /// Adds a property and takes ownership. Names are unique within one element: a property whose
     /// name is taken is refused and stays the caller's.
-    DzError addProperty(DzProperty* property);
-    DzError insertProperty(int index, DzProperty* property);
+    Q_INVOKABLE DzError addProperty(DzProperty* property);
+    Q_INVOKABLE DzError insertProperty(int index, DzProperty* property);
     /// Removes and deletes a user property; any other is refused.
-    DzError removeProperty(DzProperty* property);
-    DzError removeProperty(const QString& name);
-    int getNumProperties() const { return m_properties.size(); }
-    DzProperty* getProperty(int index) const { return m_properties.value(index); }
-    DzProperty* findProperty(const QString& name) const;
-    QVector<DzProperty*> getPropertyList() const { return m_properties; }
+    Q_INVOKABLE DzError removeProperty(DzProperty* property);
+    Q_INVOKABLE DzError removeProperty(const QString& name);
+    Q_INVOKABLE int getNumProperties() const { return m_properties.size(); }
+    Q_INVOKABLE DzProperty* getProperty(int index) const { return m_properties.value(index); }
+    Q_INVOKABLE DzProperty* findProperty(const QString& name) const;
+    Q_INVOKABLE QVector<DzProperty*> getPropertyList() const { return m_properties; }
 
     /// Adds a data item and takes ownership; refused when one of the same name is there.
-    DzError addDataItem(DzElementData* item);
+    Q_INVOKABLE DzError addDataItem(DzElementData* item);
     /// Takes the item off and gives it back to the caller.
-    DzError removeDataItem(DzElementData* item);
-    DzError deleteDataItem(DzElementData* item);
-    DzElementData* findDataItem(const QString& name) const;
-    int getNumDataItems() const { return m_dataItems.size(); }
-    DzElementData* getDataItem(int index) const { return m_dataItems.value(index); }
+    Q_INVOKABLE DzError removeDataItem(DzElementData* item);
+    Q_INVOKABLE DzError deleteDataItem(DzElementData* item);
+    Q_INVOKABLE DzElementData* findDataItem(const QString& name) const;
+    Q_INVOKABLE int getNumDataItems() const { return m_dataItems.size(); }
+    Q_INVOKABLE DzElementData* getDataItem(int index) const { return m_dataItems.value(index); }
 
     /// Copies label, and the values of properties that both have, from another element.
-    virtual void copyFrom(const DzElement* other);
+    Q_INVOKABLE virtual void copyFrom(const DzElement* other);
     /// Writes what the element needs to be made again.
-    virtual void getAttributes(DzSettings* settings) const;
+    Q_INVOKABLE virtual void getAttributes(DzSettings* settings) const;
     /// Reads what getAttributes() wrote; returns this, or null when the settings are unusable.
-    virtual DzElement* setAttributes(const DzSettings* settings);
+    Q_INVOKABLE virtual DzElement* setAttributes(const DzSettings* settings);
 
 signals:
     void labelChanged(const QString& label);

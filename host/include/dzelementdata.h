@@ -15,10 +15,10 @@ public:
     DzElementData(const QString& name, bool persistent);
 
     /// True when the item is saved with its element.
-    bool isPersistent() const { return m_persistent; }
-    DzElement* getOwner() const { return m_owner; }
+    Q_INVOKABLE bool isPersistent() const { return m_persistent; }
+    Q_INVOKABLE DzElement* getOwner() const { return m_owner; }
     /// A copy for another element, owned by the caller.
-    virtual DzElementData* duplicate() const = 0;
+    Q_INVOKABLE virtual DzElementData* duplicate() const = 0;
 
 private:
     friend class DzElement;

@@ -15,8 +15,8 @@ public:
 
     DzFileProperty(const QString& name, bool isUserProperty);
 
-    FileType getType() const { return m_type; }
-    void setType(FileType type) { m_type = type; }
+    Q_INVOKABLE FileType getType() const { return m_type; }
+    Q_INVOKABLE void setType(FileType type) { m_type = type; }
     /// File dialog filter, such as "Name (*.a *.b)".
     Q_INVOKABLE QString getFilter() const { return m_filter; }
     Q_INVOKABLE void setFilter(const QString& filter);

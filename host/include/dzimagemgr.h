@@ -19,8 +19,8 @@ public:
 
     /// The texture for a file name, made when there is none; null for an empty name. The texture
     /// lives as long as somebody holds it.
-    DzTexture* getImage(const QString& filename);
-    int getNumImages() const { return m_images.size(); }
+    Q_INVOKABLE DzTexture* getImage(const QString& filename);
+    Q_INVOKABLE int getNumImages() const { return m_images.size(); }
 
 private:
     friend class DzTexture;

@@ -20,7 +20,7 @@ public:
     Q_INVOKABLE QString getFilename() const;
     /// Sets the image by file name, an empty one unsets it; false when the property is locked.
     Q_INVOKABLE bool setValue(const QString& filename);
-    bool setValue(const DzTexture* texture);
+    Q_INVOKABLE bool setValue(const DzTexture* texture);
 
     bool currentValueIsDefaultValue() const override { return getFilename().isEmpty(); }
     void resetToDefault() override { setValue(QString()); }

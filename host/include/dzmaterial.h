@@ -29,21 +29,21 @@ public:
     Q_INVOKABLE void select(bool onOff);
 
     /// The shapes that the material lies on.
-    int getNumShapes() const { return m_shapes.size(); }
-    DzShape* getShape(int index) const { return m_shapes.value(index); }
+    Q_INVOKABLE int getNumShapes() const { return m_shapes.size(); }
+    Q_INVOKABLE DzShape* getShape(int index) const { return m_shapes.value(index); }
 
     /// Name of the kind of material, as users see it.
-    virtual QString getMaterialName() const = 0;
-    virtual void setDiffuseColor(QColor color) = 0;
-    virtual QColor getDiffuseColor() const = 0;
-    virtual void setBaseOpacity(float opacity) = 0;
-    virtual float getBaseOpacity() const = 0;
-    virtual void setColorMap(const DzTexture* map) = 0;
-    virtual DzTexture* getColorMap() const = 0;
-    virtual void setOpacityMap(const DzTexture* map) = 0;
-    virtual DzTexture* getOpacityMap() const = 0;
-    virtual bool isColorMappable() const = 0;
-    virtual bool isOpacityMappable() const = 0;
+    Q_INVOKABLE virtual QString getMaterialName() const = 0;
+    Q_INVOKABLE virtual void setDiffuseColor(QColor color) = 0;
+    Q_INVOKABLE virtual QColor getDiffuseColor() const = 0;
+    Q_INVOKABLE virtual void setBaseOpacity(float opacity) = 0;
+    Q_INVOKABLE virtual float getBaseOpacity() const = 0;
+    Q_INVOKABLE virtual void setColorMap(const DzTexture* map) = 0;
+    Q_INVOKABLE virtual DzTexture* getColorMap() const = 0;
+    Q_INVOKABLE virtual void setOpacityMap(const DzTexture* map) = 0;
+    Q_INVOKABLE virtual DzTexture* getOpacityMap() const = 0;
+    Q_INVOKABLE virtual bool isColorMappable() const = 0;
+    Q_INVOKABLE virtual bool isOpacityMappable() const = 0;
     virtual bool needsTangentSpaceParams() const { return false; }
     /// True when the definition is to be saved with the scene rather than referred to.
     virtual bool shouldAlwaysEmbed() const { return false; }

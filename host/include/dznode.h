@@ -19,23 +19,23 @@ public:
     ~DzNode() override;
 
     /// What the node shows, null when it shows nothing.
-    DzObject* getObject() const { return m_object; }
+    Q_INVOKABLE DzObject* getObject() const { return m_object; }
     /// Takes ownership; the object before is deleted.
-    void setObject(DzObject* object);
+    Q_INVOKABLE void setObject(DzObject* object);
 
-    DzNode* getNodeParent() const { return m_parent; }
-    int getNumNodeChildren() const { return m_children.size(); }
-    DzNode* getNodeChild(int index) const { return m_children.at(index); }
+    Q_INVOKABLE DzNode* getNodeParent() const { return m_parent; }
+    Q_INVOKABLE int getNumNodeChildren() const { return m_children.size(); }
+    Q_INVOKABLE DzNode* getNodeChild(int index) const { return m_children.at(index); }
     /// Takes ownership of a node that has no parent; it joins this node's scene with everything
     /// below it. Refused when this node stands below it.
-    DzError addNodeChild(DzNode* child);
+    Q_INVOKABLE DzError addNodeChild(DzNode* child);
     /// Takes a child off, out of the scene too, and gives it back to the caller.
-    DzError removeNodeChild(DzNode* child);
+    Q_INVOKABLE DzError removeNodeChild(DzNode* child);
 
     /// The scene that the node is part of, null for none.
-    DzScene* getScene() const { return m_scene; }
-    bool isSelected() const { return m_selected; }
-    void select(bool onOff);
+    Q_INVOKABLE DzScene* getScene() const { return m_scene; }
+    Q_INVOKABLE bool isSelected() const { return m_selected; }
+    Q_INVOKABLE void select(bool onOff);
 
 signals:
     void selectionStateChanged(DzNode* node, bool onOff);

@@ -26,7 +26,7 @@ public:
     /// Sets the map, as a user would; an empty name clears it. False when the property is not
     /// mappable or is locked.
     Q_INVOKABLE bool setMap(const QString& filename);
-    bool setMap(const DzTexture* texture);
+    Q_INVOKABLE bool setMap(const DzTexture* texture);
     Q_INVOKABLE void clearMap() { setMap(QString()); }
 
     /// A clamped property holds values within its limits only.

@@ -17,15 +17,15 @@ public:
     /// Deletes the shapes.
     ~DzObject() override;
 
-    int getNumShapes() const { return m_shapes.size(); }
-    DzShape* getShape(int index) const { return m_shapes.at(index); }
+    Q_INVOKABLE int getNumShapes() const { return m_shapes.size(); }
+    Q_INVOKABLE DzShape* getShape(int index) const { return m_shapes.at(index); }
     /// The current shape: the first, as long as no other is chosen; null without shapes.
-    DzShape* getCurrentShape() const { return m_current ? m_current : m_shapes.at(0); }
-    DzError setCurrentShape(DzShape* shape);
+    Q_INVOKABLE DzShape* getCurrentShape() const { return m_current ? m_current : m_shapes.at(0); }
+    Q_INVOKABLE DzError setCurrentShape(DzShape* shape);
     /// Adds a shape and takes ownership.
-    DzError addShape(DzShape* shape);
+    Q_INVOKABLE DzError addShape(DzShape* shape);
     /// Takes a shape off and gives it back to the caller.
-    DzError removeShape(DzShape* shape);
+    Q_INVOKABLE DzError removeShape(DzShape* shape);
 
 signals:
     void shapeAdded(DzShape* shape);

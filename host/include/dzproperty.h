@@ -30,8 +30,8 @@ public:
     /// Renames the property; refused (no change) when the owning element has that name already.
     void setName(const QString& name) override;
 
-    QString getLabel() const { return m_label; }
-    void setLabel(const QString& label);
+    Q_INVOKABLE QString getLabel() const { return m_label; }
+    Q_INVOKABLE void setLabel(const QString& label);
     /// Slash-delimited group path under which the property is shown.
     Q_INVOKABLE QString getPath() const { return m_path; }
     Q_INVOKABLE void setPath(const QString& path);
@@ -50,7 +50,7 @@ public:
     Q_INVOKABLE void setIsUserProperty(bool isUser);
     Q_INVOKABLE bool canAnimate() const { return m_canAnimate; }
     Q_INVOKABLE void setCanAnimate(bool canAnimate);
-    virtual bool isNumeric() const { return false; }
+    Q_INVOKABLE virtual bool isNumeric() const { return false; }
 
     Q_INVOKABLE virtual bool currentValueIsDefaultValue() const = 0;
     /// Sets the current value to the recorded default, as a user would.
@@ -62,12 +62,12 @@ public:
     virtual bool setValueText(const QString& text, QString* error) = 0;
 
     /// Copies value and map of a property of the same kind.
-    virtual void copyFrom(const DzProperty* other) = 0;
+    Q_INVOKABLE virtual void copyFrom(const DzProperty* other) = 0;
     /// A copy without owner, owned by the caller: name, label, path, flags, limits, value and map.
     Q_INVOKABLE DzProperty* duplicate() const;
 
     /// Writes everything that describes the property, in the order of the host's files.
-    virtual void getAttributes(DzPropertySettings* settings) const;
+    Q_INVOKABLE virtual void getAttributes(DzPropertySettings* settings) const;
     /// Writes the member "Value" of getAttributes() alone.
     virtual void writeValue(DzSettings* settings) const = 0;
     /// True when getAttributes() gives the same for both but for the value. `other` is of the same
@@ -75,7 +75,7 @@ public:
     virtual bool isDescribedLike(const DzProperty* other) const;
     /// Reads what getAttributes() wrote. The user flag is read only when the settings hold true
     /// under "ForceSetUser".
-    void setAttributes(const DzPropertySettings* settings);
+    Q_INVOKABLE void setAttributes(const DzPropertySettings* settings);
     /// Reads one member of such settings. False when the key is none of this property's or its
     /// value cannot be used.
     virtual bool readAttribute(const DzSettings& settings, const QString& key);

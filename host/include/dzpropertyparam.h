@@ -19,7 +19,7 @@ public:
     void setDirection(int direction) { changeDirection(direction); }
 
     QString getArg(int index) const override;
-    QString getMapArg() const { return m_mapArg; }
+    Q_INVOKABLE QString getMapArg() const { return m_mapArg; }
     int getNumProperties() const override { return m_property ? 1 : 0; }
     DzProperty* getProperty(int index) const override;
     int getPropertyMapToken(int index) const override;

@@ -23,27 +23,27 @@ public:
     /// Deletes the nodes.
     ~DzScene() override;
 
-    int getNumNodes() const { return m_nodes.size(); }
-    DzNode* getNode(int index) const { return m_nodes.at(index); }
+    Q_INVOKABLE int getNumNodes() const { return m_nodes.size(); }
+    Q_INVOKABLE DzNode* getNode(int index) const { return m_nodes.at(index); }
     /// The first node of this name, null when there is none.
-    DzNode* findNode(const QString& name) const;
+    Q_INVOKABLE DzNode* findNode(const QString& name) const;
     /// Adds a node that has no parent, with everything below it, and takes ownership.
-    DzError addNode(DzNode* node);
+    Q_INVOKABLE DzError addNode(DzNode* node);
     /// Takes a node off with everything below it, and gives it back to the caller.
-    DzError removeNode(DzNode* node);
+    Q_INVOKABLE DzError removeNode(DzNode* node);
 
-    int getNumSelectedNodes() const { return static_cast<int>(selectedNodes().size()); }
-    DzNode* getSelectedNode(int index) const;
+    Q_INVOKABLE int getNumSelectedNodes() const { return static_cast<int>(selectedNodes().size()); }
+    Q_INVOKABLE DzNode* getSelectedNode(int index) const;
     /// The node that was selected last; null when none is.
-    DzNode* getPrimarySelection() const { return m_primary; }
+    Q_INVOKABLE DzNode* getPrimarySelection() const { return m_primary; }
     /// Selects a node, null for none, and makes it the primary one.
-    void setPrimarySelection(DzNode* node);
-    void selectAllNodes(bool onOff);
+    Q_INVOKABLE void setPrimarySelection(DzNode* node);
+    Q_INVOKABLE void selectAllNodes(bool onOff);
 
     /// Deletes all nodes.
-    void clear();
+    Q_INVOKABLE void clear();
     /// File that the scene was loaded from or saved to; empty for none.
-    QString getFilename() const { return m_filename; }
+    Q_INVOKABLE QString getFilename() const { return m_filename; }
     void setFilename(const QString& filename) { m_filename = filename; }
 
 signals:

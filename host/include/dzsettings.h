@@ -62,7 +62,7 @@ public:
     /// Key of value `index`, empty when there is none.
     Q_INVOKABLE QString getKey(int index) const;
     /// Type of value `index`, StringValue when there is none.
-    ValueType getValueType(int index) const;
+    Q_INVOKABLE ValueType getValueType(int index) const;
     /// Value `index` as text; empty for nested settings.
     Q_INVOKABLE QString getValue(int index) const;
     /// Index of `key`, -1 when absent.
@@ -74,9 +74,10 @@ public:
     void removeValues(const std::function<bool(int index)>& isUnwanted);
     Q_INVOKABLE void clear();
     /// Copies the value under `key` to the same key of `target`; false when the key is absent.
-    bool copySetting(const QString& key, DzSettings* target) const;
+    Q_INVOKABLE bool copySetting(const QString& key, DzSettings* target) const;
     /// The same to another key.
-    bool copySetting(const QString& key, DzSettings* target, const QString& targetKey) const;
+    Q_INVOKABLE bool copySetting(
+        const QString& key, DzSettings* target, const QString& targetKey) const;
     void replaceWithSettings(const DzSettings& other);
 
     /// True when both hold the same keys with the same values in the same order.

@@ -33,17 +33,17 @@ public:
     bool addParameter(DzBrickParam* param);
     bool insertParameter(int index, DzBrickParam* param);
     /// Removes the parameter with its links; false when it is not this brick's.
-    bool deleteParam(DzBrickParam* param);
-    bool deleteParamByName(const QString& name);
+    Q_INVOKABLE bool deleteParam(DzBrickParam* param);
+    Q_INVOKABLE bool deleteParamByName(const QString& name);
     Q_INVOKABLE int getNumParameters() const { return m_params.size(); }
     Q_INVOKABLE DzBrickParam* getParameter(int index) const { return m_params.value(index); }
     /// The first parameter with this name, label or argument name; null when there is none.
     Q_INVOKABLE DzBrickParam* findParameterByName(const QString& name) const;
     Q_INVOKABLE DzBrickParam* findParameterByLabel(const QString& label) const;
     Q_INVOKABLE DzBrickParam* findParameterByArg(const QString& arg) const;
-    int findParameterIndex(const DzBrickParam* param) const;
+    Q_INVOKABLE int findParameterIndex(const DzBrickParam* param) const;
     /// Moves a parameter to another place in the order; false when it is not this brick's.
-    bool changeParamIndex(DzBrickParam* param, int index);
+    Q_INVOKABLE bool changeParamIndex(DzBrickParam* param, int index);
     /// Brings the listed parameters into the given order; parameters that `order` leaves out keep
     /// their places.
     void setParameterOrder(const QVector<DzBrickParam*>& order);
@@ -51,22 +51,28 @@ public:
     // Scoped variables: what bricks upstream of this one may rely on, and what this one needs.
     void addScopedParam(int type, const QString& name, int scope);
     void addRequiredParam(int type, const QString& name);
-    int getNumScopedParams() const { return m_scoped.size(); }
-    QString getScopedParamName(int index) const { return m_scoped.value(index).name; }
-    int getScopedParamType(int index) const { return m_scoped.value(index).type; }
-    int getNumRequiredScopedParams() const { return m_required.size(); }
-    QString getRequiredScopedParam(int index) const { return m_required.value(index).name; }
-    int getRequiredScopedParamType(int index) const { return m_required.value(index).type; }
-    bool providesParam(const QString& name, int type) const;
+    Q_INVOKABLE int getNumScopedParams() const { return m_scoped.size(); }
+    Q_INVOKABLE QString getScopedParamName(int index) const { return m_scoped.value(index).name; }
+    Q_INVOKABLE int getScopedParamType(int index) const { return m_scoped.value(index).type; }
+    Q_INVOKABLE int getNumRequiredScopedParams() const { return m_required.size(); }
+    Q_INVOKABLE QString getRequiredScopedParam(int index) const
+    {
+        return m_required.value(index).name;
+    }
+    Q_INVOKABLE int getRequiredScopedParamType(int index) const
+    {
+        return m_required.value(index).type;
+    }
+    Q_INVOKABLE bool providesParam(const QString& name, int type) const;
     /// True when this brick provides every scoped variable that `other` needs to feed `param`.
     virtual bool providesParams(const DzShaderBrick* other, const DzBrickParam* param) const;
 
     // Links.
     /// True when the output of `source` may feed this brick without closing a loop. Costs no more
     /// than the smaller of what feeds `source` and what this brick feeds.
-    bool canBeFedBy(const DzShaderBrick* source) const;
+    Q_INVOKABLE bool canBeFedBy(const DzShaderBrick* source) const;
     /// Removes every link of every parameter.
-    void removeAllConnections();
+    Q_INVOKABLE void removeAllConnections();
     /// Removes links to bricks of another user than this brick's.
     void removeForeignConnections();
 
@@ -76,17 +82,17 @@ public:
     Q_INVOKABLE uint getBrickID() const { return m_id; }
     Q_INVOKABLE virtual QString getPreferredName() const = 0;
     Q_INVOKABLE virtual QString getDefaultCategory() const = 0;
-    virtual QString getDescription() const { return QString(); }
+    Q_INVOKABLE virtual QString getDescription() const { return QString(); }
     virtual DzBrickSet::ShaderType type() const = 0;
     /// Class names of the actions offered for the brick; an empty name is a separator.
-    virtual QStringList getBrickActionList() const { return QStringList(); }
+    Q_INVOKABLE virtual QStringList getBrickActionList() const { return QStringList(); }
     /// Name of the class as it stands in files.
     virtual QString getStoredClassName() const { return className(); }
     /// Title shown on the canvas; the preferred name when none was given.
     Q_INVOKABLE QString getBrickTitle() const;
     Q_INVOKABLE void setBrickTitle(const QString& title);
     /// What the mixer keeps of the brick: title, place, size and other things. Owned by the brick.
-    DzSettings* getBrickSettings() { return &m_brickSettings; }
+    Q_INVOKABLE DzSettings* getBrickSettings() { return &m_brickSettings; }
     const DzSettings* getBrickSettings() const { return &m_brickSettings; }
 
     // Shader code for the host's own preview.

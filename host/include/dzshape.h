@@ -24,24 +24,27 @@ public:
     explicit DzShape(const QString& name = QString());
     ~DzShape() override;
 
-    int getNumMaterials() const { return m_materials.size(); }
-    DzMaterial* getMaterial(int index) const { return m_materials.at(index); }
-    int findMaterialIndex(DzMaterial* material) const { return m_materials.indexOf(material); }
+    Q_INVOKABLE int getNumMaterials() const { return m_materials.size(); }
+    Q_INVOKABLE DzMaterial* getMaterial(int index) const { return m_materials.at(index); }
+    Q_INVOKABLE int findMaterialIndex(DzMaterial* material) const
+    {
+        return m_materials.indexOf(material);
+    }
     /// The first material of this name, null when there is none.
-    DzMaterial* findMaterial(const QString& name) const;
+    Q_INVOKABLE DzMaterial* findMaterial(const QString& name) const;
 
     /// Takes one share of a material; refused when it lies on the shape already.
-    DzError addMaterial(DzMaterial* material);
+    Q_INVOKABLE DzError addMaterial(DzMaterial* material);
     /// Puts it before the one at `index`, at the end when there is none.
-    DzError insertMaterial(int index, DzMaterial* material);
+    Q_INVOKABLE DzError insertMaterial(int index, DzMaterial* material);
     /// Gives up the share.
-    DzError removeMaterial(DzMaterial* material);
+    Q_INVOKABLE DzError removeMaterial(DzMaterial* material);
     /// Puts another material in a material's place.
-    DzError replaceMaterial(DzMaterial* current, DzMaterial* replacement);
+    Q_INVOKABLE DzError replaceMaterial(DzMaterial* current, DzMaterial* replacement);
 
-    int getNumSelectedMaterials() const;
+    Q_INVOKABLE int getNumSelectedMaterials() const;
     /// Selected material `index` in the shape's order, null when there is none.
-    DzMaterial* getSelectedMaterial(int index) const;
+    Q_INVOKABLE DzMaterial* getSelectedMaterial(int index) const;
 
     /// The mesh; empty when the file that the shape came from only refers to it. Shapes share it.
     const DzFacetMesh& getMesh() const { return *m_mesh; }

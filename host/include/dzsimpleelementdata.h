@@ -14,7 +14,7 @@ public:
     explicit DzSimpleElementData(const QString& name, bool persistent = false);
 
     /// The tree, owned by the item.
-    DzSettings* getSettings() { return &m_settings; }
+    Q_INVOKABLE DzSettings* getSettings() { return &m_settings; }
     const DzSettings* getSettings() const { return &m_settings; }
 
     DzElementData* duplicate() const override;

@@ -15,7 +15,7 @@ public:
     ~DzTexture() override;
 
     /// The file name as it was given, never made absolute.
-    QString getFilename() const { return m_filename; }
+    Q_INVOKABLE QString getFilename() const { return m_filename; }
 
 private:
     QString m_filename;

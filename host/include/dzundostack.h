@@ -39,37 +39,39 @@ public:
     DzUndoStack();
     ~DzUndoStack() override;
 
-    void lock() { ++m_lockCount; }
-    void unlock();
-    bool isLocked() const { return m_lockCount > 0; }
-    bool isInUndoRedo() const { return m_running; }
+    Q_INVOKABLE void lock() { ++m_lockCount; }
+    Q_INVOKABLE void unlock();
+    Q_INVOKABLE bool isLocked() const { return m_lockCount > 0; }
+    /// How many locks are on.
+    int getLockCount() const { return m_lockCount; }
+    Q_INVOKABLE bool isInUndoRedo() const { return m_running; }
     /// True when a pushed item would be kept. Ask before building an expensive item.
-    bool canPushItems() const { return m_lockCount == 0 && !m_running; }
+    Q_INVOKABLE bool canPushItems() const { return m_lockCount == 0 && !m_running; }
 
-    void beginHold();
+    Q_INVOKABLE void beginHold();
     /// Closes the innermost hold; what it gathered becomes one step. An empty hold leaves none.
-    void accept(const QString& caption);
+    Q_INVOKABLE void accept(const QString& caption);
     /// Closes the innermost hold and takes back everything that it gathered.
-    void cancel();
+    Q_INVOKABLE void cancel();
     /// Closes the innermost hold and forgets what it gathered; the changes stay.
-    void drop();
-    int getHoldDepth() const { return static_cast<int>(m_holds.size()); }
+    Q_INVOKABLE void drop();
+    Q_INVOKABLE int getHoldDepth() const { return static_cast<int>(m_holds.size()); }
 
     /// Adds a change that was just made; takes ownership of `item`, and deletes it when the stack
     /// accepts none now.
     void push(DzUndoItem* item, const QString& caption);
 
-    bool undo();
-    bool redo();
-    bool canUndo() const;
-    bool canRedo() const;
-    QString getUndoCaption() const;
-    QString getRedoCaption() const;
-    int getNumUndoItems() const;
-    int getNumRedoItems() const;
-    int getNumItems() const;
-    bool hasItems() const { return getNumItems() > 0; }
-    void clearAll();
+    Q_INVOKABLE bool undo();
+    Q_INVOKABLE bool redo();
+    Q_INVOKABLE bool canUndo() const;
+    Q_INVOKABLE bool canRedo() const;
+    Q_INVOKABLE QString getUndoCaption() const;
+    Q_INVOKABLE QString getRedoCaption() const;
+    Q_INVOKABLE int getNumUndoItems() const;
+    Q_INVOKABLE int getNumRedoItems() const;
+    Q_INVOKABLE int getNumItems() const;
+    Q_INVOKABLE bool hasItems() const { return getNumItems() > 0; }
+    Q_INVOKABLE void clearAll();
 
     /// The stack underneath, for views that list and jump.
     QUndoStack* getQtStack() const { return m_stack.get(); }

@@ -19,13 +19,15 @@ public:
     ~DzVec3Param() override;
 
     void setDirection(int direction) { changeDirection(direction); }
-    DzVec3 getValue() const;
-    void setValue(const DzVec3& value);
-    DzVec3 getDefaultValue() const;
+    Q_INVOKABLE DzVec3 getValue() const;
+    Q_INVOKABLE void setValue(const DzVec3& value);
+    Q_INVOKABLE DzVec3 getDefaultValue() const;
 
     int getNumProperties() const override { return 3; }
     DzProperty* getProperty(int index) const override;
     QString getStringValue(int index) const override;
+    /// The host's word for the kind, whatever number a derived class gives it.
+    QString getTypeString(int index = 0) const override;
     int getType() const override { return m_type; }
     bool canConnect(DzBrickParam* other) const override;
 

@@ -16,15 +16,20 @@ DzBrickSet::DzBrickSet(DzShaderBrick* root, IDzBrickUser* owner)
 {
 }
 
+DzShaderBrick* DzBrickSet::getRoot() const
+{
+    return m_root;
+}
+
 DzBrickSet::ShaderType DzBrickSet::getShaderType() const
 {
-    return m_root->type();
+    return m_root ? m_root->type() : None;
 }
 
 QString DzBrickSet::getShaderFile() const
 {
     return m_owner->getIdentifier().toString(QUuid::WithoutBraces) + QLatin1Char('_')
-        + QString::number(m_root->getBrickID());
+        + QString::number(m_root ? m_root->getBrickID() : 0);
 }
 
 void DzBrickSet::apply(DzRenderSettings* settings)
@@ -34,7 +39,7 @@ void DzBrickSet::apply(DzRenderSettings* settings)
     const DzTSharedPointer<DzShaderBrick> rootAlive(m_root);
     DzRenderer* engine = settings->renderEngine;
     const QString shader = getShaderFile();
-    if (!m_hasShader) {
+    if (!m_hasShader && m_root) {
         m_owner->generatingFilesStarted();
         m_root->setGlobalBrickRenderSettings(this, engine);
         m_root->setBrickRenderSettings(this, engine);

@@ -8,6 +8,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#ifdef Q_OS_UNIX
+#include <csignal>
+#endif
 
 namespace {
 
@@ -90,6 +93,35 @@ bool writeDirectly(const QString& path, const QByteArray& data, QString* error)
     return true;
 }
 
+/// Keeps Ctrl+C waiting for a scope, so that no half-written temporary file stays behind.
+class InterruptBlock
+{
+public:
+#ifdef Q_OS_UNIX
+    InterruptBlock()
+    {
+        sigset_t interrupt;
+        sigemptyset(&interrupt);
+        sigaddset(&interrupt, SIGINT);
+        pthread_sigmask(SIG_BLOCK, &interrupt, &m_before);
+    }
+    ~InterruptBlock()
+    {
+        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    }
+
+private:
+    sigset_t m_before;
+#else
+    InterruptBlock()
+    {
+    }
+    ~InterruptBlock()
+    {
+    }
+#endif
+};
+
 bool replaceFile(const QString& path, const QString& target, const QByteArray& data, QString* error)
 {
     const QFileInfo info(target);
@@ -100,6 +132,7 @@ bool replaceFile(const QString& path, const QString& target, const QByteArray& d
         return failForbidden(path, text("it is write-protected"), error);
     if (!QFileInfo(info.absolutePath()).isWritable())
         return failForbidden(path, text("its folder is write-protected"), error);
+    const InterruptBlock block;
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeAll(&file, data)
         || !file.commit())

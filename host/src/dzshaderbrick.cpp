@@ -278,7 +278,7 @@ bool DzShaderBrick::providesParams(const DzShaderBrick* other, const DzBrickPara
 
 bool DzShaderBrick::canBeFedBy(const DzShaderBrick* source) const
 {
-    if (source == this)
+    if (!source || source == this)
         return false;
     // Both ends search towards each other, one brick in turn: whichever side is small ends the
     // search, and in a network that is built link by link one side mostly is.

@@ -1,0 +1,176 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "TestSupport.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <csignal>
+
+namespace {
+
+class RunCommand : public testing::Test
+{
+protected:
+    QString script(const char* code)
+    {
+        const QString path = m_folder.filePath(QStringLiteral("s.dsa"));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(code);
+        return path;
+    }
+
+    /// Runs the program and gives its exit code.
+    int run(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start(
+            QStringLiteral(VIREO_PROGRAM), QStringList(QStringLiteral("run")) + arguments);
+        EXPECT_TRUE(process.waitForFinished(60000));
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        m_output = QString::fromUtf8(process.readAllStandardOutput());
+        m_error = QString::fromUtf8(process.readAllStandardError());
+        return process.exitCode();
+    }
+
+    QTemporaryDir m_folder;
+    QString m_output;
+    QString m_error;
+};
+
+} // namespace
+
+TEST_F(RunCommand, printsToStandardOutput)
+{
+    EXPECT_EQ(run({ script("print('\xc3\xbc', args.length)") }), 0) << m_error.toStdString();
+    EXPECT_TEXT(QStringLiteral("\u00fc 0\n"), m_output);
+    EXPECT_TEXT(QString(), m_error);
+}
+
+TEST_F(RunCommand, allThatFollowsTheScriptIsTheScripts)
+{
+    EXPECT_EQ(run({ script("print(args.join('|'))"), QStringLiteral("a b"), QStringLiteral("-x"),
+                  QStringLiteral("--name=value"), QStringLiteral("--help"), QStringLiteral("-h"),
+                  QStringLiteral("--"), QStringLiteral("--version"), QStringLiteral("show") }),
+        0)
+        << m_error.toStdString();
+    EXPECT_TEXT(QStringLiteral("a b|-x|--name=value|--help|-h|--|--version|show\n"), m_output);
+}
+
+TEST_F(RunCommand, anErrorBeginsWithItsPlace)
+{
+    const QString path = script("print('before');\nfunction f() { missing(); }\nf();");
+    EXPECT_EQ(run({ path }), 1);
+    EXPECT_TEXT(QStringLiteral("before\n"), m_output);
+    EXPECT_TEXT(QStringLiteral("%1:2: ReferenceError: Can't find variable: missing\n"
+                               "    f() at %1:2\n    <global>() at %1:3\n")
+                    .arg(path),
+        m_error);
+}
+
+TEST_F(RunCommand, aSyntaxErrorRunsNothing)
+{
+    const QString path = script("print('before');\n\nvar x = ;\n");
+    EXPECT_EQ(run({ path }), 1);
+    EXPECT_TEXT(QString(), m_output);
+    EXPECT_TEXT(path + QStringLiteral(":3: SyntaxError: Parse error\n"), m_error);
+}
+
+TEST_F(RunCommand, aScriptThatCannotBeReadFails)
+{
+    EXPECT_EQ(run({ m_folder.filePath(QStringLiteral("none.dsa")) }), 1);
+    EXPECT_TEXT(QStringLiteral("vireo: cannot read %1: No such file or directory; check its name "
+                               "and its permissions\n")
+                    .arg(m_folder.filePath(QStringLiteral("none.dsa"))),
+        m_error);
+    EXPECT_EQ(run({ m_folder.path() }), 1);
+    EXPECT_TEXT(
+        QStringLiteral("vireo: cannot read %1: it is a folder; name a file\n").arg(m_folder.path()),
+        m_error);
+}
+
+TEST_F(RunCommand, withoutAScriptItIsWrongUse)
+{
+    EXPECT_EQ(run({}), 2);
+    EXPECT_TEXT(QString(), m_output);
+    EXPECT_EQ(m_error.count(QLatin1Char('\n')), 1);
+}
+
+TEST_F(RunCommand, windowsAreRefused)
+{
+    EXPECT_EQ(run({ script("new VireoMatMatteBrick().runAction('VireoExportCodeAction')") }), 1);
+    EXPECT_TRUE(m_error.contains(
+        QLatin1String("runAction: VireoExportCodeAction needs a program with windows")))
+        << m_error.toStdString();
+}
+
+TEST_F(RunCommand, aScriptThatTakesAllMemoryEndsWithOneLine)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer has its own idea of memory";
+#endif
+    for (const char* code :
+        { "var a = []; while (true) a.push(a.slice(0), new Array(1000).join('text'));",
+            "var a = []; while (true) a.push(new VireoMatMatteBrick());",
+            "new Array(4294967295).join('text');" }) {
+        QProcess process;
+        process.start(QStringLiteral("/bin/sh"),
+            { QStringLiteral("-c"), QStringLiteral("ulimit -v 1900000; exec \"$@\""),
+                QStringLiteral("sh"), QStringLiteral(VIREO_PROGRAM), QStringLiteral("run"),
+                script(code) });
+        ASSERT_TRUE(process.waitForFinished(120000)) << code;
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << code;
+        EXPECT_EQ(process.exitCode(), 1) << code;
+        EXPECT_TEXT(QStringLiteral("vireo: the script needs more memory than there is\n"),
+            QString::fromUtf8(process.readAllStandardError()));
+    }
+}
+
+TEST_F(RunCommand, applyingToNothingIsAWarning)
+{
+    EXPECT_EQ(run({ script("new VireoBrickUser().applyToScene(); print('after');") }), 0)
+        << m_error.toStdString();
+    EXPECT_TEXT(QStringLiteral("after\n"), m_output);
+    EXPECT_TEXT(QStringLiteral("vireo: warning: No material(s) selected\n"), m_error);
+}
+
+TEST_F(RunCommand, outputThatCannotBeWrittenIsAnError)
+{
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    const QString path = script("\nprint('x')");
+    process.start(QStringLiteral(VIREO_PROGRAM), { QStringLiteral("run"), path });
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitCode(), 1);
+    const QString error = QString::fromUtf8(process.readAllStandardError());
+    EXPECT_TRUE(error.startsWith(
+        path + QLatin1String(":2: Error: print: cannot write to standard output: ")))
+        << error.toStdString();
+}
+
+TEST_F(RunCommand, anEndlessLoopIsStoppedFromTheKeyboard)
+{
+    for (const char* loop :
+        { "while (true) ;", "function f() { try { f(); } finally { f(); } } f();",
+            "/(a*)*b/.test(new Array(100).join('a'));",
+            "while (true) writeFile(args[0], new Array(100000).join('text'));" }) {
+        const QString target = m_folder.filePath(QStringLiteral("whole.txt"));
+        QProcess process;
+        const QByteArray code = QByteArray("writeFile(args[0], 'old'); print('started');") + loop;
+        process.start(QStringLiteral(VIREO_PROGRAM),
+            { QStringLiteral("run"), script(code.constData()), target });
+        ASSERT_TRUE(process.waitForReadyRead(60000)) << loop;
+        ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+        EXPECT_TRUE(process.waitForFinished(60000)) << loop;
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << loop;
+        EXPECT_EQ(process.exitCode(), 130) << loop;
+        QFile file(target);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(file.size() == 3 || file.size() == 4 * 99999) << loop << file.size();
+        // No half-written file beside it.
+        EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files).size(), 2) << loop;
+    }
+}
