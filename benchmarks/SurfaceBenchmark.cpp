@@ -100,9 +100,5 @@ void BM_RebuildSurfaces(benchmark::State& state)
 } // namespace
 
 // Once each, as a user does it: getting memory that was not in use before is part of the cost.
-BENCHMARK(BM_ApplyToSurfaces)
-    ->Arg(1000)
-    ->Arg(10000)
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(1);
+BENCHMARK(BM_ApplyToSurfaces)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_RebuildSurfaces)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(3);
