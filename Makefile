@@ -10,6 +10,8 @@ MAKEFLAGS += --no-print-directory
 
 # The network that `make run` exports.
 EXAMPLE ?= examples/glossy-checkerboard.sskn
+# Where `make install` puts things.
+PREFIX ?= /usr/local
 # Tests that run at the same time.
 JOBS ?= 2
 # Arguments for the benchmark programs of `make bench`.
@@ -33,10 +35,12 @@ define run_tests
 @ctest --preset $(1) --output-on-failure -j$(JOBS)
 endef
 
-.PHONY: help deps run test bench golden format lint clean
+.PHONY: help deps run install package test bench golden format lint clean
 
 help:
 	@echo 'make run      build, then export EXAMPLE ($(EXAMPLE)) to the screen'
+	@echo 'make install  build, then install into PREFIX ($(PREFIX)), below DESTDIR if that is set'
+	@echo 'make package  build the Debian package build/release/vireo_*.deb'
 	@echo 'make test     release and sanitizer builds, all tests in both, then lint'
 	@echo 'make bench    build and run the benchmarks (BENCH_ARGS=...)'
 	@echo 'make golden   render the expected texts anew; look at git diff afterwards'
@@ -55,6 +59,14 @@ run: deps
 	    && [ -n "$${DISPLAY:-}$${WAYLAND_DISPLAY:-}" ]; then \
 	    build/release/bin/vireo-mixer $(EXAMPLE); \
 	fi
+
+install: deps
+	$(call build,release,--target vireo siskin vireo-mixer)
+	@cmake --install build/release --prefix $(PREFIX)
+
+package: deps
+	$(call build,release,--target vireo siskin vireo-mixer)
+	@cd build/release && cpack
 
 test: deps
 	$(call build,release)

@@ -6,12 +6,15 @@
 #include "dzpluginmgr.h"
 #include "dzundostack.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <benchmark/benchmark.h>
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
+    // Pictures are painted in memory unless somebody wants to look at them.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
     DzApp host;
     const DzUndoStackLock lock;
     QString error;

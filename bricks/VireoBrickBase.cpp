@@ -249,7 +249,9 @@ VireoExtVec3Param* VireoBrickBase::addVec3Param(bool custom, const QString& prop
     const QString& label, const QString& name, int type, const DzVec3& defaultValue, int direction)
 {
     DzUndoStackLock lock;
-    VireoExtVec3Param* param = new VireoExtVec3Param(type, defaultValue);
+    // The host knows its own kinds by name.
+    const int kind = isLinkType(type) ? type - FloatLink + DzBrickParam::FloatType : type;
+    VireoExtVec3Param* param = new VireoExtVec3Param(kind, defaultValue);
     param->setDirection(direction);
     for (int i = 0; i < param->getNumProperties(); ++i)
         param->setPropertyPath(i, propertyPath);

@@ -28,8 +28,9 @@ public:
     /// found out in a child process and refused like any other.
     bool loadPlugin(const QString& path, QString* error);
     /// Folders that are searched for modules, in order: those that the environment variable
-    /// `pathVariable` names, the program's own, and `installedFolder` under the "lib" folder beside
-    /// it. Only folders that exist, each once.
+    /// `pathVariable` names, then `installedFolder` under the "lib" folder beside the program's
+    /// own or, where there is none, the program's own folder, as in a build. Only folders that
+    /// exist, each once.
     static QStringList getPluginFolders(const char* pathVariable, const QString& installedFolder);
     /// Loads every module in the folders; a refusal is a warning and no more. Files that begin
     /// with "lib" are taken for ordinary libraries.

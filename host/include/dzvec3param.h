@@ -26,6 +26,8 @@ public:
     int getNumProperties() const override { return 3; }
     DzProperty* getProperty(int index) const override;
     QString getStringValue(int index) const override;
+    /// The host's word for the kind, whatever number a derived class gives it.
+    QString getTypeString(int index = 0) const override;
     int getType() const override { return m_type; }
     bool canConnect(DzBrickParam* other) const override;
 

@@ -40,6 +40,12 @@ QString DzMatrixParam::getStringValue(int) const
     return QStringLiteral("matrix( %1)").arg(numbers.join(QStringLiteral(", ")));
 }
 
+QString DzMatrixParam::getTypeString(int) const
+{
+    const QString name = typeToString(MatrixType);
+    return isArray() ? QStringLiteral("%1[]").arg(name) : name;
+}
+
 bool DzMatrixParam::canConnect(DzBrickParam* other) const
 {
     return DzBrickParam::canConnect(other) && other->getType() == getType();

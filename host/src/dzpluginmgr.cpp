@@ -87,7 +87,9 @@ QStringList DzPluginMgr::getPluginFolders(const char* pathVariable, const QStrin
     QStringList candidates = QString::fromLocal8Bit(qgetenv(pathVariable))
                                  .split(QDir::listSeparator(), Qt::SkipEmptyParts);
     const QString own = QCoreApplication::applicationDirPath();
-    candidates << own << own + QStringLiteral("/../lib/") + installedFolder;
+    const QString installed = own + QStringLiteral("/../lib/") + installedFolder;
+    // Where programs are installed, all kinds of things stand beside them.
+    candidates << (QFileInfo(installed).isDir() ? installed : own);
     QStringList folders;
     for (const QString& candidate : qAsConst(candidates)) {
         const QString folder = QFileInfo(candidate).canonicalFilePath();

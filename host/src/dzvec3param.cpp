@@ -67,6 +67,12 @@ QString DzVec3Param::getStringValue(int) const
         .arg(static_cast<double>(value.m_z));
 }
 
+QString DzVec3Param::getTypeString(int) const
+{
+    const QString name = typeToString(m_type);
+    return isArray() ? QStringLiteral("%1[]").arg(name) : name;
+}
+
 bool DzVec3Param::canConnect(DzBrickParam* other) const
 {
     return DzBrickParam::canConnect(other) && other->getType() == getType();

@@ -14,7 +14,7 @@ const int placeSweeps = 6;
 /// So many rounds without fewer crossings end the reordering.
 const int idleSweeps = 3;
 /// A wire that passes a column keeps this much room.
-const qreal passGap = 12;
+const qreal passGap = 20;
 /// Wires that pass columns are worth this many boxes and edges; beyond it the longest are left out.
 const int passesPerPart = 6;
 /// How much straighter than others a wire that passes columns is kept.
@@ -137,19 +137,42 @@ void Group::dropLoops()
     m_edges = kept;
 }
 
-/// Every box stands one column left of the leftmost box that it feeds.
+/// Every box stands one column left of the leftmost box that it feeds, or beside what feeds it when
+/// that makes wires no longer.
 void Group::makeColumns()
 {
     const int count = m_boxes.size();
     QVector<QVector<int>> fed(count);
-    for (const LayeredLayout::Edge& edge : qAsConst(m_edges))
+    QVector<QVector<int>> feeders(count);
+    for (const LayeredLayout::Edge& edge : qAsConst(m_edges)) {
         fed[edge.from].append(edge.to);
+        feeders[edge.to].append(edge.from);
+    }
     m_columnOf.fill(0, count);
+    // A box may leave for the left when no more wires hold it at boxes that stay.
+    QVector<bool> isFree(count, false);
     for (int i = m_order.size() - 1; i >= 0; --i) {
         const int box = m_order.at(i);
+        int holding = 0;
+        for (const int next : qAsConst(fed[box])) {
+            m_columnOf[box] = qMax(m_columnOf.at(box), m_columnOf.at(next) + 1);
+            holding += !isFree.at(next);
+        }
+        isFree[box] = !feeders.at(box).isEmpty() && feeders.at(box).size() >= holding;
+    }
+    // What nothing feeds goes along with the box that it feeds.
+    const auto isSource = [&](int box) { return feeders.at(box).isEmpty(); };
+    for (const int box : qAsConst(m_order)) {
+        int nearest = -1;
+        for (const int feeder : qAsConst(feeders[box]))
+            if (!isSource(feeder) && (nearest < 0 || m_columnOf.at(feeder) < nearest))
+                nearest = m_columnOf.at(feeder);
+        if (isFree.at(box) && nearest > 0)
+            m_columnOf[box] = nearest - 1;
+    }
+    for (const int box : qAsConst(m_order))
         for (const int next : qAsConst(fed[box]))
             m_columnOf[box] = qMax(m_columnOf.at(box), m_columnOf.at(next) + 1);
-    }
 }
 
 void Group::makeItems()
@@ -220,9 +243,8 @@ void Group::orderAtFirst()
         });
     QVector<bool> isSeen(m_items.size(), false);
     QVector<int> stack;
-    // Whatever feeds nothing stands in the first column.
     for (int start = 0; start < m_items.size(); ++start) {
-        if (m_items.at(start).column != 0)
+        if (!m_items.at(start).rightSegments.isEmpty())
             continue;
         stack.append(start);
         while (!stack.isEmpty()) {
@@ -236,10 +258,6 @@ void Group::orderAtFirst()
                 stack.append(m_segments.at(item.leftSegments.at(i)).left);
         }
     }
-    // Boxes whose every wire was left out.
-    for (int i = 0; i < m_items.size(); ++i)
-        if (!isSeen.at(i))
-            m_columns[m_items.at(i).column].append(i);
     for (int column = 0; column < columnCount; ++column)
         setRanks(column);
 }

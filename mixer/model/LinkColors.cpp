@@ -14,7 +14,7 @@ struct NamedColor {
 
 // Far enough apart on a light and on a dark canvas, for readers with red-green weakness too.
 const NamedColor namedColors[] = {
-    { "float", 0xff9aa4ae },
+    { "float", 0xff8593a1 },
     { "color", 0xffe0b83c },
     { "point", 0xff8f7ee6 },
     { "vector", 0xff6a86ec },

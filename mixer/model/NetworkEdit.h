@@ -43,7 +43,8 @@ class NetworkEdit : public QObject
     Q_OBJECT
 
 public:
-    /// The brick user is not owned and may go first.
+    /// The brick user is not owned and may go first. All who show a network share one edit, whose
+    /// signals tell of what the host has no signals for.
     explicit NetworkEdit(IDzBrickUser* user, QObject* parent = nullptr);
 
     /// Null when the brick user is gone.

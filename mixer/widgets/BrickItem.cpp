@@ -64,6 +64,14 @@ QPainterPath wirePath(const QPointF& from, const QPointF& to)
     return path;
 }
 
+QPointF wirePoint(const QPointF& from, const QPointF& to, qreal part)
+{
+    const QPointF reach(wireReach(from, to), 0);
+    const qreal rest = 1 - part;
+    return rest * rest * rest * from + 3 * rest * rest * part * (from + reach)
+        + 3 * rest * part * part * (to - reach) + part * part * part * to;
+}
+
 QRectF wireBounds(const QPointF& from, const QPointF& to)
 {
     const QPointF reach(wireReach(from, to), 0);
@@ -79,6 +87,7 @@ BrickItem::BrickItem(NetworkScene* scene, DzShaderBrick* brick)
 {
     // A change of place is told to the wires by the scene.
     setFlag(ItemSendsGeometryChanges, false);
+    setFlag(ItemUsesExtendedStyleOption);
     setPos(BrickAppearance::position(brick));
     connectToBrick();
 }
@@ -167,12 +176,13 @@ void BrickItem::makeWires()
             CanvasWire wire;
             wire.output = input->getConnection(k);
             wire.input = input;
+            wire.inputRow = row;
             wire.source = m_scene->getItem(wire.output->getTopBrickOwner());
             if (!wire.source)
                 continue;
             wire.color = linkColor(wire.output->getTypeString());
             wire.from = wire.source->pinPlace(wire.output);
-            wire.to = pos() + QPointF(0, rowCentre(row));
+            wire.to = inputPlace(row);
             wire.bounds = wireBounds(wire.from, wire.to);
             m_wires.append(wire);
         }
@@ -196,6 +206,21 @@ int BrickItem::rowAt(const QPointF& place) const
 QPointF BrickItem::pinPlace(const DzBrickParam* param) const
 {
     return pos() + QPointF(param->isOutput() ? m_size.width() : 0, rowCentre(rowOf(param)));
+}
+
+int BrickItem::firstRowIn(const QRectF& box) const
+{
+    return qMax(0, int((box.top() - outline - titleHeight) / rowHeight));
+}
+
+int BrickItem::lastRowIn(const QRectF& box) const
+{
+    return qMin(m_rows.size() - 1, int((box.bottom() + outline - titleHeight) / rowHeight));
+}
+
+QPointF BrickItem::inputPlace(int row) const
+{
+    return pos() + QPointF(0, rowCentre(row));
 }
 
 void BrickItem::setBadge(const QString& text)
@@ -298,9 +323,12 @@ void BrickItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option,
         paintBody(painter, style);
         paintTitle(painter, style);
         painter->setFont(style.font);
-        for (int row = 0; row < m_rows.size(); ++row)
+        // Bricks may have very many rows.
+        const int first = firstRowIn(option->exposedRect);
+        const int last = lastRowIn(option->exposedRect);
+        for (int row = first; row <= last; ++row)
             paintRow(painter, style, row);
-        paintPins(painter, style);
+        paintPins(painter, style, first, last);
     }
     if (isDimmed)
         painter->setOpacity(1);
@@ -402,9 +430,9 @@ void BrickItem::paintRow(QPainter* painter, const CanvasStyle& style, int row) c
     }
 }
 
-void BrickItem::paintPins(QPainter* painter, const CanvasStyle& style) const
+void BrickItem::paintPins(QPainter* painter, const CanvasStyle& style, int first, int last) const
 {
-    for (int row = 0; row < m_rows.size(); ++row) {
+    for (int row = first; row <= last; ++row) {
         const Row& shown = m_rows.at(row);
         if (shown.kind == Row::Setting)
             continue;

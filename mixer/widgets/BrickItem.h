@@ -20,6 +20,7 @@ struct CanvasWire {
     DzBrickParam* output = nullptr;
     DzBrickParam* input = nullptr;
     BrickItem* source = nullptr;
+    int inputRow = -1;
     QPointF from;
     QPointF to;
     QRectF bounds;
@@ -28,6 +29,8 @@ struct CanvasWire {
 
 /// The curve of a wire, from an output to an input.
 QPainterPath wirePath(const QPointF& from, const QPointF& to);
+/// A point of the curve, from 0 at the output to 1 at the input.
+QPointF wirePoint(const QPointF& from, const QPointF& to, qreal part);
 /// A box that holds the curve with its pen.
 QRectF wireBounds(const QPointF& from, const QPointF& to);
 
@@ -44,6 +47,8 @@ public:
     QSizeF getSize() const { return m_size; }
     const QVector<BrickAppearance::Row>& getRows() const { return m_rows; }
     const QVector<CanvasWire>& getWires() const { return m_wires; }
+    /// Where the wire of a row ends, in scene coordinates.
+    QPointF inputPlace(int row) const;
     /// Row of a parameter, -1 when it is not shown.
     int rowOf(const DzBrickParam* param) const;
     /// Row under a place in item coordinates, -1 above and below the rows.
@@ -89,7 +94,9 @@ private:
     void paintBody(QPainter* painter, const CanvasStyle& style) const;
     void paintTitle(QPainter* painter, const CanvasStyle& style) const;
     void paintRow(QPainter* painter, const CanvasStyle& style, int row) const;
-    void paintPins(QPainter* painter, const CanvasStyle& style) const;
+    void paintPins(QPainter* painter, const CanvasStyle& style, int first, int last) const;
+    int firstRowIn(const QRectF& box) const;
+    int lastRowIn(const QRectF& box) const;
 
     NetworkScene* m_scene;
     DzShaderBrick* m_brick;

@@ -4,6 +4,7 @@
 #include "BrickSearchPopup.h"
 
 #include "LinkColors.h"
+#include "NetworkEdit.h"
 #include "dzbrickparam.h"
 
 #include <QApplication>
@@ -83,9 +84,9 @@ public:
 
 } // namespace
 
-BrickSearchPopup::BrickSearchPopup(const IDzBrickUser* user, DzBrickParam* pin, QWidget* parent)
+BrickSearchPopup::BrickSearchPopup(NetworkEdit* edit, DzBrickParam* pin, QWidget* parent)
     : QFrame(parent, Qt::Popup)
-    , m_user(user)
+    , m_network(edit)
     , m_pin(pin)
     , m_hasPin(pin)
     , m_edit(new QLineEdit)
@@ -140,10 +141,10 @@ void BrickSearchPopup::search(const QString& text)
 {
     m_list->clear();
     BrickCatalogue::Filter filter;
-    filter.user = m_user;
+    filter.user = m_network ? m_network->getUser() : nullptr;
     filter.fitting = m_pin;
     // Without its pin there is nothing that fits.
-    if (m_hasPin && !m_pin)
+    if (!filter.user || (m_hasPin && !m_pin))
         return;
     const QVector<const BrickKind*> kinds = BrickCatalogue::instance()->search(text, filter);
     for (const BrickKind* kind : kinds) {

@@ -8,7 +8,7 @@
 #include <QPointer>
 
 class DzBrickParam;
-class IDzBrickUser;
+class NetworkEdit;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -20,8 +20,8 @@ class BrickSearchPopup : public QFrame
     Q_OBJECT
 
 public:
-    /// Offers what `user` takes and, with a `pin`, only what can be linked with it.
-    BrickSearchPopup(const IDzBrickUser* user, DzBrickParam* pin, QWidget* parent);
+    /// Offers what the edited network takes and, with a `pin`, only what can be linked with it.
+    BrickSearchPopup(NetworkEdit* edit, DzBrickParam* pin, QWidget* parent);
 
     /// Opens as near to the place as the screen allows.
     void popupAt(const QPoint& globalPlace);
@@ -38,7 +38,7 @@ private:
     void choose();
     void moveInList(int steps);
 
-    const IDzBrickUser* m_user;
+    QPointer<NetworkEdit> m_network;
     QPointer<DzBrickParam> m_pin;
     bool m_hasPin;
     QLineEdit* m_edit;

@@ -23,7 +23,7 @@ CanvasStyle::CanvasStyle(const QPalette& palette)
     isDark = window.lightness() < text.lightness();
     const QColor base = palette.color(QPalette::Base);
     canvas = isDark ? mix(window, Qt::black, 0.25) : mix(window, Qt::black, 0.09);
-    grid = mix(canvas, text, isDark ? 0.07 : 0.06);
+    grid = mix(canvas, text, isDark ? 0.05 : 0.035);
     body = isDark ? mix(window, Qt::white, 0.06) : mix(base, window, 0.15);
     border = isDark ? mix(canvas, Qt::black, 0.5) : mix(canvas, Qt::black, 0.35);
     faintText = mix(text, body, 0.4);

@@ -249,7 +249,7 @@ void NetworkScene::updateWireEnds(BrickItem* item)
                 continue;
             m_wireLayer->update(wire.bounds);
             wire.from = wire.source->pinPlace(wire.output);
-            wire.to = fed->pinPlace(wire.input);
+            wire.to = fed->inputPlace(wire.inputRow);
             wire.bounds = wireBounds(wire.from, wire.to);
             m_wireLayer->update(wire.bounds);
         }

@@ -34,6 +34,7 @@ const qreal gridStep = 20;
 const int gridSteps = 5;      ///< a stronger line at each of these
 const qreal smallestGrid = 7; ///< pixels between lines
 const qreal zoomLimits[] = { 0.02, 4 };
+const qreal smallestZoom = 1e-4; ///< for networks that do not fit otherwise
 const qreal zoomPerNotch = 1.2;
 const qreal zoomMargin = 40;
 const qreal reachPixels = 8;
@@ -61,7 +62,8 @@ NetworkView::NetworkView(NetworkEdit* edit, BrickSelection* selection, QWidget* 
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTransformationAnchor(NoAnchor);
     setResizeAnchor(NoAnchor);
-    setViewportUpdateMode(SmartViewportUpdate);
+    // The whole at once: painting through a ragged clip costs more than it saves.
+    setViewportUpdateMode(FullViewportUpdate);
     setOptimizationFlags(DontSavePainterState | DontAdjustForAntialiasing);
     setMouseTracking(true);
     viewport()->setMouseTracking(true);
@@ -331,7 +333,7 @@ QPointF NetworkView::placeForNew() const
 void NetworkView::openSearch(const QPointF& place, DzBrickParam* pin)
 {
     delete m_search;
-    m_search = new BrickSearchPopup(m_edit->getUser(), pin, this);
+    m_search = new BrickSearchPopup(m_edit, pin, this);
     const QPointer<DzBrickParam> guarded(pin);
     const bool hasPin = pin;
     connect(m_search, &BrickSearchPopup::chosen, this, [=](const QString& className) {
@@ -399,7 +401,8 @@ void NetworkView::clearBadges()
 
 void NetworkView::zoomAt(const QPointF& place, qreal factor)
 {
-    const qreal wanted = qBound(zoomLimits[0], getZoom() * factor, zoomLimits[1]);
+    const qreal lowest = qMin(zoomLimits[0], getZoom());
+    const qreal wanted = qBound(lowest, getZoom() * factor, zoomLimits[1]);
     const QPointF before = mapFromScene(place);
     setTransform(QTransform::fromScale(wanted, wanted));
     const QPointF after = mapFromScene(place);
@@ -416,7 +419,7 @@ void NetworkView::zoomTo(const QRectF& box)
     const QSizeF room = viewport()->size();
     const qreal fit = qMin(room.width() / wide.width(), room.height() / wide.height());
     // Nobody wants to see a single brick fill the screen.
-    const qreal zoom = qBound(zoomLimits[0], fit, qreal(1));
+    const qreal zoom = qBound(smallestZoom, fit, qreal(1));
     setTransform(QTransform::fromScale(zoom, zoom));
     goTo(box.center());
     emit zoomChanged(zoom);
@@ -890,11 +893,15 @@ void NetworkView::dragMoveEvent(QDragMoveEvent* event)
         return;
     }
     event->acceptProposedAction();
+    m_scene->setMarkedWire(wireFor(className, mapToScene(event->pos())));
+}
+
+/// The wire there that a brick of the class can be put into.
+BrickLink NetworkView::wireFor(const QString& className, const QPointF& place) const
+{
     const BrickKind* kind = BrickCatalogue::instance()->find(className);
-    BrickLink link = m_scene->hitWire(mapToScene(event->pos()), getReach());
-    if (!NetworkEdit::canInsertOnLink(kind->sample, link))
-        link = BrickLink();
-    m_scene->setMarkedWire(link);
+    const BrickLink link = m_scene->hitWire(place, getReach());
+    return NetworkEdit::canInsertOnLink(kind->sample, link) ? link : BrickLink();
 }
 
 void NetworkView::dragLeaveEvent(QDragLeaveEvent*)
@@ -905,12 +912,12 @@ void NetworkView::dragLeaveEvent(QDragLeaveEvent*)
 void NetworkView::dropEvent(QDropEvent* event)
 {
     const QString className = droppedClass(event);
-    const BrickLink link = m_scene->getMarkedWire();
     m_scene->setMarkedWire(BrickLink());
     if (className.isEmpty()) {
         event->ignore();
         return;
     }
+    const BrickLink link = wireFor(className, mapToScene(event->pos()));
     const QPointF grip(BrickAppearance::defaultWidth / 2, BrickAppearance::titleHeight / 2);
     const QPointF place((mapToScene(event->pos()) - grip).toPoint());
     QString error;
@@ -973,7 +980,10 @@ void NetworkView::drawBackground(QPainter* painter, const QRectF& rect)
         lines.append(QLineF(rect.left(), y, rect.right(), y));
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->setPen(QPen(style.grid, 0));
+    // See WireLayer::paint().
+    painter->setClipRect(rect);
     painter->drawLines(lines);
+    painter->setClipping(false);
 }
 
 void NetworkView::drawForeground(QPainter* painter, const QRectF&)
@@ -990,11 +1000,9 @@ void NetworkView::paintHint(
     // In pixels, whatever the zoom: it is read, not looked at.
     const QPointF anchor = painter->transform().map(place) + QPointF(16, 18);
     painter->resetTransform();
-    painter->scale(painter->device()->devicePixelRatioF(), painter->device()->devicePixelRatioF());
     painter->setFont(style.font);
     const QFontMetricsF metrics(style.font);
-    QRectF box(anchor / painter->device()->devicePixelRatioF(),
-        QSizeF(metrics.horizontalAdvance(text) + 16, metrics.height() + 8));
+    QRectF box(anchor, QSizeF(metrics.horizontalAdvance(text) + 16, metrics.height() + 8));
     // Inside the window.
     const QRectF window = viewport()->rect();
     box.moveRight(qMin(box.right(), window.right() - 4));

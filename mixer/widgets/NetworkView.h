@@ -187,6 +187,7 @@ private:
     /// Where new things go: the mouse, or the middle when it is elsewhere.
     QPointF placeForNew() const;
     QString droppedClass(const QDropEvent* event) const;
+    BrickLink wireFor(const QString& className, const QPointF& place) const;
     QRect editorPlace(const QRectF& box) const;
     void startEditor(
         const QString& text, const QRectF& box, const std::function<void(const QString&)>& commit);

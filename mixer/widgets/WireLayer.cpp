@@ -8,20 +8,44 @@
 #include "dzbrickparam.h"
 #include "dzshaderbrick.h"
 
-#include <QMap>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
+#include <QtMath>
 
 namespace {
 
 /// From this zoom on wires are drawn as curves.
 const qreal curveDetail = 0.3;
 const int crossingSteps = 24;
+const int passingSteps = 12;
+const int farPieces = 6;
+const qreal plainWidth = 2;
+const qreal strongWidth = 3.4;
+const qreal markWidth = 7;
+const int mostHairlines = 12;
 const int dimmedAlpha = 60;
 
 bool isLink(const CanvasWire& wire, const BrickLink& link)
 {
     return wire.output == link.output && wire.input == link.input;
+}
+
+/// True when the curve itself, and not only its box, comes near the rectangle.
+bool passesThrough(const CanvasWire& wire, const QRectF& box)
+{
+    const qreal slack = 8;
+    const QRectF wide = box.adjusted(-slack, -slack, slack, slack);
+    if (wide.contains(wire.from) || wide.contains(wire.to))
+        return true;
+    QPointF last = wire.from;
+    for (int step = 1; step <= passingSteps; ++step) {
+        const QPointF next = wirePoint(wire.from, wire.to, qreal(step) / passingSteps);
+        if (qMin(last.x(), next.x()) <= wide.right() && qMax(last.x(), next.x()) >= wide.left()
+            && qMin(last.y(), next.y()) <= wide.bottom() && qMax(last.y(), next.y()) >= wide.top())
+            return true;
+        last = next;
+    }
+    return false;
 }
 
 /// True when the segments a-b and c-d cross.
@@ -69,10 +93,9 @@ void WireLayer::updateWiresOf(const BrickItem* item)
 
 bool WireLayer::isCrossed(const CanvasWire& wire, const QVector<QPointF>& path) const
 {
-    const QPainterPath curve = wirePath(wire.from, wire.to);
     QPointF last = wire.from;
     for (int step = 1; step <= crossingSteps; ++step) {
-        const QPointF next = curve.pointAtPercent(qreal(step) / crossingSteps);
+        const QPointF next = wirePoint(wire.from, wire.to, qreal(step) / crossingSteps);
         for (int i = 1; i < path.size(); ++i)
             if (segmentsCross(last, next, path.at(i - 1), path.at(i)))
                 return true;
@@ -83,11 +106,15 @@ bool WireLayer::isCrossed(const CanvasWire& wire, const QVector<QPointF>& path) 
 
 void WireLayer::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget*)
 {
+    const QRectF exposed = option->exposedRect;
+    // Thin lines are painted many times faster with a rectangle to clip to than without any.
+    painter->setClipRect(exposed);
     const qreal detail = option->levelOfDetailFromTransform(painter->worldTransform());
     if (detail < curveDetail)
-        paintFar(painter, option->exposedRect);
+        paintFar(painter, exposed);
     else
-        paintNear(painter, option->exposedRect);
+        paintNear(painter, exposed, detail * painter->device()->devicePixelRatioF());
+    painter->setClipping(false);
 }
 
 QColor WireLayer::colorOf(const CanvasWire& wire) const
@@ -98,7 +125,7 @@ QColor WireLayer::colorOf(const CanvasWire& wire) const
     return color;
 }
 
-void WireLayer::paintNear(QPainter* painter, const QRectF& exposed) const
+void WireLayer::paintNear(QPainter* painter, const QRectF& exposed, qreal pixelsPerUnit) const
 {
     painter->setRenderHint(QPainter::Antialiasing, true);
     painter->setBrush(Qt::NoBrush);
@@ -107,42 +134,55 @@ void WireLayer::paintNear(QPainter* painter, const QRectF& exposed) const
     for (const BrickItem* item : m_scene->getItems()) {
         const bool isSelected = selection->contains(item->getBrick());
         for (const CanvasWire& wire : item->getWires()) {
-            if (!wire.bounds.intersects(exposed) || isLink(wire, m_scene->getHiddenWire()))
+            if (!wire.bounds.intersects(exposed) || isLink(wire, m_scene->getHiddenWire())
+                || !passesThrough(wire, exposed))
                 continue;
-            const QPainterPath path = wirePath(wire.from, wire.to);
-            const bool isStrong = isSelected || selection->contains(wire.source->getBrick());
             if (isLink(wire, m_scene->getMarkedWire())) {
-                painter->setPen(QPen(style.selection, 7));
-                painter->drawPath(path);
+                painter->setPen(QPen(style.selection, markWidth));
+                painter->drawPath(wirePath(wire.from, wire.to));
             }
-            painter->setPen(QPen(colorOf(wire), isStrong ? 3.2 : 2));
-            painter->drawPath(path);
+            const bool isStrong = isSelected || selection->contains(wire.source->getBrick());
+            paintWire(painter, wire, isStrong ? strongWidth : plainWidth, pixelsPerUnit);
         }
     }
 }
 
-/// Straight lines, gathered by colour: at this size nobody sees the difference.
+/// Paints a wire as a bundle of hairlines side by side, which is an order of magnitude faster than
+/// a thick pen and looks the same.
+void WireLayer::paintWire(
+    QPainter* painter, const CanvasWire& wire, qreal width, qreal pixelsPerUnit) const
+{
+    const qreal pixels = width * pixelsPerUnit;
+    const int lines = qBound(1, qCeil(pixels), mostHairlines);
+    const qreal step = lines > 1 ? (pixels - 1) / (lines - 1) / pixelsPerUnit : 0;
+    const QPointF way = wire.to - wire.from;
+    const QPointF side = qAbs(way.x()) >= qAbs(way.y()) ? QPointF(0, step) : QPointF(step, 0);
+    const QPointF first = side * (lines - 1) / 2;
+    painter->setPen(QPen(colorOf(wire), 0));
+    QPainterPath path = wirePath(wire.from - first, wire.to - first);
+    for (int i = 0; i < lines; ++i) {
+        painter->drawPath(path);
+        path.translate(side);
+    }
+}
+
+/// Few straight pieces each: at this size nobody sees the difference.
 void WireLayer::paintFar(QPainter* painter, const QRectF& exposed) const
 {
-    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setRenderHint(QPainter::Antialiasing, true);
     const BrickSelection* selection = m_scene->getSelection();
-    QMap<QRgb, QVector<QLineF>> byColor;
-    QVector<QLineF> strong;
+    const QColor strong = m_scene->getStyle().selection;
+    QPointF points[farPieces + 1];
     for (const BrickItem* item : m_scene->getItems()) {
         const bool isSelected = selection->contains(item->getBrick());
         for (const CanvasWire& wire : item->getWires()) {
             if (!wire.bounds.intersects(exposed) || isLink(wire, m_scene->getHiddenWire()))
                 continue;
-            const QLineF line(wire.from, wire.to);
-            byColor[colorOf(wire).rgba()].append(line);
-            if (isSelected || selection->contains(wire.source->getBrick()))
-                strong.append(line);
+            for (int i = 0; i <= farPieces; ++i)
+                points[i] = wirePoint(wire.from, wire.to, qreal(i) / farPieces);
+            const bool isStrong = isSelected || selection->contains(wire.source->getBrick());
+            painter->setPen(QPen(isStrong ? strong : colorOf(wire), 0));
+            painter->drawPolyline(points, farPieces + 1);
         }
     }
-    for (auto lines = byColor.constBegin(); lines != byColor.constEnd(); ++lines) {
-        painter->setPen(QPen(QColor::fromRgba(lines.key()), 0));
-        painter->drawLines(lines.value());
-    }
-    painter->setPen(QPen(m_scene->getStyle().selection, 0));
-    painter->drawLines(strong);
 }

@@ -24,7 +24,9 @@ public:
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 private:
-    void paintNear(QPainter* painter, const QRectF& exposed) const;
+    void paintNear(QPainter* painter, const QRectF& exposed, qreal pixelsPerUnit) const;
+    void paintWire(
+        QPainter* painter, const CanvasWire& wire, qreal width, qreal pixelsPerUnit) const;
     void paintFar(QPainter* painter, const QRectF& exposed) const;
     QColor colorOf(const CanvasWire& wire) const;
 

@@ -347,19 +347,20 @@ TEST_F(BrickBaseTest, everyLinkTypeMakesItsCustomInput)
     const struct {
         int type;
         const char* className;
+        const char* typeText;
         const char* propertyClass;
         bool mappable;
     } expected[] = {
-        { 1007, "VireoExtComplexIn", "", false },
-        { 1008, "VireoExtComplexIn", "", false },
-        { 1009, "VireoExtPropertyParam", "DzFloatProperty", true },
-        { 1010, "VireoExtPropertyParam", "DzColorProperty", true },
-        { 1011, "VireoExtVec3Param", "DzFloatProperty", false },
-        { 1012, "VireoExtVec3Param", "DzFloatProperty", false },
-        { 1013, "VireoExtVec3Param", "DzFloatProperty", false },
-        { 1014, "VireoExtMatrixParam", "DzFloatProperty", false },
-        { 1015, "VireoExtPropertyParam", "DzStringProperty", false },
-        { 1016, "VireoExtPropertyParam", "DzFloatProperty", true },
+        { 1007, "VireoExtComplexIn", "LuxMaterial", "", false },
+        { 1008, "VireoExtComplexIn", "LuxVolume", "", false },
+        { 1009, "VireoExtPropertyParam", "LFloat", "DzFloatProperty", true },
+        { 1010, "VireoExtPropertyParam", "LColor", "DzColorProperty", true },
+        { 1011, "VireoExtVec3Param", "point", "DzFloatProperty", false },
+        { 1012, "VireoExtVec3Param", "vector", "DzFloatProperty", false },
+        { 1013, "VireoExtVec3Param", "normal", "DzFloatProperty", false },
+        { 1014, "VireoExtMatrixParam", "matrix", "DzFloatProperty", false },
+        { 1015, "VireoExtPropertyParam", "LString", "DzStringProperty", false },
+        { 1016, "VireoExtPropertyParam", "LuxFresnel", "DzFloatProperty", true },
     };
     for (const auto& row : expected) {
         SCOPED_TRACE(row.type);
@@ -367,6 +368,7 @@ TEST_F(BrickBaseTest, everyLinkTypeMakesItsCustomInput)
         ASSERT_NE(param, nullptr);
         EXPECT_EQ(param->className(), text(row.className));
         EXPECT_EQ(param->getType(), row.type);
+        EXPECT_EQ(param->getTypeString(), text(row.typeText));
         EXPECT_EQ(param->getName(), text("name"));
         EXPECT_EQ(param->getArg(0), text("name"));
         EXPECT_EQ(param->getLabel(), text("Label"));

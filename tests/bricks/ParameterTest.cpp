@@ -188,6 +188,7 @@ TEST(VectorParamTest, mapsItsType)
         EXPECT_EQ(param.getArgType(0), type + 1008);
         EXPECT_EQ(param.getTypeForToken(0), type + 1008);
         EXPECT_TRUE(param.isInput());
+        EXPECT_EQ(param.getTypeString(), DzBrickParam::typeToString(type));
         EXPECT_EQ(param.getDefaultValue(), DzVec3(1, 2, 3));
         EXPECT_EQ(param.getNumProperties(), 3);
     }

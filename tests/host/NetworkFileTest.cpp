@@ -1025,3 +1025,17 @@ TEST_F(NetworkFileTest, aNumberBeyondSinglePrecisionIsKeptAndNotBentToInfinity)
     EXPECT_EQ(floatAt(1, "tex1")->getValue(), 1.0f);
     EXPECT_TRUE(file.saveText(&user).contains("\"Value\": 1e+39"));
 }
+
+TEST_F(NetworkFileTest, aPartIsSavedWithTheLinksAmongItsBricks)
+{
+    const QByteArray first = scaleBrick("Brick_1");
+    const QByteArray third = scaleBrick("Brick_3");
+    const QByteArray text = network(first + ',' + scaleBrick("Brick_2") + ',' + third,
+        linkEntry(0, "Brick_2", "Brick_1", "tex1") + ','
+            + linkEntry(1, "Brick_3", "Brick_1", "tex2"));
+    VireoBrickUser part;
+    DzBrickUserFile whole;
+    ASSERT_TRUE(whole.loadText(text, QStringLiteral("test"), &part));
+    EXPECT_EQ(whole.saveText(&part, { 1, 3, 9 }),
+        tidied(network(first + ',' + third, linkEntry(0, "Brick_3", "Brick_1", "tex2"))));
+}

@@ -229,6 +229,17 @@ TEST(PluginMgr, oddValuesOfTheVariableDoNoHarm)
     EXPECT_EQ(foldersWith(QByteArray(20000, 'x') + ':' + QByteArray(20000, '/') + 'y'), own);
 }
 
+TEST(PluginMgr, theInstalledFolderTakesThePlaceOfTheProgramsOwn)
+{
+    const QDir own(QCoreApplication::applicationDirPath());
+    ASSERT_TRUE(own.mkpath("../lib"));
+    const QTemporaryDir folder(own.filePath("../lib/test-modules-XXXXXX"));
+    ASSERT_TRUE(folder.isValid());
+    const QString name = QFileInfo(folder.path()).fileName();
+    EXPECT_EQ(DzPluginMgr::getPluginFolders(pathVariable, name),
+        QStringList(canonical(folder.path())));
+}
+
 TEST(PluginMgr, modulesAreTriedInOrderOfTheirNamesAndRefusalsAreWarnings)
 {
     const QTemporaryDir folder;

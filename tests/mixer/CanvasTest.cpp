@@ -742,6 +742,18 @@ TEST_F(Canvas, keysZoomToTheSelectionAndToAll)
     EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getScene()->boxOfAll()));
 }
 
+TEST_F(Canvas, networksOfAnySizeCanBeSeenWhole)
+{
+    add("VireoMatMatteBrick", -500000, 0);
+    add("VireoMatMatteBrick", 500000, 900000);
+    key(Qt::Key_A);
+    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getScene()->boxOfAll()));
+    m_view.grab();
+    wheel(QPoint(500, 300), -120);
+    wheel(QPoint(500, 300), 120 * 80);
+    EXPECT_GT(m_view.getZoom(), 1);
+}
+
 TEST_F(Canvas, theMiniMapGoesThere)
 {
     addThree();
@@ -887,6 +899,8 @@ TEST_F(Canvas, toolTipsNameTypesAndValues)
     };
     EXPECT_EQ(tipAt(pinOf(matte, "sigma")), QStringLiteral("Sigma: LFloat<br>0"));
     EXPECT_EQ(tipAt(pinOf(matte, "result")), QStringLiteral("Result: LuxMaterial"));
+    VireoBrickBase* checks = add("VireoTexFltCheckerboardBrick", -400, 100);
+    EXPECT_EQ(tipAt(pinOf(checks, "v1")), QStringLiteral("v1: vector<br>1, 0, 0"));
     m_view.setBadge(matte, QStringLiteral("a <b> file is missing"));
     const BrickItem* item = m_view.getScene()->getItem(matte);
     EXPECT_EQ(tipAt(at(item->pos() + item->badgeBox().center())),

@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "BrickAppearance.h"
+#include "BrickItem.h"
+#include "BrickSelection.h"
 #include "NetworkEdit.h"
+#include "NetworkScene.h"
+#include "NetworkView.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
@@ -13,10 +17,13 @@
 #include "dzproperty.h"
 #include "dzundostack.h"
 
+#include <QMap>
+#include <iterator>
 #include <random>
 
 namespace {
 
+const int editCount = 10000;
 /// Networks stay small enough that every edit meets others.
 const int mostBricks = 40;
 
@@ -29,9 +36,9 @@ QByteArray bytesOf(const VireoBrickUser& user)
 class RandomUser
 {
 public:
-    RandomUser(VireoBrickUser* user, quint32 seed)
+    RandomUser(VireoBrickUser* user, NetworkEdit* edit, quint32 seed)
         : m_user(user)
-        , m_edit(user)
+        , m_edit(*edit)
         , m_random(seed)
     {
         for (const DzClassFactory* factory : dzApp->getPluginMgr()->getClassFactories())
@@ -52,7 +59,8 @@ public:
             &RandomUser::removeBricks, &RandomUser::moveBricks, &RandomUser::align,
             &RandomUser::arrange, &RandomUser::setTitle, &RandomUser::hideParams,
             &RandomUser::setWidth, &RandomUser::frame, &RandomUser::unframe,
-            &RandomUser::setFrameTitle, &RandomUser::disconnectAll };
+            &RandomUser::setFrameTitle, &RandomUser::disconnectAll, &RandomUser::undoAndRedo,
+            &RandomUser::undoSome };
         if (m_user->getNumBricks() > mostBricks)
             removeMany();
         (this->*edits[below(sizeof edits / sizeof edits[0])])();
@@ -245,6 +253,21 @@ private:
     }
     void frame() { m_edit.frameBricks(someBricks(), anyText()); }
     void unframe() { m_edit.removeFromFrames(someBricks()); }
+    void undoSome()
+    {
+        for (int i = below(4); i > 0; --i)
+            dzUndoStack->undo();
+    }
+    void undoAndRedo()
+    {
+        const QByteArray before = bytesOf(*m_user);
+        int steps = 0;
+        for (int i = below(6); i > 0; --i)
+            steps += dzUndoStack->undo();
+        while (steps-- > 0)
+            EXPECT_TRUE(dzUndoStack->redo());
+        EXPECT_TRUE(bytesOf(*m_user) == before);
+    }
     void setFrameTitle()
     {
         const QVector<BrickFrame> frames = m_edit.getFrames();
@@ -253,11 +276,95 @@ private:
     }
 
     VireoBrickUser* m_user;
-    NetworkEdit m_edit;
+    NetworkEdit& m_edit;
     std::mt19937 m_random;
     QVector<QString> m_classes;
     QString m_clipboard;
 };
+
+/// The text of a network at some of the steps that led to it.
+class Checkpoints
+{
+public:
+    explicit Checkpoints(const VireoBrickUser* user)
+        : m_user(user)
+    {
+    }
+
+    /// To be called after each edit; edits may have been undone before it.
+    void note()
+    {
+        const int steps = dzUndoStack->getNumUndoItems();
+        while (!m_texts.isEmpty() && m_texts.lastKey() >= steps)
+            m_texts.erase(std::prev(m_texts.end()));
+        if (m_texts.isEmpty() || m_texts.lastKey() + interval <= steps)
+            m_texts.insert(steps, bytesOf(*m_user));
+    }
+    /// False when this step has another text than when it was made.
+    bool isAsBefore() const
+    {
+        const auto text = m_texts.constFind(dzUndoStack->getNumUndoItems());
+        return text == m_texts.constEnd() || *text == bytesOf(*m_user);
+    }
+
+private:
+    static const int interval = 100;
+    const VireoBrickUser* m_user;
+    QMap<int, QByteArray> m_texts;
+};
+
+/// Undoes everything, redoes everything, and compares with what was there on the way.
+void undoAndRedoAll(const VireoBrickUser& user, const QByteArray& start, const Checkpoints& points)
+{
+    const QByteArray end = bytesOf(user);
+    while (dzUndoStack->canUndo()) {
+        ASSERT_TRUE(dzUndoStack->undo());
+        ASSERT_TRUE(points.isAsBefore()) << "undone to step " << dzUndoStack->getNumUndoItems();
+    }
+    EXPECT_TRUE(start == bytesOf(user));
+    while (dzUndoStack->canRedo()) {
+        ASSERT_TRUE(dzUndoStack->redo());
+        ASSERT_TRUE(points.isAsBefore()) << "redone to step " << dzUndoStack->getNumUndoItems();
+    }
+    EXPECT_TRUE(end == bytesOf(user));
+}
+
+void loadExample(VireoBrickUser* user)
+{
+    DzUndoStackLock lock;
+    ASSERT_TRUE(DzBrickUserFile().load(
+        projectPath(QStringLiteral("examples/glossy-checkerboard.sskn")), user));
+}
+
+/// True when the canvas shows the bricks, links and places that the network has.
+testing::AssertionResult showsTheNetwork(NetworkScene* scene, NetworkEdit* edit)
+{
+    scene->flush();
+    const QVector<DzShaderBrick*> bricks = edit->getBricks();
+    if (scene->getItems().size() != bricks.size())
+        return testing::AssertionFailure() << scene->getItems().size() << " items";
+    QVector<BrickLink> shown;
+    for (DzShaderBrick* brick : bricks) {
+        const BrickItem* item = scene->getItem(brick);
+        if (!item || item->pos() != BrickAppearance::position(brick)
+            || item->getSize() != BrickAppearance::size(brick))
+            return testing::AssertionFailure() << "brick " << brick->getBrickID();
+        for (const CanvasWire& wire : item->getWires()) {
+            const bool isPlaced = wire.to == item->pinPlace(wire.input)
+                && wire.from == wire.source->pinPlace(wire.output);
+            if (!isPlaced)
+                return testing::AssertionFailure() << "a wire of brick " << brick->getBrickID();
+            shown.append(BrickLink { wire.output, wire.input });
+        }
+    }
+    const QVector<BrickLink> links = edit->getLinks();
+    for (const BrickLink& link : links)
+        if (!shown.contains(link))
+            return testing::AssertionFailure() << "a link is not shown";
+    return shown.size() == links.size()
+        ? testing::AssertionSuccess()
+        : testing::AssertionFailure() << shown.size() << " wires, " << links.size() << " links";
+}
 
 class RandomEdits : public testing::TestWithParam<quint32>
 {
@@ -267,36 +374,49 @@ class RandomEdits : public testing::TestWithParam<quint32>
 
 TEST_P(RandomEdits, areUndoneAndRedoneToTheByte)
 {
-    const int count = 10000;
     const Warnings warnings;
     VireoBrickUser user;
-    {
-        DzUndoStackLock lock;
-        DzBrickUserFile file;
-        ASSERT_TRUE(
-            file.load(projectPath(QStringLiteral("examples/glossy-checkerboard.sskn")), &user));
-    }
+    loadExample(&user);
     const QByteArray start = bytesOf(user);
-    // The text after each step that was kept, to find the step that is wrong.
-    QVector<QByteArray> after { start };
-    RandomUser random(&user, GetParam());
-    for (int i = 0; i < count; ++i) {
+    Checkpoints points(&user);
+    NetworkEdit edit(&user);
+    RandomUser random(&user, &edit, GetParam());
+    for (int i = 0; i < editCount; ++i) {
         random.edit();
-        const int steps = dzUndoStack->getNumUndoItems();
         ASSERT_EQ(dzUndoStack->getHoldDepth(), 0);
-        if (steps % 500 == 0 && after.size() <= steps / 500)
-            after.append(bytesOf(user));
+        points.note();
     }
-    const QByteArray end = bytesOf(user);
-    EXPECT_NE(start, end);
-    const int steps = dzUndoStack->getNumUndoItems();
-    EXPECT_GT(steps, count / 2);
-    while (dzUndoStack->canUndo())
-        ASSERT_TRUE(dzUndoStack->undo());
-    EXPECT_EQ(start, bytesOf(user));
-    while (dzUndoStack->canRedo())
-        ASSERT_TRUE(dzUndoStack->redo());
-    EXPECT_EQ(end, bytesOf(user));
+    EXPECT_GT(dzUndoStack->getNumUndoItems(), editCount / 2);
+    undoAndRedoAll(user, start, points);
+}
+
+TEST_P(RandomEdits, areFollowedByTheCanvas)
+{
+    const Warnings warnings;
+    VireoBrickUser user;
+    loadExample(&user);
+    NetworkEdit edit(&user);
+    BrickSelection selection;
+    NetworkView view(&edit, &selection);
+    view.resize(900, 700);
+    view.show();
+    RandomUser random(&user, &edit, GetParam() + 5);
+    const auto check = [&](int step) {
+        if (step % 10 == 0) {
+            EXPECT_TRUE(showsTheNetwork(view.getScene(), &edit)) << "step " << step;
+        }
+        if (step % 50 == 0)
+            view.grab();
+        return !testing::Test::HasFailure();
+    };
+    for (int i = 0; i < 1000; ++i) {
+        random.edit();
+        ASSERT_TRUE(check(i));
+    }
+    for (int i = 0; dzUndoStack->undo(); ++i)
+        ASSERT_TRUE(check(i));
+    for (int i = 0; dzUndoStack->redo(); ++i)
+        ASSERT_TRUE(check(i));
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomEdits, testing::Values(1u, 20u, 300u, 4000u));

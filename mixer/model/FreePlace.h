@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QPointF>
+#include <QRectF>
+#include <QSizeF>
+
+class NetworkEdit;
+
+/// Where a new brick of this size lies on no other: as near to the middle of `view` as can be, and
+/// below everything when there is no room in view.
+QPointF findFreePlace(const NetworkEdit& edit, const QRectF& view, const QSizeF& size);

@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "dzbrickuserfile.h"
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+#include <memory>
+
+class BrickSelection;
+class DzProperty;
+class IDzBrickUser;
+class NetworkEdit;
+class NetworkWatcher;
+
+/// One network that is being worked on, with its file.
+class MixerDocument : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// A document around an empty network; `error` says why none could be made, and the result is
+    /// null then.
+    static std::unique_ptr<MixerDocument> create(QString* error);
+    /// A document around `user`, of which it takes one share.
+    explicit MixerDocument(IDzBrickUser* user);
+    ~MixerDocument() override;
+
+    IDzBrickUser* getUser() const { return m_user; }
+    NetworkEdit* getEdit() const { return m_edit.get(); }
+    BrickSelection* getSelection() const { return m_selection.get(); }
+
+    /// Tells the documents of one program apart; letters, digits and "-".
+    QString getKey() const { return m_key; }
+    /// The file, empty for one that was never saved.
+    QString getPath() const { return m_path; }
+    /// Folder in which relative file names are looked for; empty without file.
+    QString getFolder() const;
+    /// Folder for a document without file whose network came from one.
+    void setFallbackFolder(const QString& folder) { m_fallbackFolder = folder; }
+    /// Name for tabs and windows: the file's, or the one that was given.
+    QString getTitle() const;
+    void setTitle(const QString& title);
+    bool isModified() const { return m_modified; }
+    /// The network as it is stands in no file.
+    void markUnsaved();
+
+    /// Replaces the network by that of a file. False with the reason in getError(), and no change.
+    bool load(const QString& path);
+    /// The same from a text, without taking a path; `name` stands for it in messages.
+    bool loadText(const QByteArray& text, const QString& name);
+    /// Loads the network that new documents start with, under a fresh identifier.
+    bool loadTemplate(const QString& path);
+    /// Loads a copy of the network that was being worked on as `path`, or under `title` when it
+    /// never was saved. The document is unsaved then.
+    bool restore(const QString& copy, const QString& path, const QString& title);
+    /// Writes the file as a whole. False with the reason in getError(), and the old file is as it
+    /// was.
+    bool save(const QString& path);
+    /// What would be saved now.
+    QByteArray getText() const;
+
+    QString getError() const { return m_error; }
+    /// What the loaded file held that was not understood, a line each.
+    QStringList getWarnings() const { return m_file.getWarnings(); }
+    /// True when there is nothing in it that somebody did.
+    bool isPristine() const { return m_path.isEmpty() && !m_modified && !m_everModified; }
+
+signals:
+    /// Bricks, inputs, links or titles changed.
+    void structureChanged();
+    /// A value, a map or a lock changed.
+    void propertyChanged(DzProperty* property);
+    /// The network changed in any way, also where bricks stand.
+    void changed();
+    void modifiedChanged(bool modified);
+    void titleChanged();
+
+private slots:
+    void networkChanged();
+    void compareWithSaved();
+
+private:
+    void setModified(bool modified);
+    void replaced();
+    QByteArray getDigest() const;
+
+    IDzBrickUser* m_user;
+    DzBrickUserFile m_file;
+    std::unique_ptr<NetworkEdit> m_edit;
+    std::unique_ptr<BrickSelection> m_selection;
+    std::unique_ptr<NetworkWatcher> m_watcher;
+    QString m_key;
+    QString m_path;
+    QString m_title;
+    QString m_fallbackFolder;
+    QString m_error;
+    /// Of the text as it was loaded or saved last: tells if undo led back to it.
+    QByteArray m_savedDigest;
+    QTimer m_comparison;
+    bool m_modified = false;
+    bool m_everModified = false;
+};

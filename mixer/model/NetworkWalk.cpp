@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "NetworkWalk.h"
+
+#include "dzbrickparam.h"
+#include "dzproperty.h"
+#include "dzshaderbrick.h"
+#include "idzbrickuser.h"
+
+QVector<DzShaderBrick*> bricksOf(const IDzBrickUser* user)
+{
+    QList<uint> ids;
+    user->getBrickIDs(ids);
+    QVector<DzShaderBrick*> bricks;
+    bricks.reserve(ids.size());
+    for (const uint id : qAsConst(ids))
+        bricks.append(user->getBrick(id));
+    return bricks;
+}
+
+DzShaderBrick* rootOf(const IDzBrickUser* user)
+{
+    DzShaderBrick* root = nullptr;
+    for (DzShaderBrick* brick : bricksOf(user))
+        if (brick->type() == DzBrickSet::Surface)
+            root = brick;
+    return root;
+}
+
+void forEachProperty(const DzShaderBrick* brick, const std::function<void(DzProperty*)>& visit)
+{
+    for (int i = 0; i < brick->getNumProperties(); ++i)
+        visit(brick->getProperty(i));
+    for (int i = 0; i < brick->getNumParameters(); ++i) {
+        const DzBrickParam* param = brick->getParameter(i);
+        for (int k = 0; k < param->getNumProperties(); ++k)
+            if (DzProperty* property = param->getProperty(k))
+                visit(property);
+    }
+}
+
+QVector<DzProperty*> propertiesOf(const DzShaderBrick* brick)
+{
+    QVector<DzProperty*> properties;
+    forEachProperty(brick, [&](DzProperty* property) { properties.append(property); });
+    return properties;
+}

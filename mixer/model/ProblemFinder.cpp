@@ -1,0 +1,212 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "ProblemFinder.h"
+
+#include "NetworkWalk.h"
+#include "dzbrickparam.h"
+#include "dzfileproperty.h"
+#include "dzfloatproperty.h"
+#include "dzimageproperty.h"
+#include "dznumericproperty.h"
+#include "dzshaderbrick.h"
+#include "dzstringproperty.h"
+#include "dzunknownbrick.h"
+#include "idzbrickuser.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QSet>
+
+#include <cmath>
+
+namespace {
+
+QString message(const char* source)
+{
+    return QCoreApplication::translate("ProblemFinder", source);
+}
+
+/// One search.
+class Search
+{
+public:
+    Search(const IDzBrickUser* user, const QString& folder)
+        : m_user(user)
+        , m_folder(folder)
+    {
+    }
+
+    QVector<Problem> run()
+    {
+        const QVector<DzShaderBrick*> bricks = bricksOf(m_user);
+        findRoots(bricks);
+        for (DzShaderBrick* brick : bricks) {
+            checkReach(brick);
+            checkClass(brick);
+            for (int i = 0; i < brick->getNumParameters(); ++i)
+                checkParameter(brick, brick->getParameter(i));
+            forEachProperty(brick, [&](DzProperty* property) { checkProperty(brick, property); });
+        }
+        return m_problems;
+    }
+
+private:
+    void add(Problem::Kind kind, DzShaderBrick* brick, const QString& text)
+    {
+        m_problems.append(Problem { kind, brick, text });
+    }
+
+    void findRoots(const QVector<DzShaderBrick*>& bricks)
+    {
+        for (DzShaderBrick* brick : bricks)
+            if (brick->type() != DzBrickSet::None)
+                m_roots.append(brick);
+        if (m_roots.isEmpty() && !bricks.isEmpty())
+            add(Problem::NoRoot, nullptr,
+                message("The network has no root brick, so it writes nothing; add one and link the "
+                        "material to it."));
+        for (int i = 0; i + 1 < m_roots.size(); ++i)
+            add(Problem::SeveralRoots, m_roots.at(i),
+                message("Only the last of several root bricks is written; delete this one."));
+        markReachable();
+    }
+
+    /// Without recursion: networks may be deeper than the stack.
+    void markReachable()
+    {
+        QVector<DzShaderBrick*> open = m_roots;
+        for (DzShaderBrick* root : m_roots)
+            m_reachable.insert(root);
+        while (!open.isEmpty()) {
+            const DzShaderBrick* brick = open.takeLast();
+            for (int i = 0; i < brick->getNumParameters(); ++i) {
+                const DzBrickParam* param = brick->getParameter(i);
+                if (param->isOutput())
+                    continue;
+                for (int k = 0; k < param->getNumConnections(); ++k) {
+                    DzShaderBrick* source = param->getConnection(k)->getTopBrickOwner();
+                    if (source && !m_reachable.contains(source)) {
+                        m_reachable.insert(source);
+                        open.append(source);
+                    }
+                }
+            }
+        }
+    }
+
+    void checkReach(DzShaderBrick* brick)
+    {
+        // Without a root nothing is reachable, which is said once.
+        if (!m_roots.isEmpty() && !m_reachable.contains(brick))
+            add(Problem::UnreachableBrick, brick,
+                message("It does not lead to the root, so it is not written; link it or delete "
+                        "it."));
+    }
+
+    void checkClass(DzShaderBrick* brick)
+    {
+        if (qobject_cast<DzUnknownBrick*>(brick))
+            add(Problem::UnknownBrick, brick,
+                message("No loaded module offers the class %1; it is kept as it is and writes "
+                        "nothing.")
+                    .arg(brick->getStoredClassName()));
+    }
+
+    void checkParameter(DzShaderBrick* brick, const DzBrickParam* param)
+    {
+        if (!param->isOutput() && param->getNumConnections() > 1)
+            add(Problem::SeveralLinks, brick,
+                message("\"%1\" has %2 links; remove all but one.")
+                    .arg(param->getLabel())
+                    .arg(param->getNumConnections()));
+        checkText(brick, param->getName(), message("input name"));
+    }
+
+    void checkProperty(DzShaderBrick* brick, DzProperty* property)
+    {
+        if (auto* text = qobject_cast<DzStringProperty*>(property)) {
+            checkText(brick, text->getValue(), property->getLabel());
+            if (qobject_cast<DzFileProperty*>(property))
+                checkFile(brick, text->getValue(), property->getLabel());
+        } else if (auto* image = qobject_cast<DzImageProperty*>(property)) {
+            checkText(brick, image->getFilename(), property->getLabel());
+            checkFile(brick, image->getFilename(), property->getLabel());
+        } else if (auto* number = qobject_cast<DzNumericProperty*>(property)) {
+            checkNumber(brick, number);
+        }
+    }
+
+    void checkNumber(DzShaderBrick* brick, const DzNumericProperty* property)
+    {
+        if (!std::isfinite(property->getDoubleValue()))
+            add(Problem::NotFinite, brick,
+                message("\"%1\" is %2, which the renderer cannot read; set a number.")
+                    .arg(property->getLabel(), property->getValueText()));
+        if (!property->isMapped())
+            return;
+        const QString file = property->getMapValue()->getFilename();
+        const QString what = message("map of %1").arg(property->getLabel());
+        checkText(brick, file, what);
+        checkFile(brick, file, what);
+    }
+
+    void checkFile(DzShaderBrick* brick, const QString& file, const QString& what)
+    {
+        if (!file.isEmpty() && !exists(file))
+            add(Problem::MissingFile, brick,
+                message("The file \"%1\" (%2) does not exist; choose another.").arg(file, what));
+    }
+
+    bool exists(const QString& file)
+    {
+        const auto known = m_files.constFind(file);
+        if (known != m_files.constEnd())
+            return *known;
+        const bool found = QFileInfo::exists(file)
+            || (!m_folder.isEmpty() && QFileInfo::exists(QDir(m_folder).filePath(file)));
+        m_files.insert(file, found);
+        return found;
+    }
+
+    void checkText(DzShaderBrick* brick, const QString& text, const QString& what)
+    {
+        QString cause;
+        if (!isWritableText(text, &cause))
+            add(Problem::UnwritableText, brick, message("%1: %2.").arg(what, cause));
+    }
+
+    const IDzBrickUser* m_user;
+    QString m_folder;
+    QVector<DzShaderBrick*> m_roots;
+    QSet<const DzShaderBrick*> m_reachable;
+    QHash<QString, bool> m_files;
+    QVector<Problem> m_problems;
+};
+
+} // namespace
+
+QVector<Problem> findProblems(const IDzBrickUser* user, const QString& folder)
+{
+    return Search(user, folder).run();
+}
+
+bool isWritableText(const QString& text, QString* cause)
+{
+    const auto refuse = [&](const QString& reason) {
+        if (cause)
+            *cause = reason;
+        return false;
+    };
+    if (text.contains(QLatin1Char('"')))
+        return refuse(message("a double quote ends the text for the renderer; take it out"));
+    if (text.contains(QLatin1Char('\\')))
+        return refuse(message("the renderer reads a backslash as something else; use \"/\""));
+    // A character takes up to three bytes per unit: short texts need no conversion.
+    if (text.size() > longestWritableText / 3 && text.toUtf8().size() > longestWritableText)
+        return refuse(message("the renderer reads at most %1 bytes; make it shorter")
+                          .arg(longestWritableText));
+    return true;
+}

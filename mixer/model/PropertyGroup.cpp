@@ -1,0 +1,304 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "PropertyGroup.h"
+
+#include "NetworkWalk.h"
+#include "dzbrickparam.h"
+#include "dznumericproperty.h"
+#include "dzshaderbrick.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QSet>
+
+#include <algorithm>
+
+namespace {
+
+QString message(const char* source)
+{
+    return QCoreApplication::translate("PropertyGroup", source);
+}
+
+QString mapOf(const DzProperty* property)
+{
+    auto* numeric = qobject_cast<const DzNumericProperty*>(property);
+    return numeric && numeric->isMapped() ? numeric->getMapValue()->getFilename() : QString();
+}
+
+/// Tells the properties of one brick apart. Vectors have three of one name and parameter, and
+/// inputs may bear equal names.
+QString keyOf(const DzProperty* property, QHash<QString, int>* seen)
+{
+    const DzBrickParam* param = property->getBrickParam();
+    const QString key = QString::fromLatin1(property->metaObject()->className())
+        + (param ? QStringLiteral("|") + param->getName() : QString()) + QLatin1Char('|')
+        + property->getName();
+    const int number = ++(*seen)[key];
+    return key + QLatin1Char('|') + QString::number(number);
+}
+
+/// A change of the whole state of a brick that was made step by step.
+class BrickStateItem : public DzUndoItem
+{
+public:
+    BrickStateItem(DzShaderBrick* brick, std::unique_ptr<DzBrickState> before)
+        : m_brick(brick)
+        , m_before(std::move(before))
+        , m_after(new DzBrickState(brick))
+    {
+    }
+
+    bool isChange() const { return *m_before != *m_after; }
+    void undo() override
+    {
+        if (m_brick)
+            m_before->restore(m_brick);
+    }
+    void redo() override
+    {
+        if (m_brick)
+            m_after->restore(m_brick);
+    }
+
+private:
+    QPointer<DzShaderBrick> m_brick;
+    std::unique_ptr<DzBrickState> m_before;
+    std::unique_ptr<DzBrickState> m_after;
+};
+
+/// All properties of the bricks, for commands that change everything.
+PropertyGroup everything(const QVector<DzShaderBrick*>& bricks)
+{
+    QVector<DzProperty*> properties;
+    for (const DzShaderBrick* brick : bricks)
+        forEachProperty(brick, [&](DzProperty* property) { properties.append(property); });
+    return PropertyGroup(properties);
+}
+
+} // namespace
+
+struct PropertySession::Kept {
+    QPointer<DzShaderBrick> brick;
+    std::unique_ptr<DzBrickState> before;
+};
+
+PropertyGroup::PropertyGroup(const QVector<DzProperty*>& properties)
+{
+    m_properties.reserve(properties.size());
+    for (DzProperty* property : properties)
+        m_properties.append(property);
+}
+
+DzProperty* PropertyGroup::getFirst() const
+{
+    for (const QPointer<DzProperty>& property : m_properties)
+        if (property)
+            return property;
+    return nullptr;
+}
+
+QVector<DzProperty*> PropertyGroup::getAll() const
+{
+    QVector<DzProperty*> present;
+    for (const QPointer<DzProperty>& property : m_properties)
+        if (property)
+            present.append(property);
+    return present;
+}
+
+QString PropertyGroup::getLabel() const
+{
+    const DzProperty* property = getFirst();
+    return property ? property->getLabel() : QString();
+}
+
+bool PropertyGroup::isMixed() const
+{
+    const QVector<DzProperty*> all = getAll();
+    if (all.isEmpty())
+        return false;
+    const QString value = all.first()->getValueText();
+    const QString map = mapOf(all.first());
+    return std::any_of(all.begin() + 1, all.end(), [&](const DzProperty* property) {
+        return property->getValueText() != value || mapOf(property) != map;
+    });
+}
+
+bool PropertyGroup::isLocked() const
+{
+    const QVector<DzProperty*> all = getAll();
+    return std::any_of(
+        all.begin(), all.end(), [](const DzProperty* property) { return property->isLocked(); });
+}
+
+bool PropertyGroup::isDefault() const
+{
+    const QVector<DzProperty*> all = getAll();
+    return std::all_of(all.begin(), all.end(),
+        [](const DzProperty* property) { return property->currentValueIsDefaultValue(); });
+}
+
+bool PropertyGroup::isMappable() const
+{
+    const QVector<DzProperty*> all = getAll();
+    return !all.isEmpty() && std::all_of(all.begin(), all.end(), [](const DzProperty* property) {
+        auto* numeric = qobject_cast<const DzNumericProperty*>(property);
+        return numeric && numeric->isMappable();
+    });
+}
+
+QString PropertyGroup::getMap() const
+{
+    const QVector<DzProperty*> all = getAll();
+    if (all.isEmpty())
+        return QString();
+    const QString map = mapOf(all.first());
+    const bool same = std::all_of(all.begin(), all.end(),
+        [&](const DzProperty* property) { return mapOf(property) == map; });
+    return same ? map : QString();
+}
+
+bool PropertyGroup::isMapped() const
+{
+    const QVector<DzProperty*> all = getAll();
+    return std::any_of(all.begin(), all.end(),
+        [](const DzProperty* property) { return !mapOf(property).isEmpty(); });
+}
+
+DzShaderBrick* PropertyGroup::getSource() const
+{
+    const DzProperty* property = getFirst();
+    const DzBrickParam* param = property ? property->getBrickParam() : nullptr;
+    const DzBrickParam* source = param ? param->getConnection(0) : nullptr;
+    return source ? source->getTopBrickOwner() : nullptr;
+}
+
+bool PropertyGroup::setText(const QString& text, QString* error)
+{
+    PropertySession session(*this);
+    for (const QPointer<DzProperty>& property : qAsConst(m_properties))
+        if (property && !property->isLocked() && !property->setValueText(text, error))
+            return false;
+    session.accept(message("Change %1").arg(getLabel()));
+    return true;
+}
+
+void PropertyGroup::setNumber(double value)
+{
+    PropertySession session(*this);
+    for (const QPointer<DzProperty>& property : qAsConst(m_properties))
+        if (auto* numeric = qobject_cast<DzNumericProperty*>(property.data()))
+            if (!numeric->isLocked())
+                numeric->setDoubleValue(value);
+    session.accept(message("Change %1").arg(getLabel()));
+}
+
+void PropertyGroup::setMap(const QString& file)
+{
+    PropertySession session(*this);
+    for (const QPointer<DzProperty>& property : qAsConst(m_properties))
+        if (auto* numeric = qobject_cast<DzNumericProperty*>(property.data()))
+            numeric->setMap(file);
+    session.accept(file.isEmpty() ? message("Clear Map of %1").arg(getLabel())
+                                  : message("Set Map of %1").arg(getLabel()));
+}
+
+void PropertyGroup::reset(const QString& caption)
+{
+    PropertySession session(*this);
+    // One may make others go.
+    for (const QPointer<DzProperty>& property : qAsConst(m_properties))
+        if (property && !property->isLocked())
+            property->resetToDefault();
+    session.accept(caption.isEmpty() ? message("Reset %1").arg(getLabel()) : caption);
+}
+
+void PropertyGroup::lock(bool locked)
+{
+    DzUndoStackHold hold;
+    for (const QPointer<DzProperty>& property : qAsConst(m_properties))
+        if (property)
+            property->lock(locked);
+    hold.accept((locked ? message("Lock %1") : message("Unlock %1")).arg(getLabel()));
+}
+
+std::vector<PropertyGroup> commonProperties(const QVector<DzShaderBrick*>& bricks)
+{
+    std::vector<PropertyGroup> groups;
+    if (bricks.isEmpty())
+        return groups;
+    QVector<QHash<QString, DzProperty*>> others;
+    for (const DzShaderBrick* brick : bricks.mid(1)) {
+        QHash<QString, DzProperty*> byKey;
+        QHash<QString, int> seen;
+        forEachProperty(
+            brick, [&](DzProperty* property) { byKey.insert(keyOf(property, &seen), property); });
+        others.append(byKey);
+    }
+    QHash<QString, int> seen;
+    forEachProperty(bricks.first(), [&](DzProperty* property) {
+        const QString key = keyOf(property, &seen);
+        QVector<DzProperty*> members { property };
+        for (const QHash<QString, DzProperty*>& other : qAsConst(others))
+            if (DzProperty* member = other.value(key))
+                members.append(member);
+        if (members.size() == bricks.size())
+            groups.emplace_back(members);
+    });
+    return groups;
+}
+
+PropertySession::PropertySession(const PropertyGroup& group)
+{
+    const QVector<DzProperty*> all = group.getAll();
+    const bool mayMakeInputs = std::any_of(
+        all.begin(), all.end(), [](const DzProperty* property) { return !property->getBrickParam(); });
+    if (!mayMakeInputs)
+        return;
+    QSet<DzShaderBrick*> seen;
+    for (const DzProperty* property : all) {
+        auto* brick = qobject_cast<DzShaderBrick*>(property->getOwner());
+        if (!brick || seen.contains(brick))
+            continue;
+        seen.insert(brick);
+        m_kept.push_back(Kept { brick, std::make_unique<DzBrickState>(brick) });
+    }
+    m_lock = std::make_unique<DzUndoStackLock>();
+}
+
+PropertySession::~PropertySession()
+{
+    for (const Kept& kept : m_kept)
+        if (kept.brick && kept.before)
+            kept.before->restore(kept.brick);
+}
+
+void PropertySession::accept(const QString& caption)
+{
+    m_lock.reset();
+    for (Kept& kept : m_kept) {
+        if (!kept.brick || !dzUndoStack->canPushItems()) {
+            kept.before.reset();
+            continue;
+        }
+        auto item = std::make_unique<BrickStateItem>(kept.brick, std::move(kept.before));
+        if (item->isChange())
+            dzUndoStack->push(item.release(), caption);
+    }
+    m_hold.accept(caption);
+}
+
+void lockAllValues(const QVector<DzShaderBrick*>& bricks, bool locked)
+{
+    DzUndoStackHold hold;
+    for (const DzShaderBrick* brick : bricks)
+        forEachProperty(brick, [&](DzProperty* property) { property->lock(locked); });
+    hold.accept(locked ? message("Lock All Values") : message("Unlock All Values"));
+}
+
+void resetAllValues(const QVector<DzShaderBrick*>& bricks)
+{
+    everything(bricks).reset(message("Reset All Values"));
+}

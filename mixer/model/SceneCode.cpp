@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "SceneCode.h"
+
+#include "NetworkWalk.h"
+#include "dzproperty.h"
+#include "dzshaderbrick.h"
+#include "idzbrickuser.h"
+
+#include <QCoreApplication>
+#include <QSet>
+#include <QVariantMap>
+
+#include <algorithm>
+
+namespace {
+
+QString message(const char* source)
+{
+    return QCoreApplication::translate("SceneCode", source);
+}
+
+template <typename T>
+T* objectIn(const QVariantMap& map, const char* key)
+{
+    return qobject_cast<T*>(map.value(QLatin1String(key)).value<QObject*>());
+}
+
+SceneCode failure(const QString& cause)
+{
+    SceneCode code;
+    code.error = cause;
+    return code;
+}
+
+QVector<ScenePlaceholder> placeholdersIn(const QVariantMap& answer)
+{
+    QVector<ScenePlaceholder> placeholders;
+    for (const QVariant& item : answer.value(QStringLiteral("placeholders")).toList()) {
+        const QVariantMap map = item.toMap();
+        placeholders.append(ScenePlaceholder { map.value(QStringLiteral("name")).toString(),
+            objectIn<DzShaderBrick>(map, "brick"), objectIn<DzProperty>(map, "property") });
+    }
+    return placeholders;
+}
+
+/// The placeholders, and after those of each brick its values that are locked and therefore
+/// written as they are.
+QVector<ScenePlaceholder> withLockedValues(
+    const QVector<ScenePlaceholder>& placeholders, const QVector<SceneStatement>& statements)
+{
+    QHash<const DzShaderBrick*, int> lastOf;
+    QSet<const DzProperty*> known;
+    for (int i = 0; i < placeholders.size(); ++i) {
+        lastOf.insert(placeholders.at(i).brick, i);
+        known.insert(placeholders.at(i).property);
+    }
+    QSet<const DzShaderBrick*> done;
+    QVector<ScenePlaceholder> result;
+    const auto addLocked = [&](DzShaderBrick* brick) {
+        if (!brick || done.contains(brick))
+            return;
+        done.insert(brick);
+        forEachProperty(brick, [&](DzProperty* property) {
+            if (property->isLocked() && !known.contains(property))
+                result.append(ScenePlaceholder { QString(), brick, property });
+        });
+    };
+    for (int i = 0; i < placeholders.size(); ++i) {
+        result.append(placeholders.at(i));
+        if (lastOf.value(placeholders.at(i).brick) == i)
+            addLocked(placeholders.at(i).brick);
+    }
+    for (const SceneStatement& statement : statements)
+        addLocked(statement.brick);
+    return result;
+}
+
+QVector<SceneStatement> statementsIn(const QVariantMap& answer)
+{
+    QVector<SceneStatement> statements;
+    for (const QVariant& item : answer.value(QStringLiteral("statements")).toList()) {
+        const QVariantMap map = item.toMap();
+        statements.append(SceneStatement { map.value(QStringLiteral("begin")).toInt(),
+            map.value(QStringLiteral("length")).toInt(), objectIn<DzShaderBrick>(map, "brick") });
+    }
+    std::stable_sort(statements.begin(), statements.end(),
+        [](const SceneStatement& a, const SceneStatement& b) { return a.begin < b.begin; });
+    return statements;
+}
+
+} // namespace
+
+DzShaderBrick* SceneCode::brickAt(int position) const
+{
+    const auto after = std::upper_bound(statements.begin(), statements.end(), position,
+        [](int place, const SceneStatement& statement) { return place < statement.begin; });
+    if (after == statements.begin())
+        return nullptr;
+    const SceneStatement& statement = *(after - 1);
+    return position < statement.begin + statement.length ? statement.brick.data() : nullptr;
+}
+
+SceneCode sceneCodeOf(const IDzBrickUser* user, bool literalValues)
+{
+    DzShaderBrick* root = rootOf(user);
+    if (!root)
+        return failure(message("There is no text: the network has no root brick."));
+    if (root->metaObject()->indexOfMethod("getSceneCode(bool)") < 0)
+        return failure(message("There is no text: \"%1\" writes none.").arg(root->getBrickTitle()));
+    QVariantMap answer;
+    QMetaObject::invokeMethod(root, "getSceneCode", Qt::DirectConnection,
+        Q_RETURN_ARG(QVariantMap, answer), Q_ARG(bool, literalValues));
+    SceneCode code;
+    code.text = answer.value(QStringLiteral("exportText")).toString();
+    code.statements = statementsIn(answer);
+    code.placeholders = placeholdersIn(answer);
+    if (!literalValues)
+        code.placeholders = withLockedValues(code.placeholders, code.statements);
+    return code;
+}

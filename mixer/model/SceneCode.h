@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QHash>
+#include <QPair>
+#include <QPointer>
+#include <QString>
+#include <QVector>
+
+class DzProperty;
+class DzShaderBrick;
+class IDzBrickUser;
+
+/// A placeholder of the text and what stands behind it.
+struct ScenePlaceholder {
+    QString name; ///< empty for a locked value, which has none as long as it is locked
+    QPointer<DzShaderBrick> brick;
+    QPointer<DzProperty> property;
+};
+
+/// A brick's own part of the text, in characters.
+struct SceneStatement {
+    int begin;
+    int length;
+    QPointer<DzShaderBrick> brick;
+};
+
+/// The renderer's text of a network, as its root brick tells it when asked by name: the mixer
+/// knows no class of a plug-in.
+struct SceneCode {
+    QString text;
+    QVector<ScenePlaceholder> placeholders;
+    /// In order of their places; none overlaps another.
+    QVector<SceneStatement> statements;
+    /// Why there is no text, in one line; empty when there is.
+    QString error;
+
+    /// The brick whose statement holds the character, null when there is none.
+    DzShaderBrick* brickAt(int position) const;
+};
+
+/// The text of a network, with values or with placeholders for those that are not locked.
+SceneCode sceneCodeOf(const IDzBrickUser* user, bool literalValues);

@@ -1,0 +1,262 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "DocumentController.h"
+
+#include "AutosaveStore.h"
+#include "Autosaver.h"
+#include "DataFiles.h"
+#include "DocumentTabs.h"
+#include "Messages.h"
+#include "MixerDocument.h"
+#include "NetworkView.h"
+#include "ProgramSettings.h"
+#include "RestoreDialog.h"
+#include "dzelement.h"
+#include "idzbrickuser.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+
+DocumentController::DocumentController(
+    DocumentTabs* tabs, ProgramSettings* settings, AutosaveStore* store, QWidget* window)
+    : m_tabs(tabs)
+    , m_settings(settings)
+    , m_store(store)
+    , m_window(window)
+    , m_autosaver(new Autosaver(store))
+{
+    connect(m_tabs, &DocumentTabs::opened, m_autosaver.get(), &Autosaver::watch);
+    connect(m_tabs, &DocumentTabs::closed, m_autosaver.get(), &Autosaver::release);
+    connect(m_autosaver.get(), &Autosaver::failed, this, &DocumentController::message);
+    connect(m_tabs, &DocumentTabs::closeRequested, this, &DocumentController::close);
+}
+
+DocumentController::~DocumentController()
+{
+}
+
+QString DocumentController::fileFilter()
+{
+    return tr("Networks (*.sskn);;All files (*)");
+}
+
+std::shared_ptr<MixerDocument> DocumentController::makeDocument()
+{
+    QString error;
+    std::unique_ptr<MixerDocument> document = MixerDocument::create(&error);
+    if (!document)
+        Messages::showError(m_window, error);
+    return std::shared_ptr<MixerDocument>(std::move(document));
+}
+
+MixerDocument* DocumentController::show(const std::shared_ptr<MixerDocument>& document)
+{
+    m_tabs->open(document)->setFocus();
+    Messages::showWarnings(m_window,
+        tr("%1 holds what is not understood. It is kept, and saved again:")
+            .arg(document->getTitle()),
+        document->getWarnings());
+    return document.get();
+}
+
+MixerDocument* DocumentController::createNew()
+{
+    const std::shared_ptr<MixerDocument> document = makeDocument();
+    if (!document)
+        return nullptr;
+    const QString start = findDataFile(QStringLiteral("start.sskn"));
+    if (start.isEmpty())
+        emit message(tr("The network that new documents start with is missing: start.sskn in "
+                        "share/vireo. The document is empty."));
+    else if (!document->loadTemplate(start))
+        Messages::showError(m_window, document->getError());
+    ++m_untitledCount;
+    document->setTitle(m_untitledCount == 1 ? tr("Untitled")
+                                            : tr("Untitled %1").arg(m_untitledCount));
+    return show(document);
+}
+
+MixerDocument* DocumentController::open(const QString& path)
+{
+    if (MixerDocument* present = m_tabs->findPath(path)) {
+        m_tabs->setCurrent(present);
+        return present;
+    }
+    const std::shared_ptr<MixerDocument> document = makeDocument();
+    if (!document)
+        return nullptr;
+    if (!document->load(path)) {
+        Messages::showError(m_window, document->getError());
+        return nullptr;
+    }
+    remember(document->getPath());
+    leavePristine();
+    return show(document);
+}
+
+MixerDocument* DocumentController::openAsNew(const QString& path)
+{
+    const std::shared_ptr<MixerDocument> document = makeDocument();
+    if (!document)
+        return nullptr;
+    if (!document->loadTemplate(path)) {
+        Messages::showError(m_window, document->getError());
+        return nullptr;
+    }
+    document->setTitle(QFileInfo(path).completeBaseName());
+    document->setFallbackFolder(QFileInfo(path).absolutePath());
+    leavePristine();
+    return show(document);
+}
+
+MixerDocument* DocumentController::openUser(IDzBrickUser* user, const QString& title)
+{
+    auto document = std::make_shared<MixerDocument>(user);
+    document->setTitle(title);
+    document->markUnsaved();
+    leavePristine();
+    return show(document);
+}
+
+void DocumentController::openWithDialog()
+{
+    const MixerDocument* current = m_tabs->getCurrent();
+    const QStringList paths = QFileDialog::getOpenFileNames(m_window, tr("Open Networks"),
+        current ? current->getFolder() : QString(), fileFilter());
+    for (const QString& path : paths)
+        open(path);
+}
+
+/// A fresh tab that nobody touched makes room for what is opened.
+void DocumentController::leavePristine()
+{
+    MixerDocument* current = m_tabs->getCurrent();
+    if (current && current->isPristine())
+        m_tabs->close(current, false);
+}
+
+bool DocumentController::save(MixerDocument* document)
+{
+    if (!document)
+        return false;
+    return document->getPath().isEmpty() ? saveAs(document)
+                                         : saveTo(document, document->getPath());
+}
+
+bool DocumentController::saveAs(MixerDocument* document)
+{
+    if (!document)
+        return false;
+    const QString extension = document->getUser()->getExtension();
+    QFileDialog dialog(m_window, tr("Save Network"), document->getFolder(), fileFilter());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(extension);
+    dialog.selectFile(document->getPath().isEmpty()
+            ? document->getTitle() + QLatin1Char('.') + extension
+            : document->getPath());
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return false;
+    return saveTo(document, dialog.selectedFiles().first());
+}
+
+bool DocumentController::saveTo(MixerDocument* document, const QString& path)
+{
+    if (!document->save(path)) {
+        Messages::showError(m_window, document->getError());
+        return false;
+    }
+    remember(document->getPath());
+    emit message(tr("Saved %1.").arg(document->getPath()));
+    return true;
+}
+
+DocumentController::Answer DocumentController::askToSave(MixerDocument* document)
+{
+    m_tabs->setCurrent(document);
+    QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(),
+        tr("Save the changes to \"%1\"?").arg(document->getTitle()),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return Save;
+    case QMessageBox::Discard:
+        return Discard;
+    default:
+        return Stay;
+    }
+}
+
+bool DocumentController::close(MixerDocument* document)
+{
+    if (!document)
+        return false;
+    if (document->isModified()) {
+        const Answer answer = askToSave(document);
+        if (answer == Stay || (answer == Save && !save(document)))
+            return false;
+    }
+    m_tabs->close(document, !document->isPristine());
+    return true;
+}
+
+bool DocumentController::mayLeave()
+{
+    for (MixerDocument* document : m_tabs->getDocuments()) {
+        if (!document->isModified())
+            continue;
+        const Answer answer = askToSave(document);
+        if (answer == Stay || (answer == Save && !save(document)))
+            return false;
+    }
+    return true;
+}
+
+int DocumentController::offerRestore()
+{
+    const QVector<RestorableNetwork> networks = m_store->takeOver();
+    if (networks.isEmpty())
+        return 0;
+    RestoreDialog dialog(networks, m_window);
+    dialog.exec();
+    if (dialog.getChoice() == RestoreDialog::Later)
+        return 0;
+    int opened = 0;
+    for (const RestorableNetwork& network : dialog.getChosen()) {
+        if (dialog.getChoice() == RestoreDialog::Discard) {
+            m_store->discard(network);
+            continue;
+        }
+        const std::shared_ptr<MixerDocument> document = makeDocument();
+        // The newest copy that can be read.
+        bool read = false;
+        for (const QString& file : network.files) {
+            read = document && document->restore(file, network.path, network.title);
+            if (read)
+                break;
+        }
+        if (!read) {
+            if (document)
+                Messages::showError(m_window, document->getError());
+            continue;
+        }
+        leavePristine();
+        show(document);
+        ++opened;
+        // It is kept under the new name before the old copies go.
+        if (m_autosaver->keepNow(document.get()))
+            m_store->discard(network);
+    }
+    return opened;
+}
+
+void DocumentController::remember(const QString& path)
+{
+    m_settings->addRecentFile(path);
+    emit recentFilesChanged();
+}

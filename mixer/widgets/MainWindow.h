@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "dzmainwindow.h"
+
+#include <QPointer>
+#include <memory>
+
+class AutosaveStore;
+class BrickyardPanel;
+class CommandSet;
+class DocumentController;
+class DocumentTabs;
+class DzShaderBrick;
+class MixerDocument;
+class NetworkView;
+class ProblemsPanel;
+class ProgramSettings;
+class PropertiesPanel;
+class QActionGroup;
+class QDockWidget;
+class QLabel;
+class QMenu;
+class QStackedWidget;
+class QToolButton;
+class QUndoView;
+class SceneCodePanel;
+class SceneController;
+class SurfacesPanel;
+class WelcomePage;
+
+/// The program's window: open networks in tabs, panels around them, and every command.
+class MainWindow : public DzMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Neither is owned.
+    MainWindow(ProgramSettings* settings, AutosaveStore* store);
+    ~MainWindow() override;
+
+    /// Opens a network or a scene, by the file's name. False, and a message, when it cannot be
+    /// read.
+    bool openFile(const QString& path);
+
+    CommandSet* getCommands() const { return m_commands; }
+    DocumentTabs* getTabs() const { return m_tabs; }
+    DocumentController* getDocuments() const { return m_documents.get(); }
+    SceneController* getScene() const { return m_scene.get(); }
+    BrickyardPanel* getBrickyard() const { return m_brickyard; }
+    PropertiesPanel* getProperties() const { return m_properties; }
+    SurfacesPanel* getSurfaces() const { return m_surfaces; }
+    SceneCodePanel* getSceneCode() const { return m_sceneCode; }
+    ProblemsPanel* getProblems() const { return m_problems; }
+    QUndoView* getHistory() const { return m_history; }
+    MixerDocument* getDocument() const;
+    NetworkView* getView() const;
+    /// The line at the foot of the window.
+    QString getMessage() const;
+
+public slots:
+    void showMessage(const QString& text);
+    /// Selects a brick and brings it into view.
+    void showBrick(DzShaderBrick* brick);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void addFileCommands();
+    void addEditCommands();
+    void addBrickCommands();
+    void addViewCommands();
+    void addSceneCommands();
+    void addHelpCommands();
+    void makeMenus();
+    void makeToolBar();
+    void makeDocks();
+    void makeStatusBar();
+    QDockWidget* addDock(
+        const QString& name, const QString& title, QWidget* panel, Qt::DockWidgetArea area);
+    void arrangeDocks();
+    QMenu* addMenu(const QString& title, const QStringList& names);
+    void fillRecentMenu();
+    void fillExampleMenu(QMenu* menu);
+    void setTheme(const QString& word);
+
+    void documentOpened(MixerDocument* document);
+    void documentClosed();
+    void currentChanged();
+    void updateCommands();
+    void updateTitle();
+    void showProblems();
+    void addBrick(const QString& className);
+    void showCanvasCommands();
+
+    ProgramSettings* m_settings;
+    CommandSet* m_commands;
+    DocumentTabs* m_tabs;
+    WelcomePage* m_welcome;
+    QStackedWidget* m_centre;
+    std::unique_ptr<DocumentController> m_documents;
+    std::unique_ptr<SceneController> m_scene;
+    BrickyardPanel* m_brickyard;
+    PropertiesPanel* m_properties;
+    SurfacesPanel* m_surfaces;
+    SceneCodePanel* m_sceneCode;
+    ProblemsPanel* m_problems;
+    QUndoView* m_history;
+    QMenu* m_recentMenu = nullptr;
+    QMenu* m_exampleMenu = nullptr;
+    /// Menus that show commands of the current canvas, before the given command.
+    struct CanvasSection {
+        QMenu* menu;
+        QAction* before;
+        QVector<int> commands; ///< of NetworkView; -1 for a separator
+        QVector<QAction*> shown;
+    };
+    QVector<CanvasSection> m_canvasSections;
+    /// The canvas whose commands are shown; compared only.
+    const NetworkView* m_canvasView = nullptr;
+    QToolButton* m_problemButton = nullptr;
+    QLabel* m_message = nullptr;
+    QList<QDockWidget*> m_docks;
+    QByteArray m_firstLayout;
+};

@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "PlaceholderModel.h"
+
+#include "dznumericproperty.h"
+#include "dzshaderbrick.h"
+
+namespace {
+
+QString valueOf(const DzProperty* property)
+{
+    auto* numeric = qobject_cast<const DzNumericProperty*>(property);
+    return numeric && numeric->isMapped()
+        ? property->getValueText() + QStringLiteral("  ·  ") + numeric->getMapValue()->getFilename()
+        : property->getValueText();
+}
+
+} // namespace
+
+void PlaceholderModel::setPlaceholders(const QVector<ScenePlaceholder>& placeholders)
+{
+    // The usual change is one of values: rows stay, and with them place and selection.
+    bool same = placeholders.size() == m_placeholders.size();
+    for (int i = 0; same && i < placeholders.size(); ++i)
+        same = placeholders.at(i).property == m_placeholders.at(i).property
+            && placeholders.at(i).name == m_placeholders.at(i).name;
+    if (same) {
+        if (!placeholders.isEmpty())
+            emit dataChanged(index(0, 0), index(placeholders.size() - 1, columns - 1));
+        return;
+    }
+    beginResetModel();
+    m_placeholders = placeholders;
+    endResetModel();
+}
+
+DzShaderBrick* PlaceholderModel::getBrick(int row) const
+{
+    return m_placeholders.value(row).brick;
+}
+
+int PlaceholderModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_placeholders.size();
+}
+
+int PlaceholderModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : columns;
+}
+
+QVariant PlaceholderModel::data(const QModelIndex& index, int role) const
+{
+    const ScenePlaceholder& placeholder = m_placeholders.at(index.row());
+    if (!placeholder.property || !placeholder.brick)
+        return QVariant();
+    if (index.column() == LockedColumn && role == Qt::CheckStateRole)
+        return placeholder.property->isLocked() ? Qt::Checked : Qt::Unchecked;
+    if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
+        return QVariant();
+    switch (index.column()) {
+    case NameColumn:
+        return placeholder.name.isEmpty() ? tr("(written as value)") : placeholder.name;
+    case BrickColumn:
+        return QStringLiteral("%1 (%2)").arg(
+            placeholder.brick->getBrickTitle(), QString::number(placeholder.brick->getBrickID()));
+    case PropertyColumn:
+        return placeholder.property->getLabel();
+    case ValueColumn:
+        return valueOf(placeholder.property);
+    default:
+        return QVariant();
+    }
+}
+
+bool PlaceholderModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    DzProperty* property = m_placeholders.at(index.row()).property;
+    if (!property || index.column() != LockedColumn || role != Qt::CheckStateRole)
+        return false;
+    property->lock(value.toInt() == Qt::Checked);
+    return true;
+}
+
+QVariant PlaceholderModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QVariant();
+    switch (section) {
+    case NameColumn:
+        return tr("Placeholder");
+    case BrickColumn:
+        return tr("Brick");
+    case PropertyColumn:
+        return tr("Property");
+    case ValueColumn:
+        return tr("Value");
+    default:
+        return tr("Locked");
+    }
+}
+
+Qt::ItemFlags PlaceholderModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.column() == LockedColumn ? flags | Qt::ItemIsUserCheckable : flags;
+}

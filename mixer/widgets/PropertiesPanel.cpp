@@ -1,0 +1,273 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "PropertiesPanel.h"
+
+#include "BrickSelection.h"
+#include "LineIcon.h"
+#include "MixerDocument.h"
+#include "NetworkEdit.h"
+#include "PropertyGroup.h"
+#include "PropertyRow.h"
+#include "dzshaderbrick.h"
+#include "dzunknownbrick.h"
+
+#include <QHash>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace {
+
+QToolButton* addTool(QHBoxLayout* layout, LineIcon::Name icon, const QString& text)
+{
+    auto* button = new QToolButton;
+    button->setIcon(LineIcon::make(icon));
+    button->setIconSize(QSize(14, 14));
+    button->setAutoRaise(true);
+    button->setToolTip(text);
+    button->setAccessibleName(text);
+    layout->addWidget(button);
+    return button;
+}
+
+QLabel* headingFor(const QString& path)
+{
+    QString text = path;
+    while (text.startsWith(QLatin1Char('/')))
+        text.remove(0, 1);
+    auto* label = new QLabel(text.replace(QLatin1Char('/'), QStringLiteral(" / ")));
+    QFont font = label->font();
+    font.setBold(true);
+    label->setFont(font);
+    label->setContentsMargins(0, 6, 0, 0);
+    return label;
+}
+
+} // namespace
+
+PropertiesPanel::PropertiesPanel(QWidget* parent)
+    : QWidget(parent)
+    , m_title(new QLineEdit)
+    , m_kind(new QLabel)
+    , m_empty(new QLabel(tr("Select a brick to see and change its values.")))
+    , m_tools(new QWidget)
+    , m_scroll(new QScrollArea)
+{
+    m_title->setAccessibleName(tr("Title of the brick"));
+    m_title->setToolTip(tr("Title of the brick"));
+    m_kind->setForegroundRole(QPalette::PlaceholderText);
+    m_empty->setForegroundRole(QPalette::PlaceholderText);
+    m_empty->setAlignment(Qt::AlignCenter);
+    m_empty->setWordWrap(true);
+
+    auto* tools = new QHBoxLayout(m_tools);
+    tools->setContentsMargins(0, 0, 0, 0);
+    tools->setSpacing(0);
+    tools->addWidget(m_kind, 1);
+    QToolButton* reset = addTool(tools, LineIcon::Reset, tr("Reset all values"));
+    QToolButton* lock = addTool(tools, LineIcon::Lock, tr("Lock all values"));
+    QToolButton* unlock = addTool(tools, LineIcon::Unlock, tr("Unlock all values"));
+
+    auto* content = new QWidget;
+    m_layout = new QVBoxLayout(content);
+    m_layout->setContentsMargins(8, 4, 4, 8);
+    m_layout->setSpacing(3);
+    m_layout->addStretch();
+    m_scroll->setWidget(content);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+
+    auto* head = new QVBoxLayout;
+    head->setContentsMargins(8, 6, 4, 2);
+    head->addWidget(m_title);
+    head->addWidget(m_tools);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(head);
+    layout->addWidget(m_empty, 1);
+    layout->addWidget(m_scroll, 1);
+
+    m_update.setSingleShot(true);
+    connect(&m_update, &QTimer::timeout, this, &PropertiesPanel::update);
+    connect(m_title, &QLineEdit::editingFinished, this, [this] {
+        DzShaderBrick* brick = m_document ? m_document->getSelection()->getCurrent() : nullptr;
+        if (brick && m_title->isModified())
+            m_document->getEdit()->setTitle(brick, m_title->text());
+        m_title->setModified(false);
+    });
+    connect(reset, &QToolButton::clicked, this,
+        [this] { resetAllValues(m_document->getSelection()->getBricks()); });
+    connect(lock, &QToolButton::clicked, this,
+        [this] { lockAllValues(m_document->getSelection()->getBricks(), true); });
+    connect(unlock, &QToolButton::clicked, this,
+        [this] { lockAllValues(m_document->getSelection()->getBricks(), false); });
+    rebuild();
+}
+
+void PropertiesPanel::setDocument(MixerDocument* document)
+{
+    if (m_document == document)
+        return;
+    if (m_document) {
+        m_document->disconnect(this);
+        m_document->getSelection()->disconnect(this);
+    }
+    m_document = document;
+    if (document) {
+        connect(document->getSelection(), &BrickSelection::selectionChanged, this,
+            &PropertiesPanel::scheduleRebuild);
+        connect(document, &MixerDocument::structureChanged, this,
+            &PropertiesPanel::scheduleRebuild);
+        connect(
+            document, &MixerDocument::propertyChanged, this, &PropertiesPanel::scheduleRefresh);
+    }
+    scheduleRebuild();
+}
+
+PropertyRow* PropertiesPanel::findRow(const QString& label) const
+{
+    for (PropertyRow* row : m_rows)
+        if (row->getGroup().getLabel() == label)
+            return row;
+    return nullptr;
+}
+
+void PropertiesPanel::focusFirst()
+{
+    updateNow();
+    for (QWidget* widget = m_scroll->widget()->nextInFocusChain();
+         widget && widget != m_scroll->widget(); widget = widget->nextInFocusChain()) {
+        if (m_scroll->widget()->isAncestorOf(widget) && widget->isVisible() && widget->isEnabled()
+            && widget->focusPolicy() & Qt::TabFocus) {
+            widget->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
+}
+
+void PropertiesPanel::scheduleRebuild()
+{
+    m_needsRebuild = true;
+    scheduleRefresh();
+}
+
+void PropertiesPanel::scheduleRefresh()
+{
+    if (!m_update.isActive())
+        m_update.start(0);
+}
+
+void PropertiesPanel::updateNow()
+{
+    m_update.stop();
+    update();
+}
+
+void PropertiesPanel::update()
+{
+    if (m_needsRebuild)
+        rebuild();
+    for (PropertyRow* row : m_rows)
+        row->refresh();
+    refreshHead();
+}
+
+void PropertiesPanel::rebuild()
+{
+    m_needsRebuild = false;
+    const QVector<DzShaderBrick*> bricks
+        = m_document ? m_document->getSelection()->getBricks() : QVector<DzShaderBrick*>();
+    m_title->setVisible(bricks.size() == 1);
+    m_tools->setVisible(!bricks.isEmpty());
+    m_empty->setVisible(bricks.isEmpty());
+    m_scroll->setVisible(!bricks.isEmpty());
+    showRows(commonProperties(bricks));
+    refreshHead();
+}
+
+void PropertiesPanel::refreshHead()
+{
+    if (!m_document)
+        return;
+    const BrickSelection* selection = m_document->getSelection();
+    const DzShaderBrick* brick = selection->getCurrent();
+    if (!brick)
+        return;
+    if (!m_title->isModified())
+        m_title->setText(brick->getBrickTitle());
+    const QString kind = QStringLiteral("%1 (%2)").arg(
+        brick->getPreferredName(), QString::number(brick->getBrickID()));
+    m_kind->setText(selection->size() == 1 ? kind : tr("%1 bricks").arg(selection->size()));
+}
+
+void PropertiesPanel::showRows(const std::vector<PropertyGroup>& groups)
+{
+    // Rows whose properties stay are kept: one of them may be in somebody's hand.
+    QHash<DzProperty*, PropertyRow*> before;
+    for (PropertyRow* row : m_rows) {
+        m_layout->removeWidget(row);
+        DzProperty* first = row->getGroup().getFirst();
+        if (first && !before.contains(first))
+            before.insert(first, row);
+        else
+            row->deleteLater();
+    }
+    m_rows.clear();
+    qDeleteAll(m_headings);
+    m_headings.clear();
+    while (QLayoutItem* item = m_layout->takeAt(0))
+        delete item;
+
+    const bool hasPaths = std::any_of(groups.begin(), groups.end(), [&](const PropertyGroup& group) {
+        return group.getFirst()->getPath() != groups.front().getFirst()->getPath();
+    });
+    QString path;
+    for (const PropertyGroup& group : groups) {
+        if (hasPaths && group.getFirst()->getPath() != path) {
+            path = group.getFirst()->getPath();
+            m_headings.append(headingFor(path));
+            m_layout->addWidget(m_headings.last());
+        }
+        PropertyRow* row = before.value(group.getFirst());
+        if (row && row->getGroup().getAll() == group.getAll()) {
+            before.remove(group.getFirst());
+        } else {
+            row = new PropertyRow(group, m_document->getFolder());
+            connect(row, &PropertyRow::brickActivated, this, &PropertiesPanel::brickActivated);
+            connect(row, &PropertyRow::message, this, &PropertiesPanel::message);
+        }
+        m_rows.push_back(row);
+        m_layout->addWidget(row);
+    }
+    m_layout->addStretch();
+    for (PropertyRow* row : before) {
+        row->hide();
+        row->deleteLater();
+    }
+    // The keyboard goes from row to row.
+    QWidget* last = m_scroll;
+    for (PropertyRow* row : m_rows) {
+        QWidget::setTabOrder(last, row);
+        last = row;
+    }
+    alignNames();
+}
+
+void PropertiesPanel::alignNames()
+{
+    int width = 0;
+    for (const PropertyRow* row : m_rows)
+        width = qMax(width, row->getNameWidth());
+    width = qBound(60, width, 130);
+    for (PropertyRow* row : m_rows)
+        row->setNameWidth(width);
+}

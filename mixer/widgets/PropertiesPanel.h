@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+#include <vector>
+
+class DzShaderBrick;
+class MixerDocument;
+class PropertyGroup;
+class PropertyRow;
+class QLabel;
+class QLineEdit;
+class QScrollArea;
+class QVBoxLayout;
+
+/// The values of the selected bricks: those that all of them have, changed on all together.
+class PropertiesPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PropertiesPanel(QWidget* parent = nullptr);
+
+    /// Shows this document's selection; null for none. Not owned.
+    void setDocument(MixerDocument* document);
+    /// The row of this label, null when there is none.
+    PropertyRow* findRow(const QString& label) const;
+    /// Brings the rows up to date now rather than with the next frame.
+    void updateNow();
+    /// Takes the keyboard to the first value.
+    void focusFirst();
+
+signals:
+    void brickActivated(DzShaderBrick* brick);
+    void message(const QString& text);
+
+private:
+    void scheduleRebuild();
+    void scheduleRefresh();
+    void update();
+    void rebuild();
+    void refreshHead();
+    void showRows(const std::vector<PropertyGroup>& groups);
+    void alignNames();
+
+    QPointer<MixerDocument> m_document;
+    QTimer m_update;
+    bool m_needsRebuild = false;
+    QLineEdit* m_title;
+    QLabel* m_kind;
+    QLabel* m_empty;
+    QWidget* m_tools;
+    QScrollArea* m_scroll;
+    QVBoxLayout* m_layout;
+    QVector<QWidget*> m_headings;
+    std::vector<PropertyRow*> m_rows;
+};

@@ -1,0 +1,314 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "SceneCodePanel.h"
+
+#include "BrickSelection.h"
+#include "LineIcon.h"
+#include "MixerDocument.h"
+#include "PlaceholderModel.h"
+#include "SceneCodeHighlighter.h"
+#include "dzfilewriter.h"
+#include "dzproperty.h"
+#include "dzshaderbrick.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTableView>
+#include <QTextBlock>
+#include <QToolButton>
+
+namespace {
+
+QToolButton* toolFor(QAction* action)
+{
+    auto* button = new QToolButton;
+    button->setDefaultAction(action);
+    button->setAutoRaise(true);
+    return button;
+}
+
+/// How many characters two texts have in common at their begin.
+int commonBegin(const QString& a, const QString& b)
+{
+    const int most = qMin(a.size(), b.size());
+    int count = 0;
+    while (count < most && a.at(count) == b.at(count))
+        ++count;
+    return count;
+}
+
+int commonEnd(const QString& a, const QString& b, int most)
+{
+    int count = 0;
+    while (count < most && a.at(a.size() - 1 - count) == b.at(b.size() - 1 - count))
+        ++count;
+    return count;
+}
+
+/// Lines that are shown above the first that is lit.
+const int linesAbove = 3;
+
+} // namespace
+
+SceneCodePanel::SceneCodePanel(QWidget* parent)
+    : QWidget(parent)
+    , m_placeholders(new QCheckBox(tr("&Placeholders")))
+    , m_text(new QPlainTextEdit)
+    , m_highlighter(new SceneCodeHighlighter(m_text->document()))
+    , m_note(new QLabel)
+    , m_table(new QTableView)
+    , m_model(new PlaceholderModel(this))
+{
+    auto* copy = new QAction(LineIcon::make(LineIcon::Copy), tr("Copy the whole text"), this);
+    auto* save = new QAction(LineIcon::make(LineIcon::Save), tr("Save the text as a file…"), this);
+    connect(copy, &QAction::triggered, this, &SceneCodePanel::copyText);
+    connect(save, &QAction::triggered, this, &SceneCodePanel::saveText);
+    m_placeholders->setToolTip(
+        tr("Write placeholders for values that are not locked, as surfaces take them"));
+
+    auto* tools = new QHBoxLayout;
+    tools->setContentsMargins(6, 2, 2, 2);
+    tools->addWidget(m_placeholders);
+    tools->addStretch();
+    tools->addWidget(toolFor(copy));
+    tools->addWidget(toolFor(save));
+
+    m_text->setReadOnly(true);
+    m_text->setTextInteractionFlags(
+        Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_text->setTabStopDistance(m_text->fontMetrics().horizontalAdvance(QLatin1Char(' ')) * 4);
+    m_text->setFrameShape(QFrame::NoFrame);
+    m_text->setAccessibleName(tr("Text for the renderer"));
+    m_text->viewport()->installEventFilter(this);
+    m_text->installEventFilter(this);
+
+    m_table->setModel(m_model);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    m_table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setAlternatingRowColors(true);
+    m_table->setShowGrid(false);
+    m_table->setFrameShape(QFrame::NoFrame);
+    m_table->setAccessibleName(tr("Placeholders"));
+    m_table->setColumnWidth(PlaceholderModel::LockedColumn, 54);
+    m_table->setColumnWidth(PlaceholderModel::NameColumn, 160);
+    m_table->setColumnWidth(PlaceholderModel::BrickColumn, 90);
+    m_table->setColumnWidth(PlaceholderModel::PropertyColumn, 80);
+
+    auto* splitter = new QSplitter(Qt::Vertical);
+    splitter->addWidget(m_text);
+    splitter->addWidget(m_table);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({ 200, 150 });
+    m_table->hide();
+
+    m_note->setWordWrap(true);
+    m_note->setMargin(8);
+    m_note->hide();
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(tools);
+    layout->addWidget(m_note);
+    layout->addWidget(splitter, 1);
+
+    m_update.setSingleShot(true);
+    connect(&m_update, &QTimer::timeout, this, &SceneCodePanel::updateText);
+    connect(m_placeholders, &QCheckBox::toggled, this, [this](bool on) {
+        m_table->setVisible(on);
+        updateNow();
+        emit literalChanged(!on);
+    });
+    connect(m_table, &QTableView::activated, this, [this](const QModelIndex& index) {
+        if (DzShaderBrick* brick = m_model->getBrick(index.row()))
+            emit brickActivated(brick);
+    });
+}
+
+void SceneCodePanel::setDocument(MixerDocument* document)
+{
+    if (m_document == document)
+        return;
+    if (m_document) {
+        m_document->disconnect(this);
+        m_document->getSelection()->disconnect(this);
+    }
+    m_document = document;
+    if (document) {
+        connect(document, &MixerDocument::structureChanged, this, &SceneCodePanel::scheduleUpdate);
+        connect(document, &MixerDocument::propertyChanged, this, &SceneCodePanel::scheduleUpdate);
+        connect(document->getSelection(), &BrickSelection::selectionChanged, this,
+            &SceneCodePanel::showLight);
+    }
+    scheduleUpdate();
+}
+
+bool SceneCodePanel::isLiteral() const
+{
+    return !m_placeholders->isChecked();
+}
+
+void SceneCodePanel::setLiteral(bool literal)
+{
+    m_placeholders->setChecked(!literal);
+}
+
+QString SceneCodePanel::getText() const
+{
+    return m_code.text;
+}
+
+void SceneCodePanel::scheduleUpdate()
+{
+    m_stale = true;
+    // All that happens before the next frame is one update; nobody sees a hidden one.
+    if (isVisible() && !m_update.isActive())
+        m_update.start(0);
+}
+
+void SceneCodePanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (m_stale)
+        scheduleUpdate();
+}
+
+void SceneCodePanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // The colours are those of the look.
+    if (event->type() == QEvent::PaletteChange) {
+        m_highlighter->rehighlight();
+        showLight();
+    }
+}
+
+void SceneCodePanel::updateNow()
+{
+    m_update.stop();
+    updateText();
+}
+
+void SceneCodePanel::updateText()
+{
+    m_stale = false;
+    m_code = m_document ? sceneCodeOf(m_document->getUser(), isLiteral()) : SceneCode();
+    m_note->setText(m_code.error);
+    m_note->setVisible(!m_code.error.isEmpty());
+    m_model->setPlaceholders(m_code.placeholders);
+    showText(m_code.text);
+    showLight();
+}
+
+void SceneCodePanel::showText(const QString& text)
+{
+    // Only what differs is replaced: laying out and colouring the whole takes longer than a frame,
+    // and the reader's place stays.
+    const QString before = m_text->toPlainText();
+    if (before == text)
+        return;
+    const int begin = commonBegin(before, text);
+    const int end = commonEnd(before, text, qMin(before.size(), text.size()) - begin);
+    QTextCursor cursor(m_text->document());
+    cursor.setPosition(begin);
+    cursor.setPosition(before.size() - end, QTextCursor::KeepAnchor);
+    cursor.insertText(text.mid(begin, text.size() - end - begin));
+    m_text->document()->clearUndoRedoStacks();
+}
+
+void SceneCodePanel::showLight()
+{
+    if (m_stale || !isVisible())
+        return;
+    QList<QTextEdit::ExtraSelection> lights;
+    QColor light = palette().color(QPalette::Highlight);
+    light.setAlpha(70);
+    int first = -1;
+    for (const SceneStatement& statement : qAsConst(m_code.statements)) {
+        if (!statement.brick || !m_document
+            || !m_document->getSelection()->contains(statement.brick))
+            continue;
+        QTextBlock block = m_text->document()->findBlock(statement.begin);
+        while (block.isValid() && block.text().isEmpty())
+            block = block.next(); // statements begin with an empty line
+        if (first < 0 && block.isValid())
+            first = block.blockNumber();
+        while (block.isValid() && block.position() < statement.begin + statement.length) {
+            QTextEdit::ExtraSelection line;
+            line.format.setBackground(light);
+            line.format.setProperty(QTextFormat::FullWidthSelection, true);
+            line.cursor = QTextCursor(block);
+            lights.append(line);
+            block = block.next();
+        }
+    }
+    m_text->setExtraSelections(lights);
+    // Whoever reads here stays where he is.
+    if (first >= 0 && !m_text->hasFocus())
+        m_text->verticalScrollBar()->setValue(first - linesAbove);
+}
+
+bool SceneCodePanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_text->viewport() && event->type() == QEvent::MouseButtonRelease) {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        // Selecting text is no click on a line.
+        if (mouse->button() == Qt::LeftButton && !m_text->textCursor().hasSelection())
+            activateLine(mouse->pos());
+    } else if (watched == m_text && event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            if (DzShaderBrick* brick = m_code.brickAt(m_text->textCursor().position()))
+                emit brickActivated(brick);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void SceneCodePanel::activateLine(const QPoint& position)
+{
+    const QTextCursor cursor = m_text->cursorForPosition(position);
+    if (DzShaderBrick* brick = m_code.brickAt(cursor.block().position()))
+        emit brickActivated(brick);
+}
+
+void SceneCodePanel::copyText()
+{
+    updateNow();
+    QGuiApplication::clipboard()->setText(m_code.text);
+    emit message(tr("The text is on the clipboard."));
+}
+
+void SceneCodePanel::saveText()
+{
+    updateNow();
+    const QString path = QFileDialog::getSaveFileName(
+        this, tr("Save Text"), QString(), tr("Text (*.lxm *.txt);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    QString error;
+    if (dzWriteFile(path, m_code.text.toUtf8(), &error))
+        emit message(tr("Saved %1.").arg(path));
+    else
+        emit message(error);
+}

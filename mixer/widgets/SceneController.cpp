@@ -1,0 +1,141 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "SceneController.h"
+
+#include "ApplyDialog.h"
+#include "ApplyPreview.h"
+#include "BrickUsers.h"
+#include "Messages.h"
+#include "MixerDocument.h"
+#include "ProgramSettings.h"
+#include "SceneSession.h"
+#include "dzundostack.h"
+#include "idzbrickuser.h"
+
+#include <QCoreApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+SceneController::SceneController(ProgramSettings* settings, QWidget* window)
+    : m_settings(settings)
+    , m_window(window)
+    , m_session(new SceneSession)
+{
+}
+
+SceneController::~SceneController()
+{
+}
+
+bool SceneController::open(const QString& path)
+{
+    if (!mayLeave())
+        return false;
+    if (!m_session->load(path)) {
+        Messages::showError(m_window, m_session->getError());
+        return false;
+    }
+    emit message(tr("Opened %1.").arg(path));
+    Messages::showWarnings(
+        m_window, tr("Not everything in %1 was read:").arg(path), m_session->getWarnings());
+    return true;
+}
+
+void SceneController::openWithDialog()
+{
+    const QString path = QFileDialog::getOpenFileName(m_window, tr("Open Scene"),
+        QFileInfo(m_session->getPath()).absolutePath(), SceneSession::fileFilter());
+    if (!path.isEmpty())
+        open(path);
+}
+
+bool SceneController::save()
+{
+    const QString path = m_session->getSavePath();
+    return path.isEmpty() ? saveAs() : saveTo(path);
+}
+
+bool SceneController::saveAs()
+{
+    if (!m_session->hasScene())
+        return false;
+    const QFileInfo before(m_session->getPath());
+    QFileDialog dialog(
+        m_window, tr("Save Scene"), before.absolutePath(), tr("Scenes (*.duf);;All files (*)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("duf"));
+    dialog.selectFile(before.completeBaseName() + QStringLiteral(".duf"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return false;
+    return saveTo(dialog.selectedFiles().first());
+}
+
+bool SceneController::saveTo(const QString& path)
+{
+    if (!m_session->save(path)) {
+        Messages::showError(m_window, m_session->getError());
+        return false;
+    }
+    emit message(tr("Saved %1.").arg(path));
+    return true;
+}
+
+bool SceneController::mayLeave()
+{
+    if (!m_session->isModified())
+        return true;
+    QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(),
+        tr("Save the changes to the scene \"%1\"?")
+            .arg(QFileInfo(m_session->getPath()).fileName()),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Save);
+    const int answer = box.exec();
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
+}
+
+bool SceneController::confirmApply(MixerDocument* document)
+{
+    if (!m_settings->isApplyListShown())
+        return true;
+    ApplyDialog dialog(document->getTitle(), previewApply(document->getUser()), m_window);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    if (!dialog.isToBeShownAgain()) {
+        m_settings->setApplyListShown(false);
+        emit applyListShownChanged(false);
+    }
+    return true;
+}
+
+bool SceneController::apply(MixerDocument* document)
+{
+    const int count = selectedSurfaces().size();
+    if (!document || count == 0) {
+        emit message(tr("Select surfaces in the panel \"Surfaces\" first."));
+        return false;
+    }
+    if (!confirmApply(document))
+        return false;
+    DzUndoStackHold hold;
+    document->getUser()->applyToScene();
+    hold.accept(tr("Apply %1").arg(document->getTitle()));
+    m_session->touch();
+    emit message(count == 1 ? tr("Applied to 1 surface.") : tr("Applied to %1 surfaces.").arg(count));
+    return true;
+}
+
+QList<IDzBrickUser*> SceneController::fromScene(MixerDocument* document)
+{
+    IDzBrickUser* maker = document ? document->getUser() : makeBrickUser();
+    if (!maker)
+        return {};
+    const QList<IDzBrickUser*> users = maker->fromScene();
+    if (!document)
+        releaseBrickUser(maker);
+    if (users.isEmpty())
+        emit message(tr("None of the selected surfaces has anything to take."));
+    return users;
+}

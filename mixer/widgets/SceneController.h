@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <memory>
+
+class IDzBrickUser;
+class MixerDocument;
+class ProgramSettings;
+class QWidget;
+class SceneSession;
+
+/// Opens and saves the scene, puts networks on its surfaces and takes them from there, and asks
+/// the user where there is something to decide.
+class SceneController : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Neither is owned; `window` is the parent of dialogs.
+    SceneController(ProgramSettings* settings, QWidget* window);
+    ~SceneController() override;
+
+    SceneSession* getSession() const { return m_session.get(); }
+
+    /// False, and a message, when the file cannot be read.
+    bool open(const QString& path);
+    void openWithDialog();
+    bool save();
+    bool saveAs();
+    bool saveTo(const QString& path);
+    /// Asks when the scene is not saved. False when the user does not want to leave.
+    bool mayLeave();
+
+    /// Puts the document's network on the selected surfaces, after showing what that changes when
+    /// the user wants to see it. False when nothing was applied.
+    bool apply(MixerDocument* document);
+    /// The networks of the selected surfaces, each the caller's. `document` is any of the kind
+    /// that is wanted; null makes one.
+    QList<IDzBrickUser*> fromScene(MixerDocument* document);
+
+signals:
+    void message(const QString& text);
+    void applyListShownChanged(bool shown);
+
+private:
+    bool confirmApply(MixerDocument* document);
+
+    ProgramSettings* m_settings;
+    QWidget* m_window;
+    std::unique_ptr<SceneSession> m_session;
+};

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QDialog>
+
+class CommandSet;
+
+/// All commands with their shortcuts, and what the mouse does on the canvas.
+class ShortcutsPage : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit ShortcutsPage(const CommandSet& commands, QWidget* parent);
+};

@@ -1,0 +1,758 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "WindowFixture.h"
+
+#include "ApplyDialog.h"
+#include "BrickAppearance.h"
+#include "BrickCatalogue.h"
+#include "BrickSelection.h"
+#include "BrickyardPanel.h"
+#include "CommandSet.h"
+#include "DocumentController.h"
+#include "DocumentTabs.h"
+#include "MixerDocument.h"
+#include "NetworkEdit.h"
+#include "NetworkView.h"
+#include "NetworkWalk.h"
+#include "PlaceholderModel.h"
+#include "ProblemsPanel.h"
+#include "PropertiesPanel.h"
+#include "PropertyRow.h"
+#include "SceneCodePanel.h"
+#include "SceneController.h"
+#include "SceneSession.h"
+#include "SurfacesPanel.h"
+#include "Theme.h"
+#include "dzbrickparam.h"
+#include "dzmaterial.h"
+#include "dznode.h"
+#include "dzobject.h"
+#include "dzscene.h"
+#include "dzshape.h"
+#include "dzstringproperty.h"
+#include "dzundostack.h"
+#include "idzbrickuser.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDockWidget>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QTableView>
+#include <QTextBlock>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QUndoStack>
+#include <QUndoView>
+
+namespace {
+
+QString scenePath()
+{
+    return projectPath(QStringLiteral("examples/scenes/vase-on-table.obj"));
+}
+
+QTreeWidgetItem* itemNamed(QTreeWidget* tree, const char* name)
+{
+    const QList<QTreeWidgetItem*> items = tree->findItems(
+        QString::fromLatin1(name), Qt::MatchExactly | Qt::MatchRecursive);
+    EXPECT_EQ(items.size(), 1) << name;
+    return items.value(0);
+}
+
+DzMaterial* materialNamed(const char* name)
+{
+    for (int i = 0; i < dzScene->getNumNodes(); ++i)
+        if (const DzObject* object = dzScene->getNode(i)->getObject())
+            if (DzMaterial* found
+                = object->getCurrentShape()->findMaterial(QString::fromLatin1(name)))
+                return found;
+    ADD_FAILURE() << "no surface " << name;
+    return nullptr;
+}
+
+QString textOn(const DzMaterial* material)
+{
+    auto* property = qobject_cast<DzStringProperty*>(
+        material->findProperty(QStringLiteral("LuxRender_material_extrasettings")));
+    return property ? property->getValue() : QString();
+}
+
+/// Everything below the widget that the keyboard can reach.
+QList<QWidget*> focusable(QWidget* top)
+{
+    QList<QWidget*> result;
+    for (QWidget* widget : top->findChildren<QWidget*>())
+        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && !widget->focusProxy())
+            result.append(widget);
+    return result;
+}
+
+} // namespace
+
+// The whole way of somebody who sees the program for the first time.
+
+TEST_F(WindowTest, aNewcomerBuildsGlossyWithCheckeredRoughnessAndAClearVolume)
+{
+    DzShaderBrick* root = rootOf(document()->getUser());
+    DzShaderBrick* glossy = addFromPalette("glossy");
+    ASSERT_EQ(glossy->getPreferredName(), QStringLiteral("Glossy"));
+    dragWire(glossy, root, "material");
+    EXPECT_EQ(param(root, "material")->getNumConnections(), 1);
+    EXPECT_EQ(param(root, "material")->getConnection(0)->getTopBrickOwner(), glossy);
+
+    DzShaderBrick* checks = addFromPalette("float checker");
+    dragWire(checks, glossy, "uroughness");
+    dragWire(checks, glossy, "vroughness");
+    EXPECT_TRUE(param(glossy, "uroughness")->isConnectedTo(param(checks, "result")));
+    EXPECT_TRUE(param(glossy, "vroughness")->isConnectedTo(param(checks, "result")));
+    DzShaderBrick* clear = addFromPalette("clear");
+    dragWire(clear, root, "Interior");
+    EXPECT_TRUE(param(root, "Interior")->isConnectedTo(param(clear, "result")));
+
+    select({ checks });
+    type("tex1", QStringLiteral("0.1/2"));
+    type("tex2", QStringLiteral("0.4"));
+    EXPECT_EQ(property(checks, "tex1")->getValueText(), QStringLiteral("0.05"));
+
+    // Put on two surfaces.
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    settle();
+    QTreeWidget* surfaces = m_window->getSurfaces()->getTree();
+    QTest::mouseClick(surfaces->viewport(), Qt::LeftButton, Qt::NoModifier,
+        itemPlace(surfaces, itemNamed(surfaces, "Body")));
+    QTest::mouseClick(surfaces->viewport(), Qt::LeftButton, Qt::ControlModifier,
+        itemPlace(surfaces, itemNamed(surfaces, "TableTop")));
+    settle();
+    withDialog<ApplyDialog>([](ApplyDialog* dialog) {
+        EXPECT_EQ(dialog->getTree()->topLevelItemCount(), 2);
+        EXPECT_GT(dialog->getTree()->topLevelItem(0)->childCount(), 3);
+        dialog->accept();
+    });
+    run("apply");
+    SceneCodePanel* code = m_window->getSceneCode();
+    code->setLiteral(false);
+    code->updateNow();
+    ASSERT_TRUE(code->getText().contains(QLatin1String("checkerboard")));
+    ASSERT_TRUE(code->getText().contains(QLatin1String("Interior")));
+    EXPECT_FALSE(textOn(materialNamed("Body")).isEmpty());
+    EXPECT_TRUE(code->getText().contains(textOn(materialNamed("Body"))));
+    EXPECT_EQ(textOn(materialNamed("TableTop")), textOn(materialNamed("Body")));
+    EXPECT_TRUE(textOn(materialNamed("Rim")).isEmpty());
+
+    // Saved, closed, and opened again: the same text.
+    code->setLiteral(true);
+    code->updateNow();
+    const QString text = code->getText();
+    const QString path = file("newcomer.sskn");
+    withDialog<QFileDialog>([&](QFileDialog* dialog) {
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->clear();
+        QTest::keyClicks(name, path);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    run("save");
+    EXPECT_TRUE(QFile::exists(path));
+    EXPECT_FALSE(document()->isModified());
+    run("close");
+    EXPECT_EQ(document(), nullptr);
+    dropFiles(m_window.get(), { path });
+    settle();
+    ASSERT_NE(document(), nullptr);
+    code->updateNow();
+    EXPECT_TEXT(text, code->getText());
+}
+
+// Palette.
+
+TEST_F(WindowTest, paletteFollowsTheCategoriesAndFiltersWhileTyping)
+{
+    BrickyardPanel* palette = m_window->getBrickyard();
+    const QTreeWidgetItem* matte
+        = palette->findItem(QStringLiteral("VireoMatMatteBrick"));
+    ASSERT_NE(matte, nullptr);
+    EXPECT_EQ(matte->text(0), QStringLiteral("Matte"));
+    EXPECT_EQ(matte->parent()->text(0), QStringLiteral("Material"));
+    EXPECT_EQ(matte->parent()->parent()->text(0), QStringLiteral("Vireo"));
+    QTest::keyClicks(palette->getSearch(), QStringLiteral("matte"));
+    EXPECT_FALSE(matte->isHidden());
+    EXPECT_TRUE(matte->parent()->isExpanded());
+    EXPECT_TRUE(palette->findItem(QStringLiteral("VireoMatGlassBrick"))->isHidden());
+    QTest::keyClick(palette->getSearch(), Qt::Key_Escape);
+    EXPECT_FALSE(palette->findItem(QStringLiteral("VireoMatGlassBrick"))->isHidden());
+    QTest::keyClicks(palette->getSearch(), QStringLiteral("no such brick"));
+    EXPECT_FALSE(palette->getTree()->isVisible());
+    QTest::keyClick(palette->getSearch(), Qt::Key_Return);
+    EXPECT_EQ(document()->getUser()->getNumBricks(), 2);
+}
+
+TEST_F(WindowTest, doubleClickAddsABrickWhereItIsSeen)
+{
+    QTreeWidget* tree = m_window->getBrickyard()->getTree();
+    QTreeWidgetItem* glass
+        = m_window->getBrickyard()->findItem(QStringLiteral("VireoMatGlassBrick"));
+    const QPoint place = itemPlace(tree, glass);
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    settle();
+    DzShaderBrick* added = document()->getSelection()->getCurrent();
+    ASSERT_NE(added, nullptr);
+    EXPECT_EQ(added->className(), QStringLiteral("VireoMatGlassBrick"));
+    EXPECT_TRUE(m_window->getView()->getVisibleBox().contains(BrickAppearance::position(added)));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+}
+
+TEST_F(WindowTest, aBrickIsDraggedFromThePaletteToTheCanvas)
+{
+    QTreeWidget* tree = m_window->getBrickyard()->getTree();
+    QTreeWidgetItem* glass
+        = m_window->getBrickyard()->findItem(QStringLiteral("VireoMatGlassBrick"));
+    EXPECT_TRUE(glass->flags() & Qt::ItemIsDragEnabled);
+    tree->setCurrentItem(glass);
+    QMimeData data;
+    data.setData(BrickCatalogue::mimeType(), BrickyardPanel::classNameOf(glass).toUtf8());
+    QWidget* canvas = m_window->getView()->viewport();
+    const QPoint place(80, 80);
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(canvas, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(canvas, &drop);
+    settle();
+    EXPECT_EQ(document()->getUser()->getNumBricks(), 3);
+}
+
+namespace {
+
+/// Takes no bricks whose class name has "Glass" in it.
+class ChoosyUser : public VireoBrickUser
+{
+public:
+    bool canUseBrick(const DzShaderBrick* candidate) const override
+    {
+        return !candidate->className().contains(QLatin1String("Glass"));
+    }
+};
+
+} // namespace
+
+TEST_F(WindowTest, aBrickThatTheNetworkRefusesShowsAStopCursor)
+{
+    ChoosyUser choosy;
+    choosy.ref(); // it stands on the stack
+    BrickyardPanel* palette = m_window->getBrickyard();
+    palette->setUser(&choosy);
+    QTreeWidget* tree = palette->getTree();
+    QTreeWidgetItem* glass = palette->findItem(QStringLiteral("VireoMatGlassBrick"));
+    QTreeWidgetItem* matte = palette->findItem(QStringLiteral("VireoMatMatteBrick"));
+    EXPECT_FALSE(glass->flags() & Qt::ItemIsDragEnabled);
+    const auto cursorAt = [&](QTreeWidgetItem* item) {
+        const QPoint at = itemPlace(tree, item);
+        QMouseEvent move(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(tree->viewport(), &move);
+        return tree->viewport()->cursor().shape();
+    };
+    EXPECT_EQ(cursorAt(glass), Qt::ForbiddenCursor);
+    EXPECT_EQ(cursorAt(matte), Qt::ArrowCursor);
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, itemPlace(tree, glass));
+    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, itemPlace(tree, glass));
+    EXPECT_EQ(document()->getUser()->getNumBricks(), 2);
+    EXPECT_TRUE(m_window->getMessage().contains(QLatin1String("Glass")));
+    palette->setUser(nullptr);
+}
+
+TEST_F(WindowTest, newBricksLieOnNoOthers)
+{
+    for (int i = 0; i < 12; ++i)
+        addFromPalette(i % 2 ? "glossy" : "float checker");
+    const QVector<DzShaderBrick*> bricks = bricksOf(document()->getUser());
+    for (int i = 0; i < bricks.size(); ++i)
+        for (int k = 0; k < i; ++k) {
+            const QRectF a(BrickAppearance::position(bricks.at(i)), BrickAppearance::size(bricks.at(i)));
+            const QRectF b(BrickAppearance::position(bricks.at(k)), BrickAppearance::size(bricks.at(k)));
+            EXPECT_FALSE(a.intersects(b)) << i << " and " << k;
+        }
+}
+
+// The text for the renderer.
+
+TEST_F(WindowTest, theTextFollowsEveryChange)
+{
+    SceneCodePanel* code = m_window->getSceneCode();
+    EXPECT_TRUE(code->getText().contains(QLatin1String("\"float   sigma\" [0]")));
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("15"));
+    EXPECT_TRUE(code->getText().contains(QLatin1String("\"float   sigma\" [15]")));
+    auto* shown = code->findChild<QPlainTextEdit*>();
+    EXPECT_TEXT(code->getText(), shown->toPlainText());
+    run("undo");
+    EXPECT_TRUE(code->getText().contains(QLatin1String("\"float   sigma\" [0]")));
+    EXPECT_TEXT(code->getText(), shown->toPlainText());
+    document()->getEdit()->deleteBricks({ rootOf(document()->getUser()) });
+    settle();
+    EXPECT_TRUE(shown->toPlainText().isEmpty());
+}
+
+TEST_F(WindowTest, selectingABrickLightsItsLines)
+{
+    auto* shown = m_window->getSceneCode()->findChild<QPlainTextEdit*>();
+    EXPECT_TRUE(shown->extraSelections().isEmpty());
+    select({ brick("Matte") });
+    QStringList lit;
+    for (const QTextEdit::ExtraSelection& line : shown->extraSelections())
+        lit.append(line.cursor.block().text());
+    EXPECT_EQ(lit.value(0), QStringLiteral("MakeNamedMaterial \"Lm_material1\""));
+    EXPECT_TRUE(lit.last().contains(QLatin1String("\"matte\""))) << lit.last().toStdString();
+    document()->getSelection()->clear();
+    EXPECT_TRUE(shown->extraSelections().isEmpty());
+}
+
+TEST_F(WindowTest, clickingALineShowsItsBrick)
+{
+    auto* shown = m_window->getSceneCode()->findChild<QPlainTextEdit*>();
+    const QTextCursor found = shown->document()->find(QStringLiteral("sigma"));
+    const QPoint place = shown->cursorRect(found).center();
+    QTest::mouseClick(shown->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    settle();
+    EXPECT_EQ(document()->getSelection()->getBricks(),
+        QVector<DzShaderBrick*> { brick("Matte") });
+    EXPECT_TRUE(m_window->getView()->getVisibleBox().contains(
+        BrickAppearance::position(brick("Matte"))));
+}
+
+TEST_F(WindowTest, theTextIsCopiedWhole)
+{
+    QGuiApplication::clipboard()->clear();
+    m_window->getSceneCode()->copyText();
+    EXPECT_TEXT(m_window->getSceneCode()->getText(), QGuiApplication::clipboard()->text());
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QLatin1String("NamedMaterial")));
+}
+
+TEST_F(WindowTest, placeholdersAreLockedAndUnlockedInTheirTable)
+{
+    SceneCodePanel* code = m_window->getSceneCode();
+    auto* box = code->findChild<QCheckBox*>();
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
+    ASSERT_FALSE(code->isLiteral());
+    EXPECT_TRUE(code->getText().contains(QLatin1String("%(LuxRender_Lm_")));
+    auto* table = code->findChild<QTableView*>();
+    const auto rowOf = [&](const char* name) {
+        for (int i = 0; i < table->model()->rowCount(); ++i)
+            if (table->model()->index(i, PlaceholderModel::PropertyColumn).data().toString()
+                == QLatin1String(name))
+                return i;
+        return -1;
+    };
+    const auto clickLock = [&] {
+        const QModelIndex cell
+            = table->model()->index(rowOf("Sigma"), PlaceholderModel::LockedColumn);
+        table->scrollTo(cell);
+        const QRect place = table->visualRect(cell);
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier,
+            QPoint(place.left() + 10, place.center().y()));
+        settle();
+    };
+    ASSERT_GE(rowOf("Sigma"), 0);
+    clickLock();
+    EXPECT_TRUE(property(brick("Matte"), "sigma")->isLocked());
+    EXPECT_TRUE(code->getText().contains(QLatin1String("\"float   sigma\" [0]")));
+    ASSERT_GE(rowOf("Sigma"), 0);
+    clickLock();
+    EXPECT_FALSE(property(brick("Matte"), "sigma")->isLocked());
+    EXPECT_FALSE(code->getText().contains(QLatin1String("\"float   sigma\" [0]")));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
+}
+
+// Problems.
+
+TEST_F(WindowTest, aProblemLeadsToItsBrickWhichHasABadge)
+{
+    DzShaderBrick* idle = addFromPalette("glass");
+    QTest::qWait(250);
+    ASSERT_EQ(m_window->getProblems()->getProblems().size(), 1);
+    document()->getSelection()->clear();
+    for (QDockWidget* dock : m_window->findChildren<QDockWidget*>())
+        if (dock->objectName() == QLatin1String("Problems"))
+            dock->show();
+    settle();
+    auto* list = m_window->getProblems()->findChild<QTreeWidget*>();
+    ASSERT_TRUE(list->isVisible());
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+        itemPlace(list, list->topLevelItem(0)));
+    EXPECT_EQ(document()->getSelection()->getCurrent(), idle);
+    const QImage with = m_window->getView()->grab().toImage();
+    m_window->getView()->clearBadges();
+    EXPECT_NE(m_window->getView()->grab().toImage(), with) << "the brick shows a badge";
+    dragWire(idle, rootOf(document()->getUser()), "material");
+    document()->getEdit()->deleteBricks({ brick("Matte") });
+    QTest::qWait(250);
+    EXPECT_TRUE(m_window->getProblems()->getProblems().isEmpty());
+    EXPECT_FALSE(list->isVisible());
+}
+
+// Surfaces.
+
+TEST_F(WindowTest, selectionOfSurfacesAndMaterialsIsOne)
+{
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    settle();
+    QTreeWidget* tree = m_window->getSurfaces()->getTree();
+    EXPECT_FALSE(command("apply")->isEnabled());
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+        itemPlace(tree, itemNamed(tree, "Rim")));
+    EXPECT_TRUE(materialNamed("Rim")->isSelected());
+    EXPECT_TRUE(command("apply")->isEnabled());
+    materialNamed("Body")->select(true);
+    materialNamed("Rim")->select(false);
+    settle();
+    EXPECT_TRUE(itemNamed(tree, "Body")->isSelected());
+    EXPECT_FALSE(itemNamed(tree, "Rim")->isSelected());
+}
+
+TEST_F(WindowTest, applyingCanBeRefusedAndTakenBack)
+{
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    settle();
+    withDialog<ApplyDialog>([](ApplyDialog* dialog) { dialog->reject(); });
+    run("apply");
+    EXPECT_TRUE(textOn(materialNamed("Body")).isEmpty());
+    EXPECT_FALSE(dzUndoStack->canUndo());
+    EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
+    withDialog<ApplyDialog>([](ApplyDialog* dialog) {
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    run("apply");
+    EXPECT_FALSE(textOn(materialNamed("Body")).isEmpty());
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    EXPECT_TRUE(m_window->getScene()->getSession()->isModified());
+    run("undo");
+    EXPECT_TRUE(textOn(materialNamed("Body")).isEmpty());
+    EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
+}
+
+TEST_F(WindowTest, theListBeforeApplyingIsSwitchedOffForGood)
+{
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    settle();
+    withDialog<ApplyDialog>([](ApplyDialog* dialog) {
+        QTest::mouseClick(dialog->getShowAgain(), Qt::LeftButton, Qt::NoModifier,
+            QPoint(8, dialog->getShowAgain()->height() / 2));
+        dialog->accept();
+    });
+    run("apply");
+    EXPECT_FALSE(command("showApplyList")->isChecked());
+    // No dialog any more, also in the next run.
+    run("apply");
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
+    EXPECT_FALSE(ProgramSettings().isApplyListShown());
+    run("showApplyList");
+    EXPECT_TRUE(ProgramSettings().isApplyListShown());
+}
+
+TEST_F(WindowTest, fromSceneOpensATabForEachSurface)
+{
+    m_settings->setApplyListShown(false);
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    materialNamed("Rim")->select(true);
+    settle();
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("33"));
+    run("apply");
+    const int before = m_window->getTabs()->count();
+    run("fromScene");
+    EXPECT_EQ(m_window->getTabs()->count(), before + 2);
+    EXPECT_TRUE(document()->isModified());
+    EXPECT_TRUE(document()->getPath().isEmpty());
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("33"));
+    const QString first = document()->getUser()->getIdentifier().toString();
+    m_window->getTabs()->setCurrentIndex(before);
+    EXPECT_NE(document()->getUser()->getIdentifier().toString(), first);
+}
+
+TEST_F(WindowTest, aSceneIsSavedAndOpenedWithItsMaterials)
+{
+    m_settings->setApplyListShown(false);
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    settle();
+    run("apply");
+    const QString text = textOn(materialNamed("Body"));
+    const QString path = file("scene.duf");
+    ASSERT_TRUE(m_window->getScene()->saveTo(path));
+    EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
+    ASSERT_TRUE(m_window->openFile(path));
+    EXPECT_EQ(textOn(materialNamed("Body")), text);
+}
+
+// Documents.
+
+TEST_F(WindowTest, theTitleShowsTheMark)
+{
+    EXPECT_TRUE(m_window->windowTitle().startsWith(QLatin1String("Untitled")));
+    EXPECT_FALSE(m_window->isWindowModified());
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("3"));
+    EXPECT_TRUE(m_window->isWindowModified());
+    EXPECT_TRUE(m_window->getTabs()->tabText(0).contains(QChar(0x2022)));
+}
+
+TEST_F(WindowTest, closingAsksAndUndoBringsTheTabBack)
+{
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("3"));
+    withDialog<QMessageBox>([](QMessageBox* box) { box->button(QMessageBox::Cancel)->click(); });
+    run("close");
+    ASSERT_NE(document(), nullptr);
+    withDialog<QMessageBox>([](QMessageBox* box) { box->button(QMessageBox::Discard)->click(); });
+    run("close");
+    EXPECT_EQ(document(), nullptr);
+    EXPECT_FALSE(command("save")->isEnabled());
+    run("undo");
+    ASSERT_NE(document(), nullptr);
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("3"));
+    run("undo");
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("0"));
+    run("redo");
+    run("redo");
+    EXPECT_EQ(document(), nullptr);
+}
+
+TEST_F(WindowTest, leavingAsksForEachUnsavedNetwork)
+{
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("3"));
+    withDialog<QMessageBox>([](QMessageBox* box) { box->button(QMessageBox::Cancel)->click(); });
+    EXPECT_FALSE(m_window->close());
+    EXPECT_TRUE(m_window->isVisible());
+    const QString path = file("saved.sskn");
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), path));
+    EXPECT_TRUE(m_window->close());
+}
+
+TEST_F(WindowTest, filesAreDroppedInAndRemembered)
+{
+    const QString path = projectPath(QStringLiteral("examples/velvet.sskn"));
+    dropFiles(m_window.get(), { path, scenePath() });
+    settle();
+    // The untouched first tab made room.
+    EXPECT_EQ(m_window->getTabs()->count(), 1);
+    EXPECT_EQ(document()->getPath(), path);
+    EXPECT_GT(dzScene->getNumNodes(), 0);
+    EXPECT_EQ(m_settings->getRecentFiles(), QStringList { path });
+    // A file that is open already is shown, not opened twice.
+    run("new");
+    ASSERT_TRUE(m_window->openFile(path));
+    EXPECT_EQ(m_window->getTabs()->count(), 2);
+    EXPECT_EQ(document()->getPath(), path);
+}
+
+TEST_F(WindowTest, aDamagedFileIsAMessageAndNoMore)
+{
+    const QString path = file("damaged.sskn");
+    QFile damaged(path);
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("{ \"format\": \"sskn\", ");
+    damaged.close();
+    for (const QString& bad : { path, file("missing.sskn"), m_dir.path(), file("missing.duf") }) {
+        EXPECT_FALSE(m_window->openFile(bad)) << bad.toStdString();
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr) << bad.toStdString();
+        EXPECT_TRUE(box->text().contains(bad)) << box->text().toStdString();
+        QTest::keyClick(box, Qt::Key_Return);
+        settle();
+    }
+    EXPECT_EQ(m_window->getTabs()->count(), 1);
+}
+
+TEST_F(WindowTest, otherProgramsTextOnTheClipboardDoesNoHarm)
+{
+    m_window->getView()->setFocus();
+    for (const QString& text : { QString(), QStringLiteral("hello"), QStringLiteral("{}"),
+             QStringLiteral("[[[[[[["), QString(100000, QLatin1Char('{')), QString(QChar(0)) }) {
+        QGuiApplication::clipboard()->setText(text);
+        QTest::keyClick(m_window->getView(), Qt::Key_V, Qt::ControlModifier);
+        settle();
+        EXPECT_EQ(document()->getUser()->getNumBricks(), 2);
+        EXPECT_FALSE(document()->isModified());
+    }
+}
+
+// History.
+
+TEST_F(WindowTest, theHistoryListsStepsAndJumps)
+{
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("1"));
+    type("Sigma", QStringLiteral("2"));
+    document()->getEdit()->setTitle(brick("Matte"), QStringLiteral("Wall"));
+    QUndoView* history = m_window->getHistory();
+    for (QDockWidget* dock : m_window->findChildren<QDockWidget*>())
+        if (dock->objectName() == QLatin1String("History"))
+            dock->raise();
+    settle();
+    ASSERT_EQ(history->model()->rowCount(), 4);
+    EXPECT_TRUE(history->model()->index(1, 0).data().toString().contains(QLatin1String("Sigma")));
+    const auto jump = [&](int row) {
+        QTest::mouseClick(history->viewport(), Qt::LeftButton, Qt::NoModifier,
+            history->visualRect(history->model()->index(row, 0)).center());
+        settle();
+    };
+    jump(1);
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("1"));
+    jump(3);
+    EXPECT_EQ(property(brick("Wall"), "sigma")->getValueText(), QStringLiteral("2"));
+    jump(0);
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("0"));
+    EXPECT_FALSE(command("undo")->isEnabled());
+}
+
+// The window itself.
+
+TEST_F(WindowTest, everyCommandIsInAMenuAndSaysWhatItDoes)
+{
+    QSet<const QAction*> inMenus;
+    QList<QMenu*> menus = m_window->menuBar()->findChildren<QMenu*>();
+    for (const QMenu* menu : menus)
+        for (const QAction* action : menu->actions())
+            inMenus.insert(action);
+    QHash<QString, QString> keys;
+    for (const CommandSet::Group& group : m_window->getCommands()->getGroups()) {
+        EXPECT_FALSE(group.actions.isEmpty()) << group.title.toStdString();
+        for (const QAction* action : group.actions) {
+            EXPECT_TRUE(inMenus.contains(action)) << action->text().toStdString();
+            EXPECT_FALSE(action->toolTip().isEmpty());
+            for (const QKeySequence& key : action->shortcuts()) {
+                EXPECT_FALSE(keys.contains(key.toString()))
+                    << key.toString().toStdString() << ": " << action->text().toStdString()
+                    << " and " << keys.value(key.toString()).toStdString();
+                keys.insert(key.toString(), action->text());
+            }
+        }
+    }
+    EXPECT_GT(keys.size(), 30);
+}
+
+TEST_F(WindowTest, shortcutsAreListedAndFound)
+{
+    run("shortcuts");
+    auto* page = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(page, nullptr);
+    auto* list = page->findChild<QTreeWidget*>();
+    QTreeWidgetItem* undo = list->findItems(QStringLiteral("Undo"),
+                                    Qt::MatchStartsWith | Qt::MatchRecursive)
+                                .value(0);
+    ASSERT_NE(undo, nullptr);
+    EXPECT_TRUE(undo->text(1).contains(QLatin1String("Ctrl+Z"))) << undo->text(1).toStdString();
+    QTest::keyClicks(page->findChild<QLineEdit*>(), QStringLiteral("ctrl+w"));
+    EXPECT_TRUE(undo->isHidden());
+    EXPECT_FALSE(itemNamed(list, "Close")->isHidden());
+    QTest::keyClick(page, Qt::Key_Escape);
+    settle();
+}
+
+TEST_F(WindowTest, theLookIsSwitchedAndRemembered)
+{
+    run("theme-dark");
+    EXPECT_TRUE(Theme::isDark(QApplication::palette()));
+    EXPECT_EQ(ProgramSettings().getTheme(), QStringLiteral("dark"));
+    openWindow();
+    EXPECT_TRUE(command("theme-dark")->isChecked());
+    run("theme-light");
+    EXPECT_FALSE(Theme::isDark(QApplication::palette()));
+    run("theme-system");
+    EXPECT_TRUE(command("theme-system")->isChecked());
+}
+
+TEST_F(WindowTest, theLayoutIsRememberedAndReset)
+{
+    const auto dock = [this](const char* name) {
+        return m_window->findChild<QDockWidget*>(QString::fromLatin1(name));
+    };
+    EXPECT_TRUE(dock("Properties")->isVisible());
+    run("dockProperties");
+    EXPECT_FALSE(dock("Properties")->isVisible());
+    m_window->addDockWidget(Qt::RightDockWidgetArea, dock("Surfaces"));
+    settle();
+    EXPECT_TRUE(m_window->close());
+    openWindow();
+    EXPECT_FALSE(dock("Properties")->isVisible());
+    EXPECT_EQ(m_window->dockWidgetArea(dock("Surfaces")), Qt::RightDockWidgetArea);
+    run("resetLayout");
+    EXPECT_TRUE(dock("Properties")->isVisible());
+    EXPECT_EQ(m_window->dockWidgetArea(dock("Surfaces")), Qt::LeftDockWidgetArea);
+}
+
+TEST_F(WindowTest, everythingTheKeyboardReachesHasAName)
+{
+    select({ brick("Matte"), });
+    for (QWidget* widget : focusable(m_window.get())) {
+        const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(accessible, nullptr) << widget->metaObject()->className();
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty())
+            << widget->metaObject()->className() << ' ' << widget->objectName().toStdString()
+            << " in " << widget->parentWidget()->metaObject()->className();
+    }
+}
+
+TEST_F(WindowTest, valuesAreReachedAndChangedByTheKeyboardAlone)
+{
+    select({ brick("Matte") });
+    run("editValues");
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    for (int i = 0; i < 40; ++i) {
+        QWidget* widget = QApplication::focusWidget();
+        if (widget && widget->accessibleName() == QLatin1String("Sigma")) {
+            QTest::keyClicks(widget, QStringLiteral("7"));
+            QTest::keyClick(widget, Qt::Key_Return);
+            break;
+        }
+        QTest::keyClick(widget, Qt::Key_Tab);
+    }
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("7"));
+}
+
+TEST_F(WindowTest, nothingMovesWhileIdle)
+{
+    addFromPalette("glass");
+    QTest::qWait(500);
+    int events = 0;
+    class Counter : public QObject
+    {
+    public:
+        explicit Counter(int* total)
+            : m_total(total)
+        {
+        }
+        bool eventFilter(QObject* watched, QEvent* event) override
+        {
+            // A cursor that blinks in a field is the platform's.
+            if (event->type() == QEvent::Paint
+                || (event->type() == QEvent::Timer && !watched->inherits("QWidgetLineControl")))
+                ++*m_total;
+            return false;
+        }
+
+    private:
+        int* m_total;
+    } counter(&events);
+    if (QWidget* focus = QApplication::focusWidget())
+        focus->clearFocus();
+    settle();
+    qApp->installEventFilter(&counter);
+    QTest::qWait(600);
+    qApp->removeEventFilter(&counter);
+    EXPECT_EQ(events, 0);
+}

@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "ProblemFinder.h"
+#include "TestSupport.h"
+#include "dzbrickparam.h"
+#include "dzbrickuserfile.h"
+#include "dzfloatproperty.h"
+#include "dznumericproperty.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <limits>
+
+namespace {
+
+struct MatteNetwork {
+    VireoBrickUser user;
+    VireoBrickBase* root = addBrick(user, "VireoRootBrick");
+    VireoBrickBase* matte = addBrick(user, "VireoMatMatteBrick");
+
+    MatteNetwork() { link(matte, root, "material"); }
+};
+
+/// Kinds and bricks, in order.
+QVector<QPair<Problem::Kind, DzShaderBrick*>> kindsOf(const QVector<Problem>& problems)
+{
+    QVector<QPair<Problem::Kind, DzShaderBrick*>> kinds;
+    for (const Problem& problem : problems) {
+        EXPECT_FALSE(problem.text.isEmpty());
+        EXPECT_FALSE(problem.text.contains(QLatin1Char('\n')));
+        kinds.append({ problem.kind, problem.brick });
+    }
+    return kinds;
+}
+
+typedef QVector<QPair<Problem::Kind, DzShaderBrick*>> Kinds;
+
+} // namespace
+
+TEST(ProblemFinder, aSoundNetworkHasNone)
+{
+    MatteNetwork network;
+    EXPECT_TRUE(findProblems(&network.user, QString()).isEmpty());
+}
+
+TEST(ProblemFinder, anEmptyNetworkHasNone)
+{
+    VireoBrickUser user;
+    EXPECT_TRUE(findProblems(&user, QString()).isEmpty());
+}
+
+TEST(ProblemFinder, aNetworkWithoutRootIsSaidOnce)
+{
+    VireoBrickUser user;
+    addBrick(user, "VireoMatMatteBrick");
+    addBrick(user, "VireoMatGlassBrick");
+    EXPECT_EQ(kindsOf(findProblems(&user, QString())), (Kinds { { Problem::NoRoot, nullptr } }));
+}
+
+TEST(ProblemFinder, ofSeveralRootsOnlyTheLastCounts)
+{
+    MatteNetwork network;
+    addBrick(network.user, "VireoRootBrick");
+    EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
+        (Kinds { { Problem::SeveralRoots, network.root } }));
+}
+
+TEST(ProblemFinder, bricksThatLeadNowhereAreNamed)
+{
+    MatteNetwork network;
+    VireoBrickBase* idle = addBrick(network.user, "VireoTexFltCheckerboardBrick");
+    VireoBrickBase* behind = addBrick(network.user, "VireoTexFltScaleBrick");
+    ASSERT_TRUE(link(behind, idle, "tex1"));
+    EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
+        (Kinds { { Problem::UnreachableBrick, idle }, { Problem::UnreachableBrick, behind } }));
+}
+
+TEST(ProblemFinder, anInputWithSeveralLinksIsNamed)
+{
+    MatteNetwork network;
+    VireoBrickBase* other = addBrick(network.user, "VireoMatGlassBrick");
+    ASSERT_TRUE(link(other, network.root, "material"));
+    const QVector<Problem> problems = findProblems(&network.user, QString());
+    EXPECT_EQ(kindsOf(problems), (Kinds { { Problem::SeveralLinks, network.root } }));
+    EXPECT_TRUE(problems.first().text.contains(QLatin1String("2 links")));
+}
+
+TEST(ProblemFinder, aBrickOfUnknownClassIsNamed)
+{
+    QByteArray text = projectFile(QStringLiteral("examples/plain-matte.sskn"));
+    text.replace("VireoMatMatteBrick", "StrangeBrick");
+    VireoBrickUser user;
+    DzBrickUserFile file;
+    ASSERT_TRUE(file.loadText(text, QStringLiteral("test"), &user));
+    const QVector<Problem> problems = findProblems(&user, QString());
+    EXPECT_EQ(kindsOf(problems), (Kinds { { Problem::UnknownBrick, user.getBrick(2) } }));
+    EXPECT_TRUE(problems.first().text.contains(QLatin1String("StrangeBrick")));
+}
+
+TEST(ProblemFinder, filesAreLookedForInTheDocumentsFolder)
+{
+    MatteNetwork network;
+    QTemporaryDir dir;
+    QFile present(dir.filePath(QStringLiteral("there.png")));
+    ASSERT_TRUE(present.open(QIODevice::WriteOnly));
+    auto* color = static_cast<DzNumericProperty*>(property(network.matte, "Kd"));
+    color->setMap(QStringLiteral("there.png"));
+    EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
+        (Kinds { { Problem::MissingFile, network.matte } }));
+    EXPECT_TRUE(findProblems(&network.user, dir.path()).isEmpty());
+    color->setMap(present.fileName());
+    EXPECT_TRUE(findProblems(&network.user, QString()).isEmpty());
+    color->setMap(dir.filePath(QStringLiteral("gone.png")));
+    const QVector<Problem> problems = findProblems(&network.user, dir.path());
+    EXPECT_EQ(kindsOf(problems), (Kinds { { Problem::MissingFile, network.matte } }));
+    EXPECT_TRUE(problems.first().text.contains(QLatin1String("gone.png")));
+}
+
+TEST(ProblemFinder, namesThatTheFormatCannotCarryAreNamed)
+{
+    const auto problemsWithInput = [](const QString& name) {
+        MatteNetwork network;
+        network.matte->addCustomInput(1009, name, name, DzBrickParam::InputDirection);
+        return findProblems(&network.user, QString());
+    };
+    for (const QString& name : { QStringLiteral("a \"quoted\" name"), QStringLiteral("back\\slash"),
+             QString(1024, QLatin1Char('x')), QString(342, QChar(0x65e5)) }) {
+        const QVector<Problem> problems = problemsWithInput(name);
+        ASSERT_EQ(problems.size(), 1) << name.left(20).toStdString();
+        EXPECT_EQ(problems.first().kind, Problem::UnwritableText);
+    }
+    for (const QString& name :
+        { QString(1023, QLatin1Char('x')), QString(341, QChar(0x65e5)), QStringLiteral("it's") })
+        EXPECT_TRUE(problemsWithInput(name).isEmpty()) << name.left(20).toStdString();
+}
+
+TEST(ProblemFinder, titlesAreNotWrittenAndMayBeAnything)
+{
+    MatteNetwork network;
+    network.matte->setBrickTitle(QStringLiteral("5\" tile"));
+    EXPECT_TRUE(findProblems(&network.user, QString()).isEmpty());
+}
+
+TEST(ProblemFinder, valuesThatAreNotFiniteAreNamed)
+{
+    MatteNetwork network;
+    propertyAs<DzFloatProperty>(network.matte, "sigma")
+        ->setValue(std::numeric_limits<float>::infinity());
+    EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
+        (Kinds { { Problem::NotFinite, network.matte } }));
+}
+
+TEST(ProblemFinder, theTextIsNotTouchedByLooking)
+{
+    MatteNetwork network;
+    const QString before = literalText(network.root);
+    const QByteArray saved = DzBrickUserFile().saveText(&network.user);
+    findProblems(&network.user, QString());
+    EXPECT_EQ(literalText(network.root), before);
+    EXPECT_EQ(DzBrickUserFile().saveText(&network.user), saved);
+}
+
+namespace {
+
+qint64 timeFor(int bricks)
+{
+    MatteNetwork network;
+    for (int i = 0; i < bricks; ++i) {
+        VireoBrickBase* scale = addBrick(network.user, "VireoTexFltScaleBrick");
+        link(scale, network.matte, "bumpmap"); // all into one input
+    }
+    qint64 best = std::numeric_limits<qint64>::max();
+    for (int run = 0; run < 3; ++run) {
+        QElapsedTimer timer;
+        timer.start();
+        findProblems(&network.user, QString());
+        best = qMin(best, timer.nsecsElapsed());
+    }
+    return best;
+}
+
+} // namespace
+
+TEST(ProblemFinder, theCostIsLinear)
+{
+    const qint64 small = timeFor(500);
+    EXPECT_LT(timeFor(4000), small * 8 * 4) << "eight times the bricks, far more than eight times";
+}

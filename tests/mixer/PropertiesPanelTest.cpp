@@ -1,0 +1,358 @@
+// SPDX-FileCopyrightText: 2026 The Vireo authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "WindowFixture.h"
+
+#include "BrickSelection.h"
+#include "FileField.h"
+#include "MixerDocument.h"
+#include "NetworkEdit.h"
+#include "NumberField.h"
+#include "PropertiesPanel.h"
+#include "PropertyEditor.h"
+#include "PropertyRow.h"
+#include "dzboolproperty.h"
+#include "dzbrickparam.h"
+#include "dzcolorproperty.h"
+#include "dzenumproperty.h"
+#include "dzfloatproperty.h"
+#include "dznumericproperty.h"
+#include "dzstringproperty.h"
+#include "dzundostack.h"
+#include "idzbrickuser.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QToolButton>
+
+namespace {
+
+/// Each test changes values of bricks of one network, in its window.
+class PropertiesPanelTest : public WindowTest
+{
+protected:
+    DzShaderBrick* add(const char* className)
+    {
+        DzShaderBrick* added
+            = document()->getEdit()->addBrick(QString::fromLatin1(className), QPointF(0, 400));
+        dzUndoStack->clearAll();
+        select({ added });
+        return added;
+    }
+    template <typename Widget>
+    Widget* field(const char* label)
+    {
+        auto* found = row(label)->findChild<PropertyEditor*>()->findChild<Widget*>();
+        EXPECT_NE(found, nullptr) << label;
+        return found;
+    }
+    QToolButton* tool(const char* label, const char* name)
+    {
+        return row(label)->findChild<QToolButton*>(QString::fromLatin1(name));
+    }
+    static void press(QToolButton* button)
+    {
+        ASSERT_TRUE(button->isVisible() && button->isEnabled())
+            << button->objectName().toStdString();
+        QTest::mouseClick(button, Qt::LeftButton);
+        settle();
+    }
+    static QString valueOf(DzShaderBrick* of, const char* name)
+    {
+        return property(of, name)->getValueText();
+    }
+    /// Drags sideways over a number field.
+    static void drag(NumberField* number, const QVector<int>& way,
+        Qt::KeyboardModifiers modifiers = Qt::NoModifier, bool release = true)
+    {
+        const QPoint start = number->rect().center();
+        QTest::mousePress(number, Qt::LeftButton, modifiers, start);
+        for (const int x : way) {
+            const QPoint at = start + QPoint(x, 0);
+            QMouseEvent move(QEvent::MouseMove, at, number->mapToGlobal(at), Qt::NoButton,
+                Qt::LeftButton, modifiers);
+            QApplication::sendEvent(number, &move);
+        }
+        if (release)
+            QTest::mouseRelease(
+                number, Qt::LeftButton, modifiers, start + QPoint(way.last(), 0));
+        settle();
+    }
+};
+
+} // namespace
+
+TEST_F(PropertiesPanelTest, draggingANumberIsOneStep)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    drag(field<NumberField>("Sigma"), { 10, 20, 40, 70, 100 });
+    const double value
+        = static_cast<DzNumericProperty*>(property(matte, "sigma"))->getDoubleValue();
+    EXPECT_GT(value, 0.5);
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Change Sigma"));
+    dzUndoStack->undo();
+    EXPECT_EQ(valueOf(matte, "sigma"), QStringLiteral("0"));
+    // Finer with Shift.
+    drag(field<NumberField>("Sigma"), { 10, 20, 40, 70, 100 }, Qt::ShiftModifier);
+    EXPECT_LT(
+        static_cast<DzNumericProperty*>(property(matte, "sigma"))->getDoubleValue(), value / 5);
+}
+
+TEST_F(PropertiesPanelTest, aDragIsTakenBackByEscape)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    NumberField* number = field<NumberField>("Sigma");
+    drag(number, { 20, 60 }, Qt::NoModifier, false);
+    EXPECT_NE(valueOf(matte, "sigma"), QStringLiteral("0"));
+    QTest::keyClick(number, Qt::Key_Escape);
+    EXPECT_EQ(valueOf(matte, "sigma"), QStringLiteral("0"));
+    QTest::mouseRelease(number, Qt::LeftButton);
+    EXPECT_FALSE(dzUndoStack->canUndo());
+    EXPECT_EQ(dzUndoStack->getHoldDepth(), 0);
+}
+
+TEST_F(PropertiesPanelTest, theSliderStaysInsideTheLimitsAndTypingMayLeaveThem)
+{
+    DzShaderBrick* map = add("VireoTexFltImageMapBrick");
+    auto* gamma = propertyAs<DzFloatProperty>(map, "gamma");
+    const QByteArray label = gamma->getLabel().toUtf8();
+    drag(field<NumberField>(label.constData()), { 50, 500, 2000 });
+    EXPECT_EQ(gamma->getValue(), gamma->getMax());
+    type(label.constData(), QStringLiteral("25"));
+    EXPECT_EQ(gamma->getValue(), 25.0f);
+}
+
+TEST_F(PropertiesPanelTest, numbersAreTypedAsArithmetic)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    type("Sigma", QStringLiteral("2*0.3+1"));
+    EXPECT_EQ(valueOf(matte, "sigma"), QStringLiteral("1.6"));
+    type("Sigma", QStringLiteral("1/0"));
+    EXPECT_EQ(valueOf(matte, "sigma"), QStringLiteral("1.6"));
+    EXPECT_TRUE(m_window->getMessage().contains(QLatin1String("finite")));
+    EXPECT_EQ(field<NumberField>("Sigma")->text(), QStringLiteral("1.6"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+}
+
+TEST_F(PropertiesPanelTest, arrowKeysStepAndEscapeForgetsWhatWasTyped)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    NumberField* number = field<NumberField>("Sigma");
+    QTest::mouseClick(number, Qt::LeftButton);
+    QTest::keyClick(number, Qt::Key_Up);
+    QTest::keyClick(number, Qt::Key_Up);
+    const double step = double(propertyAs<DzFloatProperty>(matte, "sigma")->getSensitivity());
+    EXPECT_NEAR(
+        static_cast<DzNumericProperty*>(property(matte, "sigma"))->getDoubleValue(), 2 * step, 1e-6);
+    QTest::keyClick(number, Qt::Key_Down);
+    QTest::keyClick(number, Qt::Key_Down);
+    QTest::keyClicks(number, QStringLiteral("99"));
+    QTest::keyClick(number, Qt::Key_Escape);
+    QTest::keyClick(number, Qt::Key_Return);
+    EXPECT_EQ(valueOf(matte, "sigma"), QStringLiteral("0"));
+}
+
+TEST_F(PropertiesPanelTest, aColourIsChosenInADialogAsOneStep)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    const QString before = valueOf(matte, "Kd");
+    const auto withColours = [&](bool accept) {
+        QTest::mouseClick(row("Diffuse")->findChild<QToolButton*>(QStringLiteral("swatch")),
+            Qt::LeftButton);
+        auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->setCurrentColor(QColor(1, 2, 3));
+        dialog->setCurrentColor(QColor(40, 50, 60));
+        EXPECT_EQ(valueOf(matte, "Kd"), QStringLiteral("40 50 60"));
+        QTest::keyClick(dialog, accept ? Qt::Key_Return : Qt::Key_Escape);
+        settle();
+    };
+    withColours(false);
+    EXPECT_EQ(valueOf(matte, "Kd"), before);
+    EXPECT_FALSE(dzUndoStack->canUndo());
+    withColours(true);
+    EXPECT_EQ(valueOf(matte, "Kd"), QStringLiteral("40 50 60"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    type("Diffuse", QStringLiteral("#ff8000"));
+    EXPECT_EQ(valueOf(matte, "Kd"), QStringLiteral("255 128 0"));
+    type("Diffuse", QStringLiteral("no colour"));
+    EXPECT_EQ(valueOf(matte, "Kd"), QStringLiteral("255 128 0"));
+    EXPECT_FALSE(m_window->getMessage().isEmpty());
+}
+
+TEST_F(PropertiesPanelTest, itemsAndSwitchesAreChosen)
+{
+    DzShaderBrick* checks = add("VireoTexFltCheckerboardBrick");
+    auto* box = field<QComboBox>("aamode");
+    QTest::keyClick(box, Qt::Key_Down);
+    settle();
+    EXPECT_EQ(propertyAs<DzEnumProperty>(checks, "aamode")->getValue(), 1);
+    // The wheel scrolls the panel and leaves what it passes alone.
+    box->clearFocus();
+    QWheelEvent wheel(QPointF(5, 5), box->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, -120),
+        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(box, &wheel);
+    EXPECT_EQ(propertyAs<DzEnumProperty>(checks, "aamode")->getValue(), 1);
+
+    DzShaderBrick* glossy = add("VireoMatGlossyBrick");
+    auto* flag = propertyAs<DzBoolProperty>(glossy, "multibounce");
+    const QByteArray label = flag->getLabel().toUtf8();
+    auto* check = field<QCheckBox>(label.constData());
+    QTest::mouseClick(check, Qt::LeftButton, Qt::NoModifier, QPoint(8, check->height() / 2));
+    settle();
+    EXPECT_TRUE(flag->getBoolValue());
+    QTest::keyClick(check, Qt::Key_Space);
+    EXPECT_FALSE(flag->getBoolValue());
+}
+
+TEST_F(PropertiesPanelTest, filesAreTypedAndDropped)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    auto* base = static_cast<VireoBrickBase*>(matte);
+    base->addCustomInput(1015, QStringLiteral("note"), QStringLiteral("note"),
+        DzBrickParam::SettingsDirection);
+    settle();
+    if (matte->findParameterByName(QStringLiteral("note"))) {
+        type("note", QStringLiteral("some words"));
+        EXPECT_EQ(valueOf(matte, "note"), QStringLiteral("some words"));
+    }
+    const QString picture = file("picture.png");
+    QImage image(4, 4, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(picture));
+    dropFiles(row("Diffuse"), { picture });
+    auto* color = static_cast<DzNumericProperty*>(property(matte, "Kd"));
+    ASSERT_TRUE(color->isMapped());
+    EXPECT_EQ(color->getMapValue()->getFilename(), picture);
+    auto* map = row("Diffuse")->findChild<FileField*>();
+    EXPECT_TRUE(map->isVisible());
+    // The picture is loaded while others work.
+    const auto shown = [map] { return map->findChild<QLabel*>()->pixmap(Qt::ReturnByValue); };
+    for (int i = 0; i < 100 && shown().isNull(); ++i)
+        QTest::qWait(10);
+    ASSERT_FALSE(shown().isNull());
+    EXPECT_EQ(shown().toImage().pixelColor(2, 2), QColor(Qt::red));
+    press(tool("Diffuse", "map"));
+    EXPECT_FALSE(color->isMapped());
+    EXPECT_FALSE(map->isVisible());
+    dzUndoStack->undo();
+    EXPECT_TRUE(color->isMapped());
+    type("Diffuse", QStringLiteral("1 2 3"));
+    EXPECT_TRUE(color->isMapped());
+}
+
+TEST_F(PropertiesPanelTest, lockedValuesCannotBeChanged)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    press(tool("Sigma", "lock"));
+    EXPECT_TRUE(property(matte, "sigma")->isLocked());
+    EXPECT_FALSE(field<NumberField>("Sigma")->isEnabled());
+    drag(field<NumberField>("Sigma"), { 30, 60 });
+    EXPECT_EQ(valueOf(matte, "sigma"), QStringLiteral("0"));
+    press(tool("Sigma", "lock"));
+    EXPECT_FALSE(property(matte, "sigma")->isLocked());
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
+}
+
+TEST_F(PropertiesPanelTest, aValueGoesBackToItsDefault)
+{
+    DzShaderBrick* checks = add("VireoTexFltCheckerboardBrick");
+    auto* scale = propertyAs<DzFloatProperty>(checks, "uscale");
+    const float byDefault = scale->getDefaultValue();
+    EXPECT_FALSE(tool("uscale", "reset")->isVisible() && scale->getValue() == byDefault);
+    // A value of its own: only properties without animation take the default along.
+    type("uscale", QStringLiteral("9"));
+    if (scale->currentValueIsDefaultValue())
+        GTEST_SKIP() << "this class sets the default with the value";
+    press(tool("uscale", "reset"));
+    EXPECT_EQ(scale->getValue(), byDefault);
+    EXPECT_FALSE(tool("uscale", "reset")->isVisible());
+}
+
+TEST_F(PropertiesPanelTest, severalBricksAreChangedTogether)
+{
+    DzShaderBrick* first = add("VireoMatMatteBrick");
+    DzShaderBrick* second = add("VireoMatMatteBrick");
+    select({ first });
+    type("Sigma", QStringLiteral("4"));
+    select({ first, second });
+    EXPECT_EQ(field<NumberField>("Sigma")->placeholderText(), QStringLiteral("several values"));
+    EXPECT_TRUE(field<NumberField>("Sigma")->text().isEmpty());
+    dzUndoStack->clearAll();
+    type("Sigma", QStringLiteral("8"));
+    EXPECT_EQ(valueOf(first, "sigma"), QStringLiteral("8"));
+    EXPECT_EQ(valueOf(second, "sigma"), QStringLiteral("8"));
+    press(tool("Sigma", "lock"));
+    EXPECT_TRUE(property(first, "sigma")->isLocked() && property(second, "sigma")->isLocked());
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
+    run("unlockAll");
+    EXPECT_FALSE(property(first, "sigma")->isLocked() || property(second, "sigma")->isLocked());
+}
+
+TEST_F(PropertiesPanelTest, countShowsItsPairsAtOnce)
+{
+    DzShaderBrick* band = add("VireoTexFltBAndBrick");
+    EXPECT_EQ(m_window->getProperties()->findRow(QStringLiteral("tex1")), nullptr);
+    const QByteArray before = document()->getText();
+    type("count", QStringLiteral("3"));
+    ASSERT_NE(m_window->getProperties()->findRow(QStringLiteral("tex3")), nullptr);
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    drag(field<NumberField>("count"), { -30, -60, -120, -300 });
+    EXPECT_EQ(m_window->getProperties()->findRow(QStringLiteral("tex1")), nullptr);
+    EXPECT_EQ(valueOf(band, "count"), QStringLiteral("0"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
+    dzUndoStack->undo();
+    settle();
+    EXPECT_NE(m_window->getProperties()->findRow(QStringLiteral("tex3")), nullptr);
+    dzUndoStack->undo();
+    EXPECT_EQ(document()->getText(), before);
+}
+
+TEST_F(PropertiesPanelTest, whatFeedsAValueIsShownAndOneClickAway)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    DzShaderBrick* checks = add("VireoTexFltCheckerboardBrick");
+    ASSERT_TRUE(
+        document()->getEdit()->connect(param(checks, "result"), param(matte, "sigma")));
+    select({ matte });
+    QToolButton* source = nullptr;
+    for (QToolButton* button : row("Sigma")->findChildren<QToolButton*>())
+        if (button->isVisible() && button->text().contains(checks->getBrickTitle()))
+            source = button;
+    ASSERT_NE(source, nullptr);
+    press(source);
+    EXPECT_EQ(document()->getSelection()->getBricks(), QVector<DzShaderBrick*> { checks });
+}
+
+TEST_F(PropertiesPanelTest, theTitleIsChangedInPlace)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    auto* title = m_window->getProperties()->findChild<QLineEdit*>();
+    title->selectAll();
+    QTest::keyClicks(title, QStringLiteral("Plaster"));
+    QTest::keyClick(title, Qt::Key_Return);
+    EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Plaster"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+}
+
+TEST_F(PropertiesPanelTest, aBrickThatGoesWhileItIsShownDoesNoHarm)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    const QPointer<NumberField> number = field<NumberField>("Sigma");
+    drag(number, { 20, 60 }, Qt::NoModifier, false);
+    document()->getEdit()->deleteBricks({ matte });
+    settle();
+    if (number)
+        QTest::mouseRelease(number, Qt::LeftButton);
+    settle();
+    EXPECT_EQ(dzUndoStack->getHoldDepth(), 0);
+    EXPECT_EQ(m_window->getProperties()->findRow(QStringLiteral("Sigma")), nullptr);
+}
