@@ -317,12 +317,14 @@ private:
 void undoAndRedoAll(const VireoBrickUser& user, const QByteArray& start, const Checkpoints& points)
 {
     const QByteArray end = bytesOf(user);
+    // The last edits may have been undone: those stay so.
+    const int steps = dzUndoStack->getNumUndoItems();
     while (dzUndoStack->canUndo()) {
         ASSERT_TRUE(dzUndoStack->undo());
         ASSERT_TRUE(points.isAsBefore()) << "undone to step " << dzUndoStack->getNumUndoItems();
     }
     EXPECT_TRUE(start == bytesOf(user));
-    while (dzUndoStack->canRedo()) {
+    while (dzUndoStack->getNumUndoItems() < steps) {
         ASSERT_TRUE(dzUndoStack->redo());
         ASSERT_TRUE(points.isAsBefore()) << "redone to step " << dzUndoStack->getNumUndoItems();
     }
