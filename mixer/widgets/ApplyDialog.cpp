@@ -72,8 +72,7 @@ ApplyDialog::ApplyDialog(
                     shortened(change.after) });
             line->setToolTip(0, change.name);
             if (change.isData)
-                line->setText(
-                    0, tr("%1 (network kept on the surface)").arg(change.label));
+                line->setText(0, tr("%1 (network kept on the surface)").arg(change.label));
         }
     }
     if (surfaces.size() == 1)
