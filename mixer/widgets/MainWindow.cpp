@@ -44,6 +44,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -76,6 +77,11 @@ QStringList localFiles(const QMimeData* data)
 const int panelWidth = 300;
 const int codeWidth = 380;
 const QSize firstSize(1480, 920);
+QSize firstSizeOn(const QScreen* screen)
+{
+    return screen ? firstSize.boundedTo(screen->availableSize()) : firstSize;
+}
+
 /// A brick of the class as it comes.
 QSizeF sizeOf(const QString& className)
 {
@@ -142,7 +148,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
         dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this, &MainWindow::updateCommands);
 
     setTheme(m_settings->getTheme());
-    resize(firstSize);
+    resize(firstSizeOn(screen()));
     restoreGeometry(m_settings->getGeometry());
     restoreState(m_settings->getLayout());
     m_welcome->setRecentFiles(m_settings->getRecentFiles());
@@ -564,7 +570,7 @@ void MainWindow::arrangeDocks()
     tabifyDockWidget(m_docks.at(Surfaces), m_docks.at(History));
     m_docks.at(Surfaces)->raise();
     m_docks.at(Problems)->hide();
-    resize(firstSize);
+    resize(firstSizeOn(screen()));
     resizeDocks({ m_docks.at(Brickyard), m_docks.at(Properties) }, { panelWidth - 60, codeWidth },
         Qt::Horizontal);
     resizeDocks({ m_docks.at(Brickyard), m_docks.at(Surfaces) }, { 560, 260 }, Qt::Vertical);
