@@ -10,9 +10,9 @@
 #include "ProblemFinder.h"
 #include "ProgramSettings.h"
 #include "SceneCodePanel.h"
+#include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
 #include "dznumericproperty.h"
-#include "dzbrickparam.h"
 #include "dzundostack.h"
 
 #include <QApplication>

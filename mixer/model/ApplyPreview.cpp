@@ -43,8 +43,8 @@ QVector<SurfaceChanges> previewApply(IDzBrickUser* user)
     user->applyToScene();
     for (int i = 0; i < surfaces.size(); ++i) {
         const DzMaterial* surface = surfaces.at(i);
-        result.append(SurfaceChanges { surface->getLabel().isEmpty() ? surface->getName()
-                                                                     : surface->getLabel(),
+        result.append(SurfaceChanges {
+            surface->getLabel().isEmpty() ? surface->getName() : surface->getLabel(),
             before.at(i).changesTo(DzElementSnapshot(surface)) });
     }
     return result;

@@ -50,7 +50,8 @@ QString lockName()
 /// The copies of one document, or of all for an empty key, the newest first.
 QStringList copiesIn(const QString& folder, const QString& key)
 {
-    const QString pattern = (key.isEmpty() ? QStringLiteral("*") : key) + QStringLiteral(".*.network");
+    const QString pattern
+        = (key.isEmpty() ? QStringLiteral("*") : key) + QStringLiteral(".*.network");
     return QDir(folder).entryList({ pattern }, QDir::Files, QDir::Name | QDir::Reversed);
 }
 

@@ -12,11 +12,11 @@
 
 /// A network that a program was working on when it ended without saying so.
 struct RestorableNetwork {
-    QString session;  ///< folder of the program that ended
-    QString key;      ///< of the document in that program
-    QString title;    ///< as the window showed it
-    QString path;     ///< file of the network; empty when it was never saved
-    QDateTime time;   ///< of the newest copy
+    QString session;   ///< folder of the program that ended
+    QString key;       ///< of the document in that program
+    QString title;     ///< as the window showed it
+    QString path;      ///< file of the network; empty when it was never saved
+    QDateTime time;    ///< of the newest copy
     QStringList files; ///< the copies, the newest first
 };
 
@@ -44,8 +44,8 @@ public:
 
     /// Keeps one more copy of a document, and forgets the oldest beyond the number that is kept.
     /// `key` is made of letters, digits and "-". On failure false, with the reason in `error`.
-    bool keep(const QString& key, const QString& title, const QString& path,
-        const QByteArray& text, QString* error);
+    bool keep(const QString& key, const QString& title, const QString& path, const QByteArray& text,
+        QString* error);
     /// Removes all copies of a document: it was saved or closed on purpose.
     void forget(const QString& key);
 

@@ -35,8 +35,8 @@ QStringList findExamples()
 {
     const QString folder = findDataFile(QStringLiteral("examples"));
     QStringList paths;
-    for (const QFileInfo& file : QDir(folder).entryInfoList(
-             { QStringLiteral("*.sskn") }, QDir::Files, QDir::Name))
+    for (const QFileInfo& file :
+        QDir(folder).entryInfoList({ QStringLiteral("*.sskn") }, QDir::Files, QDir::Name))
         if (!folder.isEmpty())
             paths.append(file.filePath());
     return paths;

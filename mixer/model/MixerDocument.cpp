@@ -46,8 +46,8 @@ MixerDocument::MixerDocument(IDzBrickUser* user)
     , m_title(user->getBrickUserName())
 {
     keepBrickUser(user);
-    connect(m_watcher.get(), &NetworkWatcher::structureChanged, this,
-        &MixerDocument::structureChanged);
+    connect(
+        m_watcher.get(), &NetworkWatcher::structureChanged, this, &MixerDocument::structureChanged);
     connect(
         m_watcher.get(), &NetworkWatcher::propertyChanged, this, &MixerDocument::propertyChanged);
     connect(

@@ -21,8 +21,8 @@ ProgramSettings::ProgramSettings()
 {
     const QString named = QString::fromLocal8Bit(qgetenv("VIREO_SETTINGS_FILE"));
     if (named.isEmpty())
-        m_settings = std::make_unique<QSettings>(
-            QStringLiteral("Vireo"), QStringLiteral("vireo-mixer"));
+        m_settings
+            = std::make_unique<QSettings>(QStringLiteral("Vireo"), QStringLiteral("vireo-mixer"));
     else
         m_settings = std::make_unique<QSettings>(named, QSettings::IniFormat);
 }

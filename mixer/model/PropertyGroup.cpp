@@ -155,8 +155,8 @@ QString PropertyGroup::getMap() const
     if (all.isEmpty())
         return QString();
     const QString map = mapOf(all.first());
-    const bool same = std::all_of(all.begin(), all.end(),
-        [&](const DzProperty* property) { return mapOf(property) == map; });
+    const bool same = std::all_of(
+        all.begin(), all.end(), [&](const DzProperty* property) { return mapOf(property) == map; });
     return same ? map : QString();
 }
 
@@ -253,8 +253,8 @@ std::vector<PropertyGroup> commonProperties(const QVector<DzShaderBrick*>& brick
 PropertySession::PropertySession(const PropertyGroup& group)
 {
     const QVector<DzProperty*> all = group.getAll();
-    const bool mayMakeInputs = std::any_of(
-        all.begin(), all.end(), [](const DzProperty* property) { return !property->getBrickParam(); });
+    const bool mayMakeInputs = std::any_of(all.begin(), all.end(),
+        [](const DzProperty* property) { return !property->getBrickParam(); });
     if (!mayMakeInputs)
         return;
     QSet<DzShaderBrick*> seen;

@@ -33,8 +33,8 @@ public:
     QString getLabel() const;
     /// True when values, or maps, differ.
     bool isMixed() const;
-    bool isLocked() const; ///< any of them
-    bool isDefault() const; ///< all of them
+    bool isLocked() const;   ///< any of them
+    bool isDefault() const;  ///< all of them
     bool isMappable() const; ///< all of them
     /// The file of the map that all have, empty for none or different ones.
     QString getMap() const;

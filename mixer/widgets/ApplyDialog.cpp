@@ -62,7 +62,8 @@ ApplyDialog::ApplyDialog(
     m_tree->setUniformRowHeights(true);
     m_tree->setAccessibleName(tr("Changes"));
     for (const SurfaceChanges& surface : surfaces) {
-        auto* item = new QTreeWidgetItem(m_tree, { surface.surface, countText(surface.changes) });
+        auto* item = new QTreeWidgetItem(m_tree, { tr("%1: %2").arg(surface.surface, countText(surface.changes)) });
+        item->setFirstColumnSpanned(true);
         QFont font = item->font(0);
         font.setBold(true);
         item->setFont(0, font);
@@ -72,15 +73,14 @@ ApplyDialog::ApplyDialog(
                     shortened(change.after) });
             line->setToolTip(0, change.name);
             if (change.isData)
-                line->setText(
-                    0, tr("%1 (network kept on the surface)").arg(change.label));
+                line->setText(0, tr("%1 (network kept on the surface)").arg(change.label));
         }
     }
     if (surfaces.size() == 1)
         m_tree->expandAll();
     m_tree->header()->setSectionResizeMode(0, QHeaderView::Interactive);
     m_tree->setColumnWidth(0, 260);
-    m_tree->setColumnWidth(1, 190);
+    m_tree->setColumnWidth(1, 80);
     m_tree->setColumnWidth(2, 120);
     m_showAgain->setChecked(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);

@@ -252,8 +252,7 @@ void BrickyardPanel::choose(const QTreeWidgetItem* item)
 bool BrickyardPanel::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_tree->viewport() && event->type() == QEvent::MouseMove) {
-        const QTreeWidgetItem* item
-            = m_tree->itemAt(static_cast<const QMouseEvent*>(event)->pos());
+        const QTreeWidgetItem* item = m_tree->itemAt(static_cast<const QMouseEvent*>(event)->pos());
         m_tree->viewport()->setCursor(isRefused(item) ? Qt::ForbiddenCursor : Qt::ArrowCursor);
     }
     if (watched == m_search && event->type() == QEvent::KeyPress) {

@@ -75,8 +75,8 @@ MixerDocument* DocumentController::createNew()
     else if (!document->loadTemplate(start))
         Messages::showError(m_window, document->getError());
     ++m_untitledCount;
-    document->setTitle(m_untitledCount == 1 ? tr("Untitled")
-                                            : tr("Untitled %1").arg(m_untitledCount));
+    document->setTitle(
+        m_untitledCount == 1 ? tr("Untitled") : tr("Untitled %1").arg(m_untitledCount));
     return show(document);
 }
 
@@ -125,8 +125,8 @@ MixerDocument* DocumentController::openUser(IDzBrickUser* user, const QString& t
 void DocumentController::openWithDialog()
 {
     const MixerDocument* current = m_tabs->getCurrent();
-    const QStringList paths = QFileDialog::getOpenFileNames(m_window, tr("Open Networks"),
-        current ? current->getFolder() : QString(), fileFilter());
+    const QStringList paths = QFileDialog::getOpenFileNames(
+        m_window, tr("Open Networks"), current ? current->getFolder() : QString(), fileFilter());
     for (const QString& path : paths)
         open(path);
 }
@@ -143,8 +143,7 @@ bool DocumentController::save(MixerDocument* document)
 {
     if (!document)
         return false;
-    return document->getPath().isEmpty() ? saveAs(document)
-                                         : saveTo(document, document->getPath());
+    return document->getPath().isEmpty() ? saveAs(document) : saveTo(document, document->getPath());
 }
 
 bool DocumentController::saveAs(MixerDocument* document)

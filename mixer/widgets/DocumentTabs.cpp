@@ -117,8 +117,7 @@ MixerDocument* DocumentTabs::findPath(const QString& path) const
 {
     const QString wanted = QFileInfo(path).canonicalFilePath();
     for (const Entry& entry : m_entries)
-        if (!wanted.isEmpty()
-            && QFileInfo(entry.document->getPath()).canonicalFilePath() == wanted)
+        if (!wanted.isEmpty() && QFileInfo(entry.document->getPath()).canonicalFilePath() == wanted)
             return entry.document.get();
     return nullptr;
 }
@@ -179,8 +178,7 @@ void DocumentTabs::showTitle(MixerDocument* document)
     QString title = document->getTitle();
     title.replace(QLatin1Char('&'), QStringLiteral("&&"));
     setTabText(index, document->isModified() ? title + QStringLiteral(" •") : title);
-    setTabToolTip(
-        index, document->getPath().isEmpty() ? tr("not saved yet") : document->getPath());
+    setTabToolTip(index, document->getPath().isEmpty() ? tr("not saved yet") : document->getPath());
     if (entry->view == currentWidget())
         emit currentDocumentChanged();
 }

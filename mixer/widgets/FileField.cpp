@@ -122,8 +122,8 @@ void FileField::choose()
         start = m_folder;
     const QString title = tr("Choose a File");
     const QString file = m_choosesFolder ? QFileDialog::getExistingDirectory(this, title, start)
-        : m_savesFile                    ? QFileDialog::getSaveFileName(this, title, start, m_filter)
-                                         : QFileDialog::getOpenFileName(this, title, start, m_filter);
+        : m_savesFile ? QFileDialog::getSaveFileName(this, title, start, m_filter)
+                      : QFileDialog::getOpenFileName(this, title, start, m_filter);
     if (!file.isEmpty())
         emit chosen(file);
 }

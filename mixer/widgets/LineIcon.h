@@ -29,4 +29,4 @@ enum Name {
 
 QIcon make(Name name);
 
-}
+} // namespace LineIcon

@@ -44,6 +44,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -76,6 +77,11 @@ QStringList localFiles(const QMimeData* data)
 const int panelWidth = 300;
 const int codeWidth = 380;
 const QSize firstSize(1480, 920);
+QSize firstSizeOn(const QScreen* screen)
+{
+    return screen ? firstSize.boundedTo(screen->availableSize()) : firstSize;
+}
+
 /// A brick of the class as it comes.
 QSizeF sizeOf(const QString& className)
 {
@@ -104,9 +110,8 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     addEditCommands();
     addBrickCommands();
     addSceneCommands();
-    m_surfaces
-        = new SurfacesPanel({ m_commands->get(QStringLiteral("apply")),
-            m_commands->get(QStringLiteral("fromScene")) });
+    m_surfaces = new SurfacesPanel(
+        { m_commands->get(QStringLiteral("apply")), m_commands->get(QStringLiteral("fromScene")) });
     m_welcome = new WelcomePage(*m_commands);
     m_centre->addWidget(m_welcome);
     m_centre->addWidget(m_tabs);
@@ -127,8 +132,8 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     connect(m_documents.get(), &DocumentController::recentFilesChanged, this,
         [this] { m_welcome->setRecentFiles(m_settings->getRecentFiles()); });
     connect(m_welcome, &WelcomePage::fileChosen, this, &MainWindow::openFile);
-    connect(m_welcome, &WelcomePage::exampleChosen, m_documents.get(),
-        &DocumentController::openAsNew);
+    connect(
+        m_welcome, &WelcomePage::exampleChosen, m_documents.get(), &DocumentController::openAsNew);
     connect(m_brickyard, &BrickyardPanel::brickChosen, this, &MainWindow::addBrick);
     connect(m_brickyard, &BrickyardPanel::message, this, &MainWindow::showMessage);
     connect(m_properties, &PropertiesPanel::brickActivated, this, &MainWindow::showBrick);
@@ -139,10 +144,11 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     connect(m_problems, &ProblemsPanel::problemsChanged, this, &MainWindow::showProblems);
     connect(m_surfaces, &SurfacesPanel::selectionChanged, this, &MainWindow::updateCommands);
     connect(m_scene->getSession(), &SceneSession::changed, this, &MainWindow::updateCommands);
-    connect(dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this, &MainWindow::updateCommands);
+    connect(
+        dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this, &MainWindow::updateCommands);
 
     setTheme(m_settings->getTheme());
-    resize(firstSize);
+    resize(firstSizeOn(screen()));
     restoreGeometry(m_settings->getGeometry());
     restoreState(m_settings->getLayout());
     m_welcome->setRecentFiles(m_settings->getRecentFiles());
@@ -197,8 +203,7 @@ void MainWindow::addFileCommands()
     m_commands->beginGroup(tr("File"));
     m_commands
         ->add(QStringLiteral("new"), tr("&New"), keys(QKeySequence::New, tr("Ctrl+N")),
-            tr("Start a network with a root and a material"),
-            [this] { m_documents->createNew(); })
+            tr("Start a network with a root and a material"), [this] { m_documents->createNew(); })
         ->setIcon(LineIcon::make(LineIcon::New));
     m_commands
         ->add(QStringLiteral("open"), tr("&Open…"), keys(QKeySequence::Open, tr("Ctrl+O")),
@@ -237,8 +242,7 @@ void MainWindow::addEditCommands()
             tr("Take the last step back"), [] { dzUndoStack->undo(); })
         ->setIcon(LineIcon::make(LineIcon::Undo));
     m_commands
-        ->add(QStringLiteral("redo"), tr("&Redo"),
-            keys(QKeySequence::Redo, tr("Ctrl+Shift+Z")),
+        ->add(QStringLiteral("redo"), tr("&Redo"), keys(QKeySequence::Redo, tr("Ctrl+Shift+Z")),
             tr("Do the step again that was taken back"), [] { dzUndoStack->redo(); })
         ->setIcon(LineIcon::make(LineIcon::Redo));
 }
@@ -289,12 +293,12 @@ void MainWindow::addSceneCommands()
                     m_documents->openUser(user, user->getBrickUserName());
             })
         ->setIcon(LineIcon::make(LineIcon::FromScene));
-    QAction* list = m_commands->add(QStringLiteral("showApplyList"),
-        tr("&Show Changes Before Applying"), {},
-        tr("List what will appear, change and vanish before a network is applied"), [this] {
-            m_settings->setApplyListShown(
-                m_commands->get(QStringLiteral("showApplyList"))->isChecked());
-        });
+    QAction* list
+        = m_commands->add(QStringLiteral("showApplyList"), tr("&Show Changes Before Applying"), {},
+            tr("List what will appear, change and vanish before a network is applied"), [this] {
+                m_settings->setApplyListShown(
+                    m_commands->get(QStringLiteral("showApplyList"))->isChecked());
+            });
     list->setCheckable(true);
     list->setChecked(m_settings->isApplyListShown());
     connect(m_scene.get(), &SceneController::applyListShownChanged, list, &QAction::setChecked);
@@ -316,10 +320,9 @@ void MainWindow::addViewCommands()
                 dock->setFloating(false);
             restoreState(m_firstLayout);
         });
-    QAction* full = m_commands->add(QStringLiteral("fullScreen"), tr("&Full Screen"),
-        { tr("F11") }, tr("Fill the screen, or go back"), [this] {
-            setWindowState(windowState() ^ Qt::WindowFullScreen);
-        });
+    QAction* full = m_commands->add(QStringLiteral("fullScreen"), tr("&Full Screen"), { tr("F11") },
+        tr("Fill the screen, or go back"),
+        [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
     full->setCheckable(true);
     auto* group = new QActionGroup(this);
     const QPair<const char*, QString> themes[] = { { "system", tr("Colours of the &Desktop") },
@@ -344,11 +347,10 @@ void MainWindow::addHelpCommands()
         });
     m_commands->add(QStringLiteral("about"), tr("&About"), {}, tr("Version and licence"), [this] {
         auto* box = new QMessageBox(QMessageBox::NoIcon, tr("About"),
-            tr("%1 %2").arg(QApplication::applicationDisplayName(),
-                QApplication::applicationVersion()),
+            tr("%1 %2").arg(
+                QApplication::applicationDisplayName(), QApplication::applicationVersion()),
             QMessageBox::Close, this);
-        box->setInformativeText(
-            tr("Designs materials for LuxRender.\nLicence: Apache-2.0"));
+        box->setInformativeText(tr("Designs materials for LuxRender.\nLicence: Apache-2.0"));
         box->setIconPixmap(windowIcon().pixmap(64));
         box->setAttribute(Qt::WA_DeleteOnClose);
         box->open();
@@ -378,9 +380,9 @@ void MainWindow::makeMenus()
         { QStringLiteral("new"), QStringLiteral("open"), QStringLiteral("[recent]"),
             QStringLiteral("[examples]"), QString(), QStringLiteral("save"),
             QStringLiteral("saveAs"), QStringLiteral("close"), QString(),
-            QStringLiteral("openScene"), QStringLiteral("saveScene"),
-            QStringLiteral("saveSceneAs"), QString(), QStringLiteral("nextTab"),
-            QStringLiteral("previousTab"), QString(), QStringLiteral("quit") });
+            QStringLiteral("openScene"), QStringLiteral("saveScene"), QStringLiteral("saveSceneAs"),
+            QString(), QStringLiteral("nextTab"), QStringLiteral("previousTab"), QString(),
+            QStringLiteral("quit") });
     QMenu* edit = addMenu(tr("&Edit"), { QStringLiteral("undo"), QStringLiteral("redo") });
     QMenu* brick = addMenu(tr("&Brick"),
         { QStringLiteral("editValues"), QStringLiteral("lockAll"), QStringLiteral("unlockAll"),
@@ -391,8 +393,8 @@ void MainWindow::makeMenus()
     QStringList names;
     for (const QDockWidget* dock : qAsConst(m_docks))
         names.append(QStringLiteral("dock") + dock->objectName());
-    names << QString() << QStringLiteral("resetLayout") << QStringLiteral("fullScreen")
-          << QString() << QStringLiteral("theme-system") << QStringLiteral("theme-light")
+    names << QString() << QStringLiteral("resetLayout") << QStringLiteral("fullScreen") << QString()
+          << QStringLiteral("theme-system") << QStringLiteral("theme-light")
           << QStringLiteral("theme-dark");
     QMenu* view = addMenu(tr("&View"), names);
     QAction* firstPanel = m_commands->get(QStringLiteral("dock") + m_docks.first()->objectName());
@@ -496,9 +498,9 @@ void MainWindow::makeToolBar()
     bar->setObjectName(QStringLiteral("Commands"));
     bar->setIconSize(QSize(18, 18));
     bar->setMovable(false);
-    const QStringList names { QStringLiteral("new"), QStringLiteral("open"),
-        QStringLiteral("save"), QString(), QStringLiteral("undo"), QStringLiteral("redo"),
-        QString(), QStringLiteral("apply"), QStringLiteral("fromScene") };
+    const QStringList names { QStringLiteral("new"), QStringLiteral("open"), QStringLiteral("save"),
+        QString(), QStringLiteral("undo"), QStringLiteral("redo"), QString(),
+        QStringLiteral("apply"), QStringLiteral("fromScene") };
     for (const QString& name : names) {
         if (name.isEmpty())
             bar->addSeparator();
@@ -506,8 +508,7 @@ void MainWindow::makeToolBar()
             bar->addAction(m_commands->get(name));
     }
     for (const char* name : { "apply", "fromScene" })
-        static_cast<QToolButton*>(
-            bar->widgetForAction(m_commands->get(QString::fromLatin1(name))))
+        static_cast<QToolButton*>(bar->widgetForAction(m_commands->get(QString::fromLatin1(name))))
             ->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     for (QAction* action : bar->actions())
         if (auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action)))
@@ -549,12 +550,10 @@ void MainWindow::makeDocks()
     addDock(QStringLiteral("Brickyard"), tr("Brickyard"), m_brickyard, Qt::LeftDockWidgetArea);
     addDock(QStringLiteral("Surfaces"), tr("Surfaces"), m_surfaces, Qt::LeftDockWidgetArea);
     addDock(QStringLiteral("History"), tr("History"), m_history, Qt::LeftDockWidgetArea);
-    addDock(
-        QStringLiteral("Properties"), tr("Properties"), m_properties, Qt::RightDockWidgetArea);
+    addDock(QStringLiteral("Properties"), tr("Properties"), m_properties, Qt::RightDockWidgetArea);
     addDock(
         QStringLiteral("SceneCode"), tr("LuxRender Text"), m_sceneCode, Qt::RightDockWidgetArea);
-    addDock(
-        QStringLiteral("Problems"), tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
+    addDock(QStringLiteral("Problems"), tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
     arrangeDocks();
     QDockWidget* problems = m_docks.last();
     connect(m_problemButton, &QToolButton::clicked, problems, [problems] {
@@ -571,7 +570,7 @@ void MainWindow::arrangeDocks()
     tabifyDockWidget(m_docks.at(Surfaces), m_docks.at(History));
     m_docks.at(Surfaces)->raise();
     m_docks.at(Problems)->hide();
-    resize(firstSize);
+    resize(firstSizeOn(screen()));
     resizeDocks({ m_docks.at(Brickyard), m_docks.at(Properties) }, { panelWidth - 60, codeWidth },
         Qt::Horizontal);
     resizeDocks({ m_docks.at(Brickyard), m_docks.at(Surfaces) }, { 560, 260 }, Qt::Vertical);
@@ -642,9 +641,8 @@ void MainWindow::updateTitle()
 
 void MainWindow::updateCommands()
 {
-    const auto command = [this](const char* name) {
-        return m_commands->get(QString::fromLatin1(name));
-    };
+    const auto command
+        = [this](const char* name) { return m_commands->get(QString::fromLatin1(name)); };
     const MixerDocument* document = getDocument();
     const bool hasDocument = document != nullptr;
     const bool hasBricks = hasDocument && !document->getSelection()->isEmpty();
@@ -681,7 +679,8 @@ void MainWindow::addBrick(const QString& className)
         return;
     }
     QString error;
-    DzShaderBrick* brick = getDocument()->getEdit()->addBrick(className, findFreePlace(*getDocument()->getEdit(), view->getVisibleBox(), sizeOf(className)), &error);
+    DzShaderBrick* brick = getDocument()->getEdit()->addBrick(className,
+        findFreePlace(*getDocument()->getEdit(), view->getVisibleBox(), sizeOf(className)), &error);
     if (!brick) {
         showMessage(error);
         return;

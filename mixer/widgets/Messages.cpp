@@ -15,8 +15,8 @@ const int mostLines = 8;
 
 void show(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QStringList& lines)
 {
-    auto* box = new QMessageBox(icon, QCoreApplication::applicationName(), text,
-        QMessageBox::Ok, parent);
+    auto* box
+        = new QMessageBox(icon, QCoreApplication::applicationName(), text, QMessageBox::Ok, parent);
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setInformativeText(QStringList(lines.mid(0, mostLines)).join(QLatin1Char('\n')));

@@ -15,4 +15,4 @@ void showError(QWidget* parent, const QString& text);
 /// Things that were left out or put right, a line each; nothing when there are none.
 void showWarnings(QWidget* parent, const QString& title, const QStringList& warnings);
 
-}
+} // namespace Messages

@@ -37,8 +37,10 @@ void paintSwitch(const QStyleOption* option, QPainter* painter)
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     const bool isFilled = isEnabled && (isOn || isMixed);
-    const bool isLit = isFilled || option->state & (QStyle::State_HasFocus | QStyle::State_MouseOver);
-    painter->setPen(option->palette.color(isLit && isEnabled ? QPalette::Highlight : QPalette::Mid));
+    const bool isLit
+        = isFilled || option->state & (QStyle::State_HasFocus | QStyle::State_MouseOver);
+    painter->setPen(
+        option->palette.color(isLit && isEnabled ? QPalette::Highlight : QPalette::Mid));
     painter->setBrush(option->palette.brush(isFilled ? QPalette::Highlight : QPalette::Base));
     painter->drawRoundedRect(box, 3, 3);
     if (isOn || isMixed) {

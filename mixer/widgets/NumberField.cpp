@@ -232,8 +232,7 @@ void NumberField::paintEvent(QPaintEvent* event)
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         const QRectF box = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-        painter.setPen(
-            palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
+        painter.setPen(palette().color(hasFocus() ? QPalette::Highlight : QPalette::Mid));
         painter.setBrush(QApplication::palette().color(QPalette::Base));
         painter.drawRoundedRect(box, 3, 3);
         if (hasSlider() && !m_typing && !m_text.isEmpty()) {

@@ -12,8 +12,8 @@
 #include "dzshaderbrick.h"
 #include "dzunknownbrick.h"
 
-#include <QHash>
 #include <QHBoxLayout>
+#include <QHash>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
@@ -125,10 +125,9 @@ void PropertiesPanel::setDocument(MixerDocument* document)
     if (document) {
         connect(document->getSelection(), &BrickSelection::selectionChanged, this,
             &PropertiesPanel::scheduleRebuild);
-        connect(document, &MixerDocument::structureChanged, this,
-            &PropertiesPanel::scheduleRebuild);
         connect(
-            document, &MixerDocument::propertyChanged, this, &PropertiesPanel::scheduleRefresh);
+            document, &MixerDocument::structureChanged, this, &PropertiesPanel::scheduleRebuild);
+        connect(document, &MixerDocument::propertyChanged, this, &PropertiesPanel::scheduleRefresh);
     }
     scheduleRebuild();
 }
@@ -227,9 +226,10 @@ void PropertiesPanel::showRows(const std::vector<PropertyGroup>& groups)
     while (QLayoutItem* item = m_layout->takeAt(0))
         delete item;
 
-    const bool hasPaths = std::any_of(groups.begin(), groups.end(), [&](const PropertyGroup& group) {
-        return group.getFirst()->getPath() != groups.front().getFirst()->getPath();
-    });
+    const bool hasPaths
+        = std::any_of(groups.begin(), groups.end(), [&](const PropertyGroup& group) {
+              return group.getFirst()->getPath() != groups.front().getFirst()->getPath();
+          });
     QString path;
     for (const PropertyGroup& group : groups) {
         if (hasPaths && group.getFirst()->getPath() != path) {

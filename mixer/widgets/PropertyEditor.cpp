@@ -83,8 +83,7 @@ public:
         }
         const bool mixed = getGroup().isMixed();
         m_field->setPlaceholderText(mixed ? mixedText() : QString());
-        m_field->showValue(
-            number->getDoubleValue(), mixed ? QString() : number->getValueText());
+        m_field->showValue(number->getDoubleValue(), mixed ? QString() : number->getValueText());
     }
 
 private:

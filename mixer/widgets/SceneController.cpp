@@ -87,8 +87,7 @@ bool SceneController::mayLeave()
     if (!m_session->isModified())
         return true;
     QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(),
-        tr("Save the changes to the scene \"%1\"?")
-            .arg(QFileInfo(m_session->getPath()).fileName()),
+        tr("Save the changes to the scene \"%1\"?").arg(QFileInfo(m_session->getPath()).fileName()),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::Save);
@@ -123,7 +122,8 @@ bool SceneController::apply(MixerDocument* document)
     document->getUser()->applyToScene();
     hold.accept(tr("Apply %1").arg(document->getTitle()));
     m_session->touch();
-    emit message(count == 1 ? tr("Applied to 1 surface.") : tr("Applied to %1 surfaces.").arg(count));
+    emit message(
+        count == 1 ? tr("Applied to 1 surface.") : tr("Applied to %1 surfaces.").arg(count));
     return true;
 }
 

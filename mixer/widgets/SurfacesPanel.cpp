@@ -84,10 +84,9 @@ SurfacesPanel::SurfacesPanel(const QList<QAction*>& actions, QWidget* parent)
         m_materials.clear();
         m_tree->clear();
     });
-    connect(dzScene, &DzScene::materialSelectionChanged, this,
-        &SurfacesPanel::takeSelectionFromScene);
     connect(
-        m_tree, &QTreeWidget::itemSelectionChanged, this, &SurfacesPanel::giveSelectionToScene);
+        dzScene, &DzScene::materialSelectionChanged, this, &SurfacesPanel::takeSelectionFromScene);
+    connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &SurfacesPanel::giveSelectionToScene);
     rebuild();
 }
 

@@ -92,8 +92,7 @@ void apply(Mode mode)
     const bool desktopIsDark = isDark(desktopPalette());
     if (!qobject_cast<MixerStyle*>(QApplication::style()))
         QApplication::setStyle(new MixerStyle);
-    const QPalette colors
-        = palette(mode == Mode::Dark || (mode == Mode::System && desktopIsDark));
+    const QPalette colors = palette(mode == Mode::Dark || (mode == Mode::System && desktopIsDark));
     QApplication::setPalette(colors);
     QToolTip::setPalette(colors);
 }

@@ -21,4 +21,4 @@ QPalette palette(bool dark);
 /// True when text is lighter than what it stands on.
 bool isDark(const QPalette& palette);
 
-}
+} // namespace Theme

@@ -26,15 +26,14 @@ QLabel* heading(const QString& text)
     return label;
 }
 
-QPushButton* linkButton(const QString& text, const QString& tip)
+QToolButton* linkButton(const QString& text, const QString& tip)
 {
-    auto* button = new QPushButton(text);
-    button->setFlat(true);
+    auto* button = new QToolButton;
+    button->setText(text);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
     button->setCursor(Qt::PointingHandCursor);
     button->setToolTip(tip);
-    QPalette palette = button->palette();
-    palette.setColor(QPalette::ButtonText, palette.color(QPalette::Link));
-    button->setPalette(palette);
     return button;
 }
 
@@ -90,8 +89,8 @@ WelcomePage::WelcomePage(const CommandSet& commands, QWidget* parent)
         for (int i = 0; i < examples.size(); ++i) {
             const QString path = examples.at(i);
             QPushButton* button = linkButton(exampleTitle(path), path);
-            connect(button, &QPushButton::clicked, this,
-                [this, path] { emit exampleChosen(path); });
+            connect(
+                button, &QPushButton::clicked, this, [this, path] { emit exampleChosen(path); });
             grid->addWidget(button, i / 3, i % 3, Qt::AlignLeft);
         }
         column->addLayout(grid);
@@ -116,8 +115,8 @@ void WelcomePage::setRecentFiles(const QStringList& paths)
         delete item;
     }
     for (const QString& path : paths.mid(0, mostRecent)) {
-        QPushButton* button = linkButton(QFileInfo(path).fileName(), path);
-        connect(button, &QPushButton::clicked, this, [this, path] { emit fileChosen(path); });
+        QToolButton* button = linkButton(QFileInfo(path).fileName(), path);
+        connect(button, &QToolButton::clicked, this, [this, path] { emit fileChosen(path); });
         m_recent->addWidget(button, 0, Qt::AlignLeft);
     }
     m_recentBox->setVisible(!paths.isEmpty());

@@ -236,8 +236,8 @@ TEST(PluginMgr, theInstalledFolderTakesThePlaceOfTheProgramsOwn)
     const QTemporaryDir folder(own.filePath("../lib/test-modules-XXXXXX"));
     ASSERT_TRUE(folder.isValid());
     const QString name = QFileInfo(folder.path()).fileName();
-    EXPECT_EQ(DzPluginMgr::getPluginFolders(pathVariable, name),
-        QStringList(canonical(folder.path())));
+    EXPECT_EQ(
+        DzPluginMgr::getPluginFolders(pathVariable, name), QStringList(canonical(folder.path())));
 }
 
 TEST(PluginMgr, modulesAreTriedInOrderOfTheirNamesAndRefusalsAreWarnings)

@@ -33,7 +33,8 @@ QString crashedCopy(const QString& folder, const QTemporaryDir& target)
         QDir().mkpath(copy + QLatin1Char('/') + session);
         const QDir from(folder + QLatin1Char('/') + session);
         for (const QString& name : from.entryList(QDir::Files))
-            QFile::copy(from.filePath(name), copy + QLatin1Char('/') + session + QLatin1Char('/') + name);
+            QFile::copy(
+                from.filePath(name), copy + QLatin1Char('/') + session + QLatin1Char('/') + name);
     }
     return copy;
 }

@@ -64,8 +64,8 @@ QString scenePath()
 
 QTreeWidgetItem* itemNamed(QTreeWidget* tree, const char* name)
 {
-    const QList<QTreeWidgetItem*> items = tree->findItems(
-        QString::fromLatin1(name), Qt::MatchExactly | Qt::MatchRecursive);
+    const QList<QTreeWidgetItem*> items
+        = tree->findItems(QString::fromLatin1(name), Qt::MatchExactly | Qt::MatchRecursive);
     EXPECT_EQ(items.size(), 1) << name;
     return items.value(0);
 }
@@ -178,8 +178,7 @@ TEST_F(WindowTest, aNewcomerBuildsGlossyWithCheckeredRoughnessAndAClearVolume)
 TEST_F(WindowTest, paletteFollowsTheCategoriesAndFiltersWhileTyping)
 {
     BrickyardPanel* palette = m_window->getBrickyard();
-    const QTreeWidgetItem* matte
-        = palette->findItem(QStringLiteral("VireoMatMatteBrick"));
+    const QTreeWidgetItem* matte = palette->findItem(QStringLiteral("VireoMatMatteBrick"));
     ASSERT_NE(matte, nullptr);
     EXPECT_EQ(matte->text(0), QStringLiteral("Matte"));
     EXPECT_EQ(matte->parent()->text(0), QStringLiteral("Material"));
@@ -278,8 +277,10 @@ TEST_F(WindowTest, newBricksLieOnNoOthers)
     const QVector<DzShaderBrick*> bricks = bricksOf(document()->getUser());
     for (int i = 0; i < bricks.size(); ++i)
         for (int k = 0; k < i; ++k) {
-            const QRectF a(BrickAppearance::position(bricks.at(i)), BrickAppearance::size(bricks.at(i)));
-            const QRectF b(BrickAppearance::position(bricks.at(k)), BrickAppearance::size(bricks.at(k)));
+            const QRectF a(
+                BrickAppearance::position(bricks.at(i)), BrickAppearance::size(bricks.at(i)));
+            const QRectF b(
+                BrickAppearance::position(bricks.at(k)), BrickAppearance::size(bricks.at(k)));
             EXPECT_FALSE(a.intersects(b)) << i << " and " << k;
         }
 }
@@ -324,10 +325,9 @@ TEST_F(WindowTest, clickingALineShowsItsBrick)
     const QPoint place = shown->cursorRect(found).center();
     QTest::mouseClick(shown->viewport(), Qt::LeftButton, Qt::NoModifier, place);
     settle();
-    EXPECT_EQ(document()->getSelection()->getBricks(),
-        QVector<DzShaderBrick*> { brick("Matte") });
-    EXPECT_TRUE(m_window->getView()->getVisibleBox().contains(
-        BrickAppearance::position(brick("Matte"))));
+    EXPECT_EQ(document()->getSelection()->getBricks(), QVector<DzShaderBrick*> { brick("Matte") });
+    EXPECT_TRUE(
+        m_window->getView()->getVisibleBox().contains(BrickAppearance::position(brick("Matte"))));
 }
 
 TEST_F(WindowTest, theTextIsCopiedWhole)
@@ -387,8 +387,8 @@ TEST_F(WindowTest, aProblemLeadsToItsBrickWhichHasABadge)
     settle();
     auto* list = m_window->getProblems()->findChild<QTreeWidget*>();
     ASSERT_TRUE(list->isVisible());
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
-        itemPlace(list, list->topLevelItem(0)));
+    QTest::mouseClick(
+        list->viewport(), Qt::LeftButton, Qt::NoModifier, itemPlace(list, list->topLevelItem(0)));
     EXPECT_EQ(document()->getSelection()->getCurrent(), idle);
     const QImage with = m_window->getView()->grab().toImage();
     m_window->getView()->clearBadges();
@@ -408,8 +408,8 @@ TEST_F(WindowTest, selectionOfSurfacesAndMaterialsIsOne)
     settle();
     QTreeWidget* tree = m_window->getSurfaces()->getTree();
     EXPECT_FALSE(command("apply")->isEnabled());
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
-        itemPlace(tree, itemNamed(tree, "Rim")));
+    QTest::mouseClick(
+        tree->viewport(), Qt::LeftButton, Qt::NoModifier, itemPlace(tree, itemNamed(tree, "Rim")));
     EXPECT_TRUE(materialNamed("Rim")->isSelected());
     EXPECT_TRUE(command("apply")->isEnabled());
     materialNamed("Body")->select(true);
@@ -429,9 +429,7 @@ TEST_F(WindowTest, applyingCanBeRefusedAndTakenBack)
     EXPECT_TRUE(textOn(materialNamed("Body")).isEmpty());
     EXPECT_FALSE(dzUndoStack->canUndo());
     EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
-    withDialog<ApplyDialog>([](ApplyDialog* dialog) {
-        QTest::keyClick(dialog, Qt::Key_Return);
-    });
+    withDialog<ApplyDialog>([](ApplyDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
     run("apply");
     EXPECT_FALSE(textOn(materialNamed("Body")).isEmpty());
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
@@ -651,9 +649,9 @@ TEST_F(WindowTest, shortcutsAreListedAndFound)
     auto* page = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     ASSERT_NE(page, nullptr);
     auto* list = page->findChild<QTreeWidget*>();
-    QTreeWidgetItem* undo = list->findItems(QStringLiteral("Undo"),
-                                    Qt::MatchStartsWith | Qt::MatchRecursive)
-                                .value(0);
+    QTreeWidgetItem* undo
+        = list->findItems(QStringLiteral("Undo"), Qt::MatchStartsWith | Qt::MatchRecursive)
+              .value(0);
     ASSERT_NE(undo, nullptr);
     EXPECT_TRUE(undo->text(1).contains(QLatin1String("Ctrl+Z"))) << undo->text(1).toStdString();
     QTest::keyClicks(page->findChild<QLineEdit*>(), QStringLiteral("ctrl+w"));
@@ -697,7 +695,9 @@ TEST_F(WindowTest, theLayoutIsRememberedAndReset)
 
 TEST_F(WindowTest, everythingTheKeyboardReachesHasAName)
 {
-    select({ brick("Matte"), });
+    select({
+        brick("Matte"),
+    });
     for (QWidget* widget : focusable(m_window.get())) {
         const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
         ASSERT_NE(accessible, nullptr) << widget->metaObject()->className();

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "Autosaver.h"
-#include "AutosaveStore.h"
-#include "BrickSelection.h"
 #include "MixerDocument.h"
+#include "AutosaveStore.h"
+#include "Autosaver.h"
+#include "BrickSelection.h"
 #include "NetworkEdit.h"
 #include "NetworkWalk.h"
 #include "PropertyGroup.h"
@@ -97,31 +97,30 @@ TEST(MixerDocument, everyEditSetsTheMarkAndUndoTakesItBack)
         dzUndoStack->undo();
         rest();
     };
-    leavesMark("value", [&] {
-        static_cast<DzNumericProperty*>(property(glossy, "index"))->setDoubleValue(1.7);
-    });
+    leavesMark("value",
+        [&] { static_cast<DzNumericProperty*>(property(glossy, "index"))->setDoubleValue(1.7); });
     leavesMark("lock", [&] { property(glossy, "Kd")->lock(true); });
     leavesMark("map", [&] {
         static_cast<DzNumericProperty*>(property(glossy, "Kd"))->setMap(QStringLiteral("a.png"));
     });
     leavesMark("title", [&] { document->getEdit()->setTitle(glossy, QStringLiteral("Paint")); });
-    leavesMark("add", [&] {
-        document->getEdit()->addBrick(QStringLiteral("VireoMatGlassBrick"), QPointF());
-    });
+    leavesMark("add",
+        [&] { document->getEdit()->addBrick(QStringLiteral("VireoMatGlassBrick"), QPointF()); });
     leavesMark("delete", [&] { document->getEdit()->deleteBricks({ glossy }); });
     leavesMark("unlink", [&] { document->getEdit()->disconnectAll(param(glossy, "result")); });
     leavesMark("move", [&] { document->getEdit()->moveBricks({ { glossy, QPointF(7, 7) } }); });
-    leavesMark("frame", [&] {
-        document->getEdit()->frameBricks({ glossy }, QStringLiteral("Frame"));
-    });
+    leavesMark(
+        "frame", [&] { document->getEdit()->frameBricks({ glossy }, QStringLiteral("Frame")); });
 }
 
 TEST(MixerDocument, editsOfAnotherDocumentLeaveNoMark)
 {
     const std::unique_ptr<MixerDocument> first = example("plain-matte.sskn");
     const std::unique_ptr<MixerDocument> second = example("velvet.sskn");
-    brickNamed(*first, "Matte")->findParameterByName(QStringLiteral("Kd"))->getProperty(0)->lock(
-        true);
+    brickNamed(*first, "Matte")
+        ->findParameterByName(QStringLiteral("Kd"))
+        ->getProperty(0)
+        ->lock(true);
     rest();
     EXPECT_TRUE(first->isModified());
     EXPECT_FALSE(second->isModified());
@@ -156,8 +155,8 @@ TEST(MixerDocument, aTemplateGetsAFreshIdentifierAndNoPath)
     ASSERT_EQ(first->getUser()->getNumBricks(), 2);
     DzShaderBrick* root = rootOf(first->getUser());
     ASSERT_NE(root, nullptr);
-    EXPECT_EQ(param(root, "material")->getConnection(0)->getTopBrickOwner(),
-        brickNamed(*first, "Matte"));
+    EXPECT_EQ(
+        param(root, "material")->getConnection(0)->getTopBrickOwner(), brickNamed(*first, "Matte"));
     const BrickPtr fresh = makeBrick("VireoMatMatteBrick");
     forEachProperty(brickNamed(*first, "Matte"), [&](DzProperty* value) {
         EXPECT_EQ(value->getValueText(),

@@ -81,8 +81,7 @@ protected:
             QApplication::sendEvent(number, &move);
         }
         if (release)
-            QTest::mouseRelease(
-                number, Qt::LeftButton, modifiers, start + QPoint(way.last(), 0));
+            QTest::mouseRelease(number, Qt::LeftButton, modifiers, start + QPoint(way.last(), 0));
         settle();
     }
 };
@@ -150,8 +149,8 @@ TEST_F(PropertiesPanelTest, arrowKeysStepAndEscapeForgetsWhatWasTyped)
     QTest::keyClick(number, Qt::Key_Up);
     QTest::keyClick(number, Qt::Key_Up);
     const double step = double(propertyAs<DzFloatProperty>(matte, "sigma")->getSensitivity());
-    EXPECT_NEAR(
-        static_cast<DzNumericProperty*>(property(matte, "sigma"))->getDoubleValue(), 2 * step, 1e-6);
+    EXPECT_NEAR(static_cast<DzNumericProperty*>(property(matte, "sigma"))->getDoubleValue(),
+        2 * step, 1e-6);
     QTest::keyClick(number, Qt::Key_Down);
     QTest::keyClick(number, Qt::Key_Down);
     QTest::keyClicks(number, QStringLiteral("99"));
@@ -165,8 +164,8 @@ TEST_F(PropertiesPanelTest, aColourIsChosenInADialogAsOneStep)
     DzShaderBrick* matte = add("VireoMatMatteBrick");
     const QString before = valueOf(matte, "Kd");
     const auto withColours = [&](bool accept) {
-        QTest::mouseClick(row("Diffuse")->findChild<QToolButton*>(QStringLiteral("swatch")),
-            Qt::LeftButton);
+        QTest::mouseClick(
+            row("Diffuse")->findChild<QToolButton*>(QStringLiteral("swatch")), Qt::LeftButton);
         auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
         ASSERT_NE(dialog, nullptr);
         dialog->setCurrentColor(QColor(1, 2, 3));
@@ -217,8 +216,8 @@ TEST_F(PropertiesPanelTest, filesAreTypedAndDropped)
 {
     DzShaderBrick* matte = add("VireoMatMatteBrick");
     auto* base = static_cast<VireoBrickBase*>(matte);
-    base->addCustomInput(1015, QStringLiteral("note"), QStringLiteral("note"),
-        DzBrickParam::SettingsDirection);
+    base->addCustomInput(
+        1015, QStringLiteral("note"), QStringLiteral("note"), DzBrickParam::SettingsDirection);
     settle();
     if (matte->findParameterByName(QStringLiteral("note"))) {
         type("note", QStringLiteral("some words"));
@@ -320,8 +319,7 @@ TEST_F(PropertiesPanelTest, whatFeedsAValueIsShownAndOneClickAway)
 {
     DzShaderBrick* matte = add("VireoMatMatteBrick");
     DzShaderBrick* checks = add("VireoTexFltCheckerboardBrick");
-    ASSERT_TRUE(
-        document()->getEdit()->connect(param(checks, "result"), param(matte, "sigma")));
+    ASSERT_TRUE(document()->getEdit()->connect(param(checks, "result"), param(matte, "sigma")));
     select({ matte });
     QToolButton* source = nullptr;
     for (QToolButton* button : row("Sigma")->findChildren<QToolButton*>())

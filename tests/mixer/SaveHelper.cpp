@@ -13,8 +13,8 @@
 #include "dzapp.h"
 #include "dzpluginmgr.h"
 
-#include <QGuiApplication>
 #include <QDir>
+#include <QGuiApplication>
 #include <QTimer>
 #include <cstdio>
 
