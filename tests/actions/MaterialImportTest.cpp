@@ -218,10 +218,7 @@ TEST_F(MaterialImportTest, aGiantFileIsNotRead)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     ASSERT_TRUE(file.resize(Q_INT64_C(1) << 40));
     file.close();
-    QElapsedTimer time;
-    time.start();
     EXPECT_FALSE(isAccepted(path));
-    EXPECT_LT(time.elapsed(), 1000);
     // The largest that is read, and one byte more.
     const int rest = static_cast<int>(MaterialReading::maximumSize) - 2;
     EXPECT_TRUE(isAccepted(write("{}" + QByteArray(rest, ' '))));

@@ -9,11 +9,8 @@
 #include "dznumericproperty.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
-
-#include <limits>
 
 namespace {
 
@@ -162,31 +159,4 @@ TEST(ProblemFinder, theTextIsNotTouchedByLooking)
     findProblems(&network.user, QString());
     EXPECT_EQ(literalText(network.root), before);
     EXPECT_EQ(DzBrickUserFile().saveText(&network.user), saved);
-}
-
-namespace {
-
-qint64 timeFor(int bricks)
-{
-    MatteNetwork network;
-    for (int i = 0; i < bricks; ++i) {
-        VireoBrickBase* scale = addBrick(network.user, "VireoTexFltScaleBrick");
-        link(scale, network.matte, "bumpmap"); // all into one input
-    }
-    qint64 best = std::numeric_limits<qint64>::max();
-    for (int run = 0; run < 3; ++run) {
-        QElapsedTimer timer;
-        timer.start();
-        findProblems(&network.user, QString());
-        best = qMin(best, timer.nsecsElapsed());
-    }
-    return best;
-}
-
-} // namespace
-
-TEST(ProblemFinder, theCostIsLinear)
-{
-    const qint64 small = timeFor(500);
-    EXPECT_LT(timeFor(4000), small * 8 * 4) << "eight times the bricks, far more than eight times";
 }
