@@ -62,7 +62,8 @@ ApplyDialog::ApplyDialog(
     m_tree->setUniformRowHeights(true);
     m_tree->setAccessibleName(tr("Changes"));
     for (const SurfaceChanges& surface : surfaces) {
-        auto* item = new QTreeWidgetItem(m_tree, { tr("%1: %2").arg(surface.surface, countText(surface.changes)) });
+        auto* item = new QTreeWidgetItem(
+            m_tree, { tr("%1: %2").arg(surface.surface, countText(surface.changes)) });
         item->setFirstColumnSpanned(true);
         QFont font = item->font(0);
         font.setBold(true);

@@ -88,9 +88,9 @@ WelcomePage::WelcomePage(const CommandSet& commands, QWidget* parent)
         grid->setVerticalSpacing(0);
         for (int i = 0; i < examples.size(); ++i) {
             const QString path = examples.at(i);
-            QPushButton* button = linkButton(exampleTitle(path), path);
+            QToolButton* button = linkButton(exampleTitle(path), path);
             connect(
-                button, &QPushButton::clicked, this, [this, path] { emit exampleChosen(path); });
+                button, &QToolButton::clicked, this, [this, path] { emit exampleChosen(path); });
             grid->addWidget(button, i / 3, i % 3, Qt::AlignLeft);
         }
         column->addLayout(grid);
