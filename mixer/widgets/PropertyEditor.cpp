@@ -24,6 +24,9 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+#include <cmath>
+#include <limits>
+
 namespace {
 
 /// What stands where the values of several bricks differ.
@@ -61,10 +64,7 @@ public:
         connect(m_field, &NumberField::dragged, this,
             [this](double value) { getGroup().setNumber(value); });
         connect(m_field, &NumberField::dragFinished, this, &NumberEditor::endSession);
-        connect(m_field, &NumberField::entered, this, [this](double value) {
-            getGroup().setNumber(value);
-            refresh(); // the next key may come before the panel is up to date
-        });
+        connect(m_field, &NumberField::entered, this, &NumberEditor::enterNumber);
         connect(m_field, &NumberField::refused, this, &NumberEditor::message);
     }
 
@@ -87,6 +87,17 @@ public:
     }
 
 private:
+    void enterNumber(double value)
+    {
+        if (getGroup().firstAs<DzFloatProperty>()
+            && std::abs(value) > double(std::numeric_limits<float>::max())) {
+            emit message(tr("%1 is too large for this value.").arg(value));
+            return;
+        }
+        getGroup().setNumber(value);
+        refresh(); // the next key may come before the panel is up to date
+    }
+
     NumberField* m_field;
 };
 

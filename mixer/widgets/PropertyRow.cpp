@@ -27,7 +27,7 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
 {
     auto* lines = new QVBoxLayout;
     lines->setSpacing(2);
-    lines->addWidget(m_source);
+    lines->addWidget(m_source, 0, Qt::AlignLeft);
     lines->addWidget(m_editor);
     lines->addWidget(m_map);
     auto* layout = new QHBoxLayout(this);

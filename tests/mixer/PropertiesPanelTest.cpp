@@ -138,6 +138,9 @@ TEST_F(PropertiesPanelTest, numbersAreTypedAsArithmetic)
     EXPECT_EQ(valueOf(matte, "sigma"), QStringLiteral("1.6"));
     EXPECT_TRUE(m_window->getMessage().contains(QLatin1String("finite")));
     EXPECT_EQ(field<NumberField>("Sigma")->text(), QStringLiteral("1.6"));
+    type("Sigma", QStringLiteral("1e39"));
+    EXPECT_EQ(valueOf(matte, "sigma"), QStringLiteral("1.6"));
+    EXPECT_TRUE(m_window->getMessage().contains(QLatin1String("too large")));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
 }
 
