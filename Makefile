@@ -38,7 +38,7 @@ endef
 .PHONY: help deps run install package test bench golden format lint clean
 
 help:
-	@echo 'make run      build, then export EXAMPLE ($(EXAMPLE)) to the screen'
+	@echo 'make run      build, print EXAMPLE ($(EXAMPLE)) as text and open it in the mixer'
 	@echo 'make install  build, then install into PREFIX ($(PREFIX)), below DESTDIR if that is set'
 	@echo 'make package  build the Debian package build/release/vireo_*.deb'
 	@echo 'make test     release and sanitizer builds, all tests in both, then lint'
@@ -51,12 +51,11 @@ help:
 deps:
 	@tools/install-deps.sh
 
-# The mixer opens as well where there is one and a display to show it on.
+# The mixer opens where there is a display to show it on.
 run: deps
-	$(call build,release,--target vireo siskin $(if $(wildcard mixer/main.cpp),vireo-mixer))
+	$(call build,release,--target vireo siskin vireo-mixer)
 	@build/release/bin/vireo export $(EXAMPLE)
-	@if [ -x build/release/bin/vireo-mixer ] \
-	    && [ -n "$${DISPLAY:-}$${WAYLAND_DISPLAY:-}" ]; then \
+	@if [ -n "$${DISPLAY:-}$${WAYLAND_DISPLAY:-}" ]; then \
 	    build/release/bin/vireo-mixer $(EXAMPLE); \
 	fi
 

@@ -14,7 +14,7 @@
 namespace {
 
 const char* const network = "examples/glossy-checkerboard.sskn";
-const char* const scene = "examples/table-and-lamp.obj";
+const char* const scene = "examples/scenes/table-and-lamp.obj";
 
 QStringList words(std::initializer_list<const char*> list)
 {
