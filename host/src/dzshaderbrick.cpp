@@ -389,7 +389,8 @@ void DzShaderBrick::readBrickProperties(const DzSettings& settings)
         const DzSettings* members = settings.getSettingsValue(name);
         if (DzProperty* property = findProperty(name))
             if (members)
-                DzKeptMembers::readProperty(property, *members, name);
+                DzKeptMembers::readProperty(
+                    property, *members, FilePlace { QString(), name, QString() });
     }
     const auto understood = [&](const QString& name) { return findProperty(name) != nullptr; };
     std::unique_ptr<DzSettings> kept

@@ -111,24 +111,25 @@ void DzKeptMembers::end(DzSettings* out)
 }
 
 void DzKeptMembers::readProperty(
-    DzProperty* property, const DzSettings& members, const QString& place)
+    DzProperty* property, const DzSettings& members, const FilePlace& place)
 {
+    static const QString value = QString::fromLatin1(valueKey);
+    static const QString fullForm = QString::fromLatin1(fullFormKey);
     const int count = members.getNumValues();
     QSet<QString> unusable;
     for (int i = 0; i < count; ++i) {
         const QString key = members.getKey(i);
-        if (key != QLatin1String(valueKey) && !property->readAttribute(members, key))
+        if (key != value && !property->readAttribute(members, key))
             unusable.insert(key);
     }
     // Last, so that limits from the same file hold for it.
-    const QString value = QString::fromLatin1(valueKey);
     if (members.hasKey(value) && !property->readAttribute(members, value)) {
         unusable.insert(value);
         dzApp->warning(DzProperty::tr("%1: \"Value\" is not a value of this property; "
                                       "its default is used and the file's value is kept")
-                           .arg(place));
+                           .arg(place.text()));
     }
-    const bool isFullForm = members.hasKey(QString::fromLatin1(fullFormKey));
+    const bool isFullForm = members.hasKey(fullForm);
     if (unusable.isEmpty() && !isFullForm) {
         property->m_keptMembers.reset();
         return;
@@ -169,7 +170,7 @@ void DzKeptMembers::writeProperty(
 }
 
 void DzKeptMembers::readParameter(
-    DzBrickParam* param, const DzSettings& members, const QString& place)
+    DzBrickParam* param, const DzSettings& members, const FilePlace& place)
 {
     const QString labelKey = QStringLiteral("Label");
     const int labelIndex = members.getSettingIndex(labelKey);
@@ -184,8 +185,10 @@ void DzKeptMembers::readParameter(
         if (!property)
             continue;
         ++understood;
-        readProperty(param->getProperty(i), *property,
-            param->getNumProperties() == 1 ? place : place + QLatin1Char('/') + key);
+        FilePlace propertyPlace = place;
+        if (param->getNumProperties() > 1)
+            propertyPlace.property = key;
+        readProperty(param->getProperty(i), *property, propertyPlace);
     }
     // Nearly all parameters of a file are nothing but their properties.
     if (understood == members.getNumValues()) {
@@ -197,7 +200,7 @@ void DzKeptMembers::readParameter(
         properties.insert(propertyKey(i));
     const auto isProperty = [&](const QString& key) { return properties.contains(key); };
     // A label of the file keeps its place also when it is the usual one.
-    param->m_keptMembers = rememberTrees(members, isProperty, isProperty, place);
+    param->m_keptMembers = rememberTrees(members, isProperty, isProperty, place.text());
     if (param->m_keptMembers && hasLabel)
         setPlace(param->m_keptMembers.get(), labelKey);
 }

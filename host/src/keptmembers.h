@@ -12,6 +12,19 @@ class DzProperty;
 
 /// Keeps what a file holds and nobody understands, so that it is written back in its place.
 ///
+/// Where in a file something stands. The text is made only when a message needs it.
+struct FilePlace {
+    QString brick;    ///< empty for what stands in no brick's parameters
+    QString name;     ///< of the parameter or property
+    QString property; ///< empty for the parameter, or for its only property
+
+    QString text() const
+    {
+        const QString place = brick.isEmpty() ? name : brick + QLatin1Char('/') + name;
+        return property.isEmpty() ? place : place + QLatin1Char('/') + property;
+    }
+};
+
 /// A kept tree is a copy of the tree that was read, in which a member that is understood is only
 /// a place in the order, and any other member stands in full. Writing starts from a copy of the
 /// kept tree, sets the members that there are now, and ends by dropping the places that stayed
@@ -37,7 +50,8 @@ public:
     static bool isPlace(const DzSettings& out, const QString& key);
 
     /// Reads a property from its members in a file; `place` names it in warnings.
-    static void readProperty(DzProperty* property, const DzSettings& members, const QString& place);
+    static void readProperty(
+        DzProperty* property, const DzSettings& members, const FilePlace& place);
     /// Writes a property: its value always, other members where they differ from those of `fresh`
     /// (which may be null) or where the file that it was read from has them.
     static void writeProperty(DzSettings* out, const DzProperty* property, const DzProperty* fresh);
@@ -50,7 +64,8 @@ public:
     static void setKept(DzBrickParam* param, const DzSettings* kept);
 
     /// Reads label and properties of a parameter.
-    static void readParameter(DzBrickParam* param, const DzSettings& members, const QString& place);
+    static void readParameter(
+        DzBrickParam* param, const DzSettings& members, const FilePlace& place);
     /// Writes a parameter; `fresh` is the same one of a fresh brick, null when there is none.
     static void writeParameter(
         DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh);

@@ -179,11 +179,11 @@ void DzNetworkReader::readParameters(
         const DzSettings* members = tree.getSettingsValue(key);
         const bool isSamePlace = i < keys.size() && keys.key(i) == key;
         DzBrickParam* param = isSamePlace ? keys.param(i) : keys.find(key);
-        const QString place = name + QLatin1Char('/') + key;
+        const FilePlace place { name, key, QString() };
         if (param && members)
             DzKeptMembers::readParameter(param, *members, place);
         else
-            warn(place, text("this brick has no such parameter; its data is kept"));
+            warn(place.text(), text("this brick has no such parameter; its data is kept"));
     }
     keep(brick->m_kept, &DzShaderBrick::KeptTrees::parameters,
         DzKeptMembers::remember(tree,
