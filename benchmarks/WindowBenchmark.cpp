@@ -13,6 +13,7 @@
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
 #include "dznumericproperty.h"
+#include "dzshaderbrick.h"
 #include "dzundostack.h"
 
 #include <QApplication>
