@@ -7,15 +7,12 @@
 #include "NetworkPersistence.h"
 #include "dzapp.h"
 #include "dznode.h"
-#include "dzobject.h"
 #include "dzproperty.h"
 #include "dzscene.h"
-#include "dzshape.h"
 #include "idzbrickuser.h"
 
 #include <QElapsedTimer>
 #include <QRegExp>
-#include <QSet>
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -115,19 +112,9 @@ OpenScene::OpenScene(const std::string& path)
         fail(m_file.getError());
     for (const QString& warning : m_file.getWarnings())
         notice(QStringLiteral("warning: %1: %2").arg(m_path, warning));
-    QSet<const DzMaterial*> seen;
-    const DzScene* scene = dzApp->getScene();
-    for (int i = 0; i < scene->getNumNodes(); ++i) {
-        DzNode* node = scene->getNode(i);
-        const DzShape* shape = node->getObject() ? node->getObject()->getCurrentShape() : nullptr;
-        for (int k = 0; shape && k < shape->getNumMaterials(); ++k) {
-            DzMaterial* material = shape->getMaterial(k);
-            if (seen.contains(material))
-                continue;
-            seen.insert(material);
-            m_surfaces.append({ node, material });
-        }
-    }
+    const QVector<DzSurface> surfaces = dzApp->getScene()->getSurfaces();
+    for (const DzSurface& surface : surfaces)
+        m_surfaces.append({ surface.node, surface.material });
 }
 
 QVector<Surface> OpenScene::matching(const std::vector<std::string>& patterns) const

@@ -150,6 +150,13 @@ VireoMaterialBrick* createMaterialBrick(const QString& type)
     return nullptr;
 }
 
+/// The property that names a surface's type; null when there is none.
+const DzEnumProperty* typeProperty(const DzMaterial* material)
+{
+    return qobject_cast<DzEnumProperty*>(
+        material->findProperty(QLatin1String("LuxRender_material_type")));
+}
+
 /// The type of a surface that neither names its type nor keeps a network. The second word has no
 /// brick, for the bricks' own word is spelt without the underscore.
 QString guessedType(const DzMaterial* material)
@@ -222,8 +229,7 @@ void readProperties(VireoBrickUser* user, VireoMaterialBrick* brick, const DzMat
 /// Builds root and material brick from a surface's type and properties.
 void convertProperties(VireoBrickUser* user, const DzMaterial* material)
 {
-    const DzEnumProperty* named = qobject_cast<DzEnumProperty*>(
-        material->findProperty(QLatin1String("LuxRender_material_type")));
+    const DzEnumProperty* named = typeProperty(material);
     const QString type = named ? named->getStringValue() : guessedType(material);
     VireoRootBrick* root = new VireoRootBrick;
     root->getBrickSettings()->setBoolValue(QLatin1String("AutoArrange"), true);
@@ -236,12 +242,6 @@ void convertProperties(VireoBrickUser* user, const DzMaterial* material)
     user->addBrick(brick);
     root->findParameterByArg(QLatin1String("material"))
         ->addConnection(brick->findParameterByArg(QLatin1String("result")));
-}
-
-bool namesItsType(const DzMaterial* material)
-{
-    return qobject_cast<DzEnumProperty*>(
-        material->findProperty(QLatin1String("LuxRender_material_type")));
 }
 
 /// In a window; programs without windows have the host's messages.
@@ -292,7 +292,7 @@ QList<VireoBrickUser*> convertSelectedMaterials()
         if (!material || !material->isSelected() || material->getNumShapes() == 0)
             continue;
         VireoBrickUser* user = new VireoBrickUser;
-        if (namesItsType(material) || !rebuildStoredNetwork(material, user))
+        if (typeProperty(material) || !rebuildStoredNetwork(material, user))
             convertProperties(user, material);
         users.append(user);
     }

@@ -7,9 +7,17 @@
 #include "dzitemlist.h"
 
 #include <QHash>
+#include <QVector>
 #include <vector>
 
+class DzMaterial;
 class DzNode;
+
+/// A surface of a scene: a material at its first place.
+struct DzSurface {
+    DzNode* node;
+    DzMaterial* material;
+};
 
 /// All nodes, in one list, and what of them is selected.
 ///
@@ -39,6 +47,9 @@ public:
     /// Selects a node, null for none, and makes it the primary one.
     Q_INVOKABLE void setPrimarySelection(DzNode* node);
     Q_INVOKABLE void selectAllNodes(bool onOff);
+
+    /// The materials of the nodes' current shapes, each once, in the order of nodes and surfaces.
+    QVector<DzSurface> getSurfaces() const;
 
     /// Deletes all nodes.
     Q_INVOKABLE void clear();

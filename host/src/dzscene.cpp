@@ -4,6 +4,10 @@
 #include "dzscene.h"
 
 #include "dznode.h"
+#include "dzobject.h"
+#include "dzshape.h"
+
+#include <QSet>
 
 namespace {
 
@@ -157,6 +161,25 @@ void DzScene::selectAllNodes(bool onOff)
 {
     for (int i = 0; i < m_nodes.size(); ++i)
         m_nodes.at(i)->select(onOff);
+}
+
+QVector<DzSurface> DzScene::getSurfaces() const
+{
+    QVector<DzSurface> surfaces;
+    QSet<const DzMaterial*> seen;
+    for (int i = 0; i < getNumNodes(); ++i) {
+        DzNode* node = getNode(i);
+        const DzObject* object = node->getObject();
+        const DzShape* shape = object ? object->getCurrentShape() : nullptr;
+        for (int k = 0; shape && k < shape->getNumMaterials(); ++k) {
+            DzMaterial* material = shape->getMaterial(k);
+            if (seen.contains(material))
+                continue;
+            seen.insert(material);
+            surfaces.append({ node, material });
+        }
+    }
+    return surfaces;
 }
 
 void DzScene::clear()

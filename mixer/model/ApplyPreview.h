@@ -11,7 +11,7 @@ class DzMaterial;
 class IDzBrickUser;
 
 /// What applying a network would change on one surface.
-struct SurfaceChanges {
+struct SurfacePreview {
     QString surface;
     QVector<DzElementChange> changes;
 };
@@ -20,4 +20,4 @@ struct SurfaceChanges {
 QVector<DzMaterial*> selectedSurfaces();
 
 /// What applying would change on each selected surface. The scene is as it was afterwards.
-QVector<SurfaceChanges> previewApply(IDzBrickUser* user);
+QVector<SurfacePreview> previewApply(IDzBrickUser* user);

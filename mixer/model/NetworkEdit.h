@@ -159,7 +159,6 @@ private:
     friend class BrickSettingsItem;
 
     DzShaderBrick* makeBrick(const QString& className, QString* error) const;
-    DzShaderBrick* addMadeBrick(DzShaderBrick* brick);
     bool makeLink(DzBrickParam* output, DzBrickParam* input, LinkMode mode);
     void reconnectAround(DzShaderBrick* brick);
     bool insertInto(DzShaderBrick* brick, const BrickLink& link);

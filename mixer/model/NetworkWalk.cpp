@@ -39,10 +39,3 @@ void forEachProperty(const DzShaderBrick* brick, const std::function<void(DzProp
                 visit(property);
     }
 }
-
-QVector<DzProperty*> propertiesOf(const DzShaderBrick* brick)
-{
-    QVector<DzProperty*> properties;
-    forEachProperty(brick, [&](DzProperty* property) { properties.append(property); });
-    return properties;
-}

@@ -17,6 +17,3 @@ DzShaderBrick* rootOf(const IDzBrickUser* user);
 
 /// Calls `visit` for each property of a brick: its own, then those of its parameters in order.
 void forEachProperty(const DzShaderBrick* brick, const std::function<void(DzProperty*)>& visit);
-
-/// The properties of a brick in that order.
-QVector<DzProperty*> propertiesOf(const DzShaderBrick* brick);

@@ -47,12 +47,6 @@ void ProgramSettings::setWindow(const QByteArray& geometry, const QByteArray& la
     m_settings->setValue(layoutKey, layout);
 }
 
-void ProgramSettings::forgetWindow()
-{
-    m_settings->remove(geometryKey);
-    m_settings->remove(layoutKey);
-}
-
 QString ProgramSettings::getTheme() const
 {
     return m_settings->value(themeKey).toString();

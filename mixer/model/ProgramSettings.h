@@ -23,7 +23,6 @@ public:
     QByteArray getGeometry() const;
     QByteArray getLayout() const;
     void setWindow(const QByteArray& geometry, const QByteArray& layout);
-    void forgetWindow();
 
     /// The word of the look, empty for none.
     QString getTheme() const;

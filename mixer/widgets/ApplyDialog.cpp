@@ -49,7 +49,7 @@ QString countText(const QVector<DzElementChange>& changes)
 } // namespace
 
 ApplyDialog::ApplyDialog(
-    const QString& network, const QVector<SurfaceChanges>& surfaces, QWidget* parent)
+    const QString& network, const QVector<SurfacePreview>& surfaces, QWidget* parent)
     : QDialog(parent)
     , m_tree(new QTreeWidget)
     , m_showAgain(new QCheckBox(tr("&Show this before applying")))
@@ -61,7 +61,7 @@ ApplyDialog::ApplyDialog(
     m_tree->setAlternatingRowColors(true);
     m_tree->setUniformRowHeights(true);
     m_tree->setAccessibleName(tr("Changes"));
-    for (const SurfaceChanges& surface : surfaces) {
+    for (const SurfacePreview& surface : surfaces) {
         auto* item = new QTreeWidgetItem(
             m_tree, { tr("%1: %2").arg(surface.surface, countText(surface.changes)) });
         item->setFirstColumnSpanned(true);

@@ -15,7 +15,7 @@ class ApplyDialog : public QDialog
     Q_OBJECT
 
 public:
-    ApplyDialog(const QString& network, const QVector<SurfaceChanges>& surfaces, QWidget* parent);
+    ApplyDialog(const QString& network, const QVector<SurfacePreview>& surfaces, QWidget* parent);
 
     /// False when the user does not want to see this again.
     bool isToBeShownAgain() const;

@@ -48,7 +48,6 @@ public:
     /// Offers what was left when the program ended without warning. Returns how many were opened.
     int offerRestore();
 
-    Autosaver* getAutosaver() const { return m_autosaver.get(); }
     static QString fileFilter();
 
 signals:

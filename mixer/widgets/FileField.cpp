@@ -104,11 +104,6 @@ void FileField::showFile(const QString& file, const QString& folder)
     loadPicture();
 }
 
-QString FileField::getFile() const
-{
-    return m_file;
-}
-
 void FileField::setShowsPicture(bool shows)
 {
     m_showsPicture = shows;

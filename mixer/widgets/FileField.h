@@ -20,7 +20,6 @@ public:
 
     /// Shows a file; relative names are looked for in `folder`.
     void showFile(const QString& file, const QString& folder);
-    QString getFile() const;
     /// For the dialog, such as "Images (*.png)"; empty for all files.
     void setFilter(const QString& filter) { m_filter = filter; }
     void setShowsPicture(bool shows);

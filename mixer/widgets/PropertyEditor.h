@@ -35,7 +35,6 @@ protected:
     // What happens between these is one undo step.
     void beginSession();
     void endSession(bool accepted);
-    bool isInSession() const { return m_session != nullptr; }
 
 private:
     PropertyGroup m_group;

@@ -135,7 +135,6 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     connect(m_placeholders, &QCheckBox::toggled, this, [this](bool on) {
         m_table->setVisible(on);
         updateNow();
-        emit literalChanged(!on);
     });
     connect(m_table, &QTableView::activated, this, [this](const QModelIndex& index) {
         if (DzShaderBrick* brick = m_model->getBrick(index.row()))

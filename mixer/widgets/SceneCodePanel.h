@@ -40,7 +40,6 @@ public slots:
 signals:
     void brickActivated(DzShaderBrick* brick);
     void message(const QString& text);
-    void literalChanged(bool literal);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
