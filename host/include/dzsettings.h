@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QObject>
 #include <QString>
+#include <QVarLengthArray>
 #include <QVector>
 #include <functional>
 #include <memory>
@@ -56,6 +57,8 @@ public:
     /// The JSON text of an opaque value; empty for other types.
     QByteArray getOpaqueValue(const QString& key) const;
     QByteArray getOpaqueValueAt(int index) const;
+    /// The nested settings at `index`; null when there is none or it is of another type.
+    DzSettings* getSettingsValueAt(int index) const;
 
     // Walking.
     Q_INVOKABLE int getNumValues() const { return entries().size(); }
@@ -79,6 +82,8 @@ public:
     Q_INVOKABLE bool copySetting(
         const QString& key, DzSettings* target, const QString& targetKey) const;
     void replaceWithSettings(const DzSettings& other);
+    /// Exchanges all values with those of `other`, which is neither in this one nor around it.
+    void swap(DzSettings& other);
 
     /// True when both hold the same keys with the same values in the same order.
     bool isEqual(const DzSettings& other) const;
@@ -106,13 +111,16 @@ private:
 
     static bool entriesEqual(const Entry& a, const Entry& b);
     SharedTreePtr sharedTree() const;
-    const QVector<Entry>& entries() const
+    /// By far the most trees of a network hold one value, which needs no memory of its own.
+    typedef QVarLengthArray<Entry, 1> Entries;
+
+    const Entries& entries() const
     {
         if (m_shared)
             takeOverShared();
         return m_entries;
     }
-    QVector<Entry>& entries()
+    Entries& entries()
     {
         if (m_shared)
             takeOverShared();
@@ -123,7 +131,7 @@ private:
     const Entry* find(const QString& key) const;
     void assign(const Entry& value);
 
-    mutable QVector<Entry> m_entries;
+    mutable Entries m_entries;
     /// Stands for the entries until they are asked for.
     mutable SharedTreePtr m_shared;
     /// Key to index, filled only once the list is long enough for a search to cost more.

@@ -22,6 +22,17 @@ bool sameNumber(double a, double b)
     return a == b && std::signbit(a) == std::signbit(b);
 }
 
+/// Most keys differ in length or in their first letter, and the text of equal ones is mostly
+/// shared: none of these needs a call.
+bool isSameKey(const QString& a, const QString& b)
+{
+    if (a.size() != b.size())
+        return false;
+    const QChar* first = a.constData();
+    const QChar* second = b.constData();
+    return first == second || (*first == *second && a == b);
+}
+
 bool isWholeInt(double number)
 {
     return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max()
@@ -32,7 +43,7 @@ bool isWholeInt(double number)
 
 /// Entries whose nested trees are shared too; nested trees stand in `children` in their order.
 struct DzSettings::SharedTree {
-    QVector<Entry> entries; ///< without pointers to nested settings
+    Entries entries; ///< without pointers to nested settings
     std::vector<SharedTreePtr> children;
 };
 
@@ -55,10 +66,15 @@ DzSettings& DzSettings::operator=(const DzSettings& other)
 {
     // The copy comes first: `other` may be held by this one.
     DzSettings copy(other);
-    m_entries.swap(copy.m_entries);
-    m_shared.swap(copy.m_shared);
-    m_index.swap(copy.m_index);
+    swap(copy);
     return *this;
+}
+
+void DzSettings::swap(DzSettings& other)
+{
+    std::swap(m_entries, other.m_entries);
+    m_shared.swap(other.m_shared);
+    m_index.swap(other.m_index);
 }
 
 DzSettings::~DzSettings()
@@ -96,12 +112,10 @@ void DzSettings::takeOverShared() const
 int DzSettings::getSettingIndex(const QString& key) const
 {
     if (entries().size() <= longestSearchedList) {
-        // Most differ in length already, which needs no call.
-        for (int i = 0; i < entries().size(); ++i) {
-            const QString& other = entries().at(i).key;
-            if (other.size() == key.size() && other == key)
+        const Entries& list = entries();
+        for (int i = 0; i < list.size(); ++i)
+            if (isSameKey(list.at(i).key, key))
                 return i;
-        }
         return -1;
     }
     if (m_index.isEmpty()) {
@@ -254,7 +268,9 @@ DzSettings::ValueType DzSettings::getValueType(int index) const
 
 QString DzSettings::getValue(int index) const
 {
-    const Entry entry = entries().value(index);
+    if (index < 0 || index >= entries().size())
+        return QString();
+    const Entry& entry = entries().at(index);
     switch (entry.type) {
     case StringValue:
     case OpaqueValue:
@@ -287,7 +303,7 @@ void DzSettings::removeValue(const QString& key)
 
 void DzSettings::removeValues(const std::function<bool(int index)>& isUnwanted)
 {
-    QVector<Entry> wanted;
+    Entries wanted;
     for (int i = 0; i < entries().size(); ++i) {
         if (!isUnwanted(i))
             wanted.append(entries().at(i));
@@ -302,12 +318,12 @@ void DzSettings::clear()
 {
     m_shared.reset();
     m_index.clear();
-    // Taken out first: what is deleted may ask this tree.
-    QVector<Entry> entries;
-    entries.swap(m_entries);
-    for (const Entry& entry : qAsConst(entries)) {
-        if (entry.type == SettingsValue)
-            delete entry.nested;
+    // Taken out one by one: what is deleted may ask this tree.
+    while (!m_entries.isEmpty()) {
+        const Entry& last = m_entries.last();
+        const DzSettings* nested = last.type == SettingsValue ? last.nested : nullptr;
+        m_entries.removeLast();
+        delete nested;
     }
 }
 
@@ -329,6 +345,11 @@ QByteArray DzSettings::getOpaqueValueAt(int index) const
 {
     const Entry& entry = entries().at(index);
     return entry.type == OpaqueValue ? entry.text.toUtf8() : QByteArray();
+}
+
+DzSettings* DzSettings::getSettingsValueAt(int index) const
+{
+    return getValueType(index) == SettingsValue ? entries().at(index).nested : nullptr;
 }
 
 bool DzSettings::copySetting(const QString& key, DzSettings* target) const

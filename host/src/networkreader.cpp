@@ -88,20 +88,22 @@ void DzNetworkReader::read(const DzSettings& setup)
 
 void DzNetworkReader::readBricks(const DzSettings& bricks)
 {
-    const auto isBrick = [&](const QString& key) {
-        const DzSettings* stored = bricks.getSettingsValue(key);
+    const auto isBrick = [](const DzSettings* stored) {
         return stored && !stored->getStringValue(NetworkKeys::className()).isEmpty();
     };
     QVector<QPair<QString, DzShaderBrick*>> unnumbered;
+    QVector<DzShaderBrick*> made;
     for (int i = 0; i < bricks.getNumValues(); ++i) {
         const QString name = bricks.getKey(i);
-        if (!isBrick(name)) {
+        const DzSettings* stored = bricks.getSettingsValueAt(i);
+        if (!isBrick(stored)) {
             warn(name, text("this is no brick; it is kept as it is"));
             keepNumber(name);
             continue;
         }
-        DzShaderBrick* brick = makeBrick(name, *bricks.getSettingsValue(name));
+        DzShaderBrick* brick = makeBrick(name, *stored);
         m_bricks.insert(name, brick);
+        made.append(brick);
         const uint id = NetworkKeys::brickID(name);
         if (id > 0 && id < highestID)
             m_user.attach(brick, id);
@@ -111,13 +113,14 @@ void DzNetworkReader::readBricks(const DzSettings& bricks)
     // Numbers of their own come after all numbers of the file.
     for (const auto& entry : qAsConst(unnumbered))
         m_user.attach(entry.second, m_user.takeNextID());
-    for (int i = 0; i < bricks.getNumValues(); ++i) {
-        DzShaderBrick* brick = m_bricks.value(bricks.getKey(i));
-        if (brick && !qobject_cast<DzUnknownBrick*>(brick))
+    for (DzShaderBrick* brick : qAsConst(made))
+        if (!qobject_cast<DzUnknownBrick*>(brick))
             m_user.brickWasRestored(brick);
-    }
+    if (made.size() == bricks.getNumValues())
+        return;
     keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::bricks,
-        DzKeptMembers::remember(bricks, isBrick));
+        DzKeptMembers::remember(
+            bricks, [&](const QString& key) { return isBrick(bricks.getSettingsValue(key)); }));
 }
 
 DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings& stored)
@@ -145,8 +148,7 @@ DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings&
         readAttributes(name, brick, *attributes);
     const auto keys = m_keys.insert(brick, ParamKeys(brick));
     if (const DzSettings* parameters = stored.getSettingsValue(NetworkKeys::parameters())) {
-        readParameters(name, brick, *parameters);
-        restoreOrder(brick, *keys, *parameters);
+        restoreOrder(brick, *keys, readParameters(name, brick, *parameters));
         addMissingPlaces(brick);
     }
     return brick;
@@ -170,38 +172,41 @@ void DzNetworkReader::readAttributes(
         DzKeptMembers::rememberTrees(tree, isOwn, isOwn, name));
 }
 
-void DzNetworkReader::readParameters(
+QVector<DzBrickParam*> DzNetworkReader::readParameters(
     const QString& name, DzShaderBrick* brick, const DzSettings& tree)
 {
     const ParamKeys& keys = m_keys.constFind(brick).value();
+    QVector<DzBrickParam*> found;
+    found.reserve(tree.getNumValues());
+    int numRead = 0;
     for (int i = 0; i < tree.getNumValues(); ++i) {
         const QString key = tree.getKey(i);
-        const DzSettings* members = tree.getSettingsValue(key);
+        const DzSettings* members = tree.getSettingsValueAt(i);
         const bool isSamePlace = i < keys.size() && keys.key(i) == key;
         DzBrickParam* param = isSamePlace ? keys.param(i) : keys.find(key);
+        if (param)
+            found.append(param);
         const FilePlace place { name, key, QString() };
-        if (param && members)
-            DzKeptMembers::readParameter(param, *members, place);
-        else
+        if (!param || !members) {
             warn(place.text(), text("this brick has no such parameter; its data is kept"));
+            continue;
+        }
+        DzKeptMembers::readParameter(param, *members, place);
+        ++numRead;
     }
-    keep(brick->m_kept, &DzShaderBrick::KeptTrees::parameters,
-        DzKeptMembers::remember(tree,
-            [&](const QString& key) { return tree.getSettingsValue(key) && keys.find(key); }));
+    if (numRead < tree.getNumValues() || brick->m_kept)
+        keep(brick->m_kept, &DzShaderBrick::KeptTrees::parameters,
+            DzKeptMembers::remember(tree,
+                [&](const QString& key) { return tree.getSettingsValue(key) && keys.find(key); }));
+    return found;
 }
 
 void DzNetworkReader::restoreOrder(
-    DzShaderBrick* brick, const ParamKeys& keys, const DzSettings& tree)
+    DzShaderBrick* brick, const ParamKeys& keys, QVector<DzBrickParam*> order)
 {
-    QVector<DzBrickParam*> order;
     bool isChanged = false;
-    for (int i = 0; i < tree.getNumValues(); ++i) {
-        if (DzBrickParam* param = keys.find(tree.getKey(i))) {
-            isChanged
-                = isChanged || order.size() >= keys.size() || keys.param(order.size()) != param;
-            order.append(param);
-        }
-    }
+    for (int i = 0; i < order.size() && !isChanged; ++i)
+        isChanged = i >= keys.size() || keys.param(i) != order.at(i);
     if (!isChanged)
         return;
     // Parameters of equal names stay in the order in which they were made: their keys count on it.
@@ -241,7 +246,7 @@ void DzNetworkReader::readConnections(const DzSettings& connections)
 {
     for (int i = 0; i < connections.getNumValues(); ++i) {
         const QString key = connections.getKey(i);
-        const DzSettings* link = connections.getSettingsValue(key);
+        const DzSettings* link = connections.getSettingsValueAt(i);
         if (!link) {
             warn(key, text("this is no link; it is kept as it is"));
             continue;
@@ -322,7 +327,7 @@ void DzNetworkReader::keepLink(const QString& key, const DzSettings& link)
 void DzNetworkReader::keepNumbersIn(const DzSettings& connections)
 {
     for (int i = 0; i < connections.getNumValues(); ++i) {
-        const DzSettings* link = connections.getSettingsValue(connections.getKey(i));
+        const DzSettings* link = connections.getSettingsValueAt(i);
         if (!link)
             continue;
         keepNumber(link->getStringValue(NetworkKeys::sourceBrick()));

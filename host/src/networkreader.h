@@ -26,8 +26,10 @@ private:
     void readBricks(const DzSettings& bricks);
     DzShaderBrick* makeBrick(const QString& name, const DzSettings& stored);
     void readAttributes(const QString& name, DzShaderBrick* brick, const DzSettings& tree);
-    void readParameters(const QString& name, DzShaderBrick* brick, const DzSettings& tree);
-    void restoreOrder(DzShaderBrick* brick, const ParamKeys& keys, const DzSettings& tree);
+    /// Returns the parameters that the tree names, in its order.
+    QVector<DzBrickParam*> readParameters(
+        const QString& name, DzShaderBrick* brick, const DzSettings& tree);
+    void restoreOrder(DzShaderBrick* brick, const ParamKeys& keys, QVector<DzBrickParam*> order);
     void addMissingPlaces(DzShaderBrick* brick);
     void readConnections(const DzSettings& connections);
     /// Makes one link. When it cannot be made, says why, and whether its entry is to be kept.

@@ -27,12 +27,6 @@ const std::size_t deepestNesting = 256;
 /// Values of one text: more than any network has, and few enough to fit in memory.
 const std::size_t mostValues = 16 * 1000 * 1000;
 
-/// Bytes that a value, its key and the signs around them take in the texts of networks.
-const std::size_t averageValue = 24;
-
-/// Up to this many keys of one object are compared one by one.
-const int longestSearchedObject = 16;
-
 /// Characters of a text of the file that a message shows.
 const int longestQuote = 60;
 
@@ -110,12 +104,13 @@ private:
     static const std::size_t longestKept = 32;
     static const std::size_t numSlots = 256;
 
+    /// Three letters and the length tell most keys apart; others just replace each other.
     static std::size_t slotOf(const std::string& utf8)
     {
-        std::size_t mix = utf8.size();
-        for (const char c : utf8)
-            mix = mix * 31 + static_cast<unsigned char>(c);
-        return mix % numSlots;
+        const auto byte
+            = [&](std::size_t index) { return static_cast<unsigned char>(utf8[index]); };
+        const std::size_t size = utf8.size();
+        return (size * 31 + byte(0) * 7 + byte(size / 2) * 5 + byte(size - 1)) % numSlots;
     }
 
     std::array<Slot, numSlots> m_slots;
@@ -130,41 +125,83 @@ QString quoted(const QString& text)
 
 // Reading -----------------------------------------------------------------------------------
 
-/// One value of the text, with its key when it is an object's member.
-struct Node {
-    enum Kind : quint8 { Null, Boolean, Number, String, Array, Object };
-
-    Kind kind;
-    QString key;
-    QString text;                ///< of a String
-    double number = 0;           ///< of a Number; 0 or 1 of a Boolean
-    const char* begin = nullptr; ///< an Array's or Object's first byte
-    const char* end = nullptr;   ///< and the one after its last
-    std::size_t numChildren = 0;
-    std::size_t next = 0; ///< index after this node and all inside it
-
-    explicit Node(Kind nodeKind, double nodeNumber = 0)
-        : kind(nodeKind)
-        , number(nodeNumber)
-    {
+/// The text of a container without the blanks between its parts.
+QByteArray compacted(const char* begin, const char* end)
+{
+    QByteArray text;
+    text.reserve(static_cast<int>(end - begin));
+    bool inString = false;
+    for (const char* at = begin; at < end; ++at) {
+        if (inString && *at == '\\')
+            text += *at++;
+        else if (*at == '"')
+            inString = !inString;
+        if (inString || !isJsonBlank(*at))
+            text += *at;
     }
-    bool isContainer() const { return kind == Array || kind == Object; }
+    return text;
+}
+
+/// A value that may be part of what a tree writes as two values: the tag and number of an integer,
+/// or the type and members of a nested settings.
+struct PairPart {
+    enum Kind : quint8 { Other, Number, String, Members };
+
+    Kind kind = Other;
+    QString key; ///< in an object
+    QString text;
+    double number = 0;
 };
 
-/// All values in the order of the text: a container, then what is in it.
-typedef std::vector<Node> Nodes;
+/// A container that the parser has not seen the end of.
+struct OpenContainer {
+    /// An object whose members become settings, or one that is or is in a value of settings.
+    enum Kind : quint8 { Settings, Object, Array };
 
-/// Receives the parser's events and lays them down as nodes. The names are the parser's.
-class NodeBuilder
+    Kind kind = Object;
+    DzSettings* settings = nullptr; ///< that its members go to, or that it is a value of, or null
+    QString key;                    ///< of a value of settings
+    const char* keyEnd = nullptr;
+    const char* begin = nullptr; ///< its first byte
+    std::size_t numChildren = 0;
+    std::array<PairPart, 2> parts; ///< the first two values, except of Settings
+    QSet<QString> laterKeys;       ///< of an Object, the keys of its other values
+
+    std::size_t numParts() const { return std::min(numChildren, parts.size()); }
+    bool hasMembers() const;
+    bool isNestedSettings() const;
+};
+
+/// True once members of it were taken for those of a nested settings.
+bool OpenContainer::hasMembers() const
+{
+    return std::any_of(parts.begin(), parts.begin() + numParts(),
+        [](const PairPart& part) { return part.kind == PairPart::Members; });
+}
+
+bool OpenContainer::isNestedSettings() const
+{
+    if (kind != Object || numChildren != 2 || !hasMembers())
+        return false;
+    const PairPart& type = parts[parts[0].kind == PairPart::Members ? 1 : 0];
+    return type.key == QLatin1String("type") && type.kind == PairPart::String
+        && type.text == QLatin1String("settings");
+}
+
+/// Receives the parser's events and makes settings of them. The names are the parser's.
+///
+/// What a value is shows only when it ends: {"type": "settings", "value": {...}} with a third
+/// member is no nested settings but a value that nobody understands. So the members of one are
+/// read as soon as it looks like one, and thrown away should it end as something else.
+class SettingsBuilder
 {
 public:
-    NodeBuilder(const char* text, const char* end)
+    SettingsBuilder(const char* text, const char* end, DzSettings* settings)
         : m_text(text)
         , m_end(end)
         , m_seen(text)
+        , m_settings(settings)
     {
-        // About what the texts of networks need; memory that stays untouched costs nothing.
-        m_nodes.reserve(std::min<std::size_t>((end - text) / averageValue + 1, mostValues));
     }
 
     bool build()
@@ -172,135 +209,250 @@ public:
         return Json::sax_parse(
             CountingIterator(m_text, &m_seen), CountingIterator(m_end, &m_seen), this);
     }
-    const Nodes& nodes() const { return m_nodes; }
     QString error() const { return m_error; }
 
-    bool null() { return add(Node(Node::Null)); }
-    bool boolean(bool value) { return add(Node(Node::Boolean, value ? 1 : 0)); }
+    bool null()
+    {
+        return addScalar(PairPart::Other, [&](DzSettings* settings) {
+            settings->setOpaqueValue(m_key, QByteArrayLiteral("null"));
+        });
+    }
+    bool boolean(bool value)
+    {
+        return addScalar(
+            PairPart::Other, [&](DzSettings* settings) { settings->setBoolValue(m_key, value); });
+    }
     bool number_integer(Json::number_integer_t value)
     {
         // Only numbers with a minus come here, so that a zero is "-0".
-        return add(Node(Node::Number, value == 0 ? -0.0 : static_cast<double>(value)));
+        return addNumber(value == 0 ? -0.0 : static_cast<double>(value));
     }
     bool number_unsigned(Json::number_unsigned_t value)
     {
-        return add(Node(Node::Number, static_cast<double>(value)));
+        return addNumber(static_cast<double>(value));
     }
     bool number_float(Json::number_float_t value, const Json::string_t&)
     {
-        return add(Node(Node::Number, value));
+        return addNumber(value);
     }
     bool string(const Json::string_t& value)
     {
-        Node node(Node::String);
-        node.text = m_texts.text(value);
-        return add(std::move(node));
+        m_string = m_texts.text(value);
+        return addScalar(PairPart::String,
+            [&](DzSettings* settings) { settings->setStringValue(m_key, m_string); });
     }
     bool binary(const Json::binary_t&) { return false; } // never in a text
 
-    bool start_object(std::size_t) { return open(Node::Object); }
+    bool start_object(std::size_t) { return open(OpenContainer::Object); }
     bool end_object() { return close(); }
-    bool start_array(std::size_t) { return open(Node::Array); }
+    bool start_array(std::size_t) { return open(OpenContainer::Array); }
     bool end_array() { return close(); }
     bool key(const Json::string_t& value)
     {
         m_key = m_texts.text(value);
-        if (!isTaken(m_key))
-            return true;
-        return fail(startOfToken(m_text, m_seen),
-            QStringLiteral("a key stands twice: %1").arg(quoted(m_key)));
+        m_keyEnd = m_seen;
+        return top().kind == OpenContainer::Settings || checkKeyOf(top());
     }
 
     bool parse_error(
         std::size_t numRead, const std::string&, const nlohmann::detail::exception& exception);
 
 private:
-    struct OpenContainer {
-        std::size_t node;
-        QSet<QString> keys; ///< empty while there are few
-    };
-
     bool fail(const char* place, const QString& cause)
     {
         m_error = jsonPlaceText(m_text, place) + QStringLiteral(": ") + cause;
         return false;
     }
-    bool add(Node&& node);
-    bool open(Node::Kind kind);
+    bool failForOutermost()
+    {
+        return fail(std::find_if_not(m_text, m_end, isJsonBlank),
+            QStringLiteral("the outermost value is no object"));
+    }
+    bool failForKey(const QString& key, const char* keyEnd)
+    {
+        return fail(startOfToken(m_text, keyEnd),
+            QStringLiteral("a key stands twice: %1").arg(quoted(key)));
+    }
+    OpenContainer& top() { return m_containers[m_depth - 1]; }
+    bool countValue()
+    {
+        return ++m_numValues <= mostValues
+            || fail(m_seen, QStringLiteral("more than %1 values").arg(mostValues));
+    }
+    bool checkKeyOf(OpenContainer& object);
+    bool addNumber(double value)
+    {
+        m_number = value;
+        return addScalar(
+            PairPart::Number, [&](DzSettings* settings) { settings->setFloatValue(m_key, value); });
+    }
+    template <typename Store>
+    bool addScalar(PairPart::Kind kind, const Store& store);
+    template <typename Store>
+    bool storeNew(DzSettings* settings, const QString& key, const char* keyEnd, const Store& store);
+    void addPart(OpenContainer& holder, PairPart::Kind kind);
+    bool open(OpenContainer::Kind kind);
+    bool openInValue(OpenContainer& holder, OpenContainer* container);
     bool close();
-    bool isTaken(const QString& key);
+    bool readTagged(const OpenContainer& array) const;
 
     const char* m_text;
     const char* m_end;
     const char* m_seen; ///< end of what the parser has taken
+    DzSettings* m_settings;
     TextCache m_texts;
-    Nodes m_nodes;
-    std::vector<OpenContainer> m_open;
+    std::vector<OpenContainer> m_containers; ///< the open ones first; the rest is used again
+    std::size_t m_depth = 0;                 ///< number of open ones
+    std::size_t m_numValues = 0;
     QString m_key;
+    const char* m_keyEnd = nullptr;
+    QString m_string;
+    double m_number = 0;
     QString m_error;
 };
 
-bool NodeBuilder::add(Node&& node)
+/// Stores a value under a key that `settings` must not have yet.
+template <typename Store>
+bool SettingsBuilder::storeNew(
+    DzSettings* settings, const QString& key, const char* keyEnd, const Store& store)
 {
-    if (m_open.empty() && node.kind != Node::Object) {
-        return fail(std::find_if_not(m_text, m_end, isJsonBlank),
-            QStringLiteral("the outermost value is no object"));
-    }
-    if (m_nodes.size() == mostValues)
-        return fail(m_seen, QStringLiteral("more than %1 values").arg(mostValues));
-    if (!m_open.empty())
-        ++m_nodes[m_open.back().node].numChildren;
-    node.key.swap(m_key);
-    node.next = m_nodes.size() + 1;
-    m_nodes.push_back(std::move(node));
+    const int numBefore = settings->getNumValues();
+    store(settings);
+    return settings->getNumValues() > numBefore || failForKey(key, keyEnd);
+}
+
+bool SettingsBuilder::checkKeyOf(OpenContainer& object)
+{
+    for (std::size_t i = 0; i < object.numParts(); ++i)
+        if (object.parts[i].key == m_key)
+            return failForKey(m_key, m_keyEnd);
+    if (object.numChildren < object.parts.size())
+        return true;
+    if (object.laterKeys.contains(m_key))
+        return failForKey(m_key, m_keyEnd);
+    object.laterKeys.insert(m_key);
     return true;
 }
 
-bool NodeBuilder::open(Node::Kind kind)
+template <typename Store>
+bool SettingsBuilder::addScalar(PairPart::Kind kind, const Store& store)
 {
-    Node node(kind);
-    node.begin = m_seen - 1;
-    if (m_open.size() == deepestNesting)
-        return fail(
-            node.begin, QStringLiteral("more than %1 levels of nesting").arg(deepestNesting));
-    if (!add(std::move(node)))
+    if (m_depth == 0)
+        return failForOutermost();
+    if (!countValue())
         return false;
-    m_open.push_back({ m_nodes.size() - 1, {} });
+    if (top().kind == OpenContainer::Settings)
+        return storeNew(top().settings, m_key, m_keyEnd, store);
+    addPart(top(), kind);
     return true;
 }
 
-bool NodeBuilder::close()
+void SettingsBuilder::addPart(OpenContainer& holder, PairPart::Kind kind)
 {
-    Node& node = m_nodes[m_open.back().node];
-    node.end = m_seen;
-    node.next = m_nodes.size();
-    m_open.pop_back();
-    return true;
-}
-
-bool NodeBuilder::isTaken(const QString& key)
-{
-    OpenContainer& object = m_open.back();
-    const auto forEachKey = [&](auto&& function) {
-        for (std::size_t i = object.node + 1; i < m_nodes.size(); i = m_nodes[i].next)
-            function(m_nodes[i].key);
-    };
-    bool taken = false;
-    if (m_nodes[object.node].numChildren < longestSearchedObject) {
-        // Most differ in length already, which needs no call.
-        forEachKey([&](const QString& other) {
-            taken = taken || (other.size() == key.size() && other == key);
-        });
-        return taken;
+    if (holder.numChildren < holder.parts.size()) {
+        PairPart& part = holder.parts[holder.numChildren];
+        part.kind = kind;
+        part.key.swap(m_key);
+        part.text.swap(m_string);
+        part.number = m_number;
     }
-    if (object.keys.isEmpty())
-        forEachKey([&](const QString& other) { object.keys.insert(other); });
-    taken = object.keys.contains(key);
-    object.keys.insert(key);
-    return taken;
+    ++holder.numChildren;
 }
 
-bool NodeBuilder::parse_error(
+bool SettingsBuilder::open(OpenContainer::Kind kind)
+{
+    const char* begin = m_seen - 1;
+    if (m_depth == 0 && kind != OpenContainer::Object)
+        return failForOutermost();
+    if (m_depth == deepestNesting)
+        return fail(begin, QStringLiteral("more than %1 levels of nesting").arg(deepestNesting));
+    if (!countValue())
+        return false;
+    if (m_depth == m_containers.size())
+        m_containers.emplace_back();
+    OpenContainer& container = m_containers[m_depth];
+    container.kind = kind;
+    container.settings = nullptr;
+    container.begin = begin;
+    container.numChildren = 0;
+    container.laterKeys.clear();
+    if (m_depth == 0) {
+        container.kind = OpenContainer::Settings;
+        container.settings = m_settings;
+    } else if (top().kind == OpenContainer::Settings) {
+        container.settings = top().settings;
+        container.key = m_key;
+        container.keyEnd = m_keyEnd;
+    } else if (!openInValue(top(), &container)) {
+        return false;
+    }
+    ++m_depth;
+    return true;
+}
+
+/// Opens what stands in `holder`, a value of settings or something in one.
+bool SettingsBuilder::openInValue(OpenContainer& holder, OpenContainer* container)
+{
+    const bool isMembers = holder.settings && holder.kind == OpenContainer::Object
+        && holder.numChildren < holder.parts.size() && container->kind == OpenContainer::Object
+        && m_key == QLatin1String("value");
+    addPart(holder, isMembers ? PairPart::Members : PairPart::Other);
+    if (!isMembers)
+        return true;
+    container->kind = OpenContainer::Settings;
+    return storeNew(holder.settings, holder.key, holder.keyEnd, [&](DzSettings* settings) {
+        container->settings = settings->setSettingsValue(holder.key);
+    });
+}
+
+bool SettingsBuilder::close()
+{
+    --m_depth;
+    const OpenContainer& container = m_containers[m_depth];
+    const bool isValue = container.kind != OpenContainer::Settings && container.settings;
+    if (!isValue || container.isNestedSettings())
+        return true;
+    const auto store = [&](DzSettings* settings) {
+        if (!readTagged(container))
+            settings->setOpaqueValue(container.key, compacted(container.begin, m_seen));
+    };
+    if (!container.hasMembers())
+        return storeNew(container.settings, container.key, container.keyEnd, store);
+    store(container.settings);
+    return true;
+}
+
+/// Reads ["i", n] and the numbers that JSON has not; false when the container is neither.
+bool SettingsBuilder::readTagged(const OpenContainer& container) const
+{
+    const PairPart& tag = container.parts[0];
+    const PairPart& value = container.parts[1];
+    if (container.kind != OpenContainer::Array || container.numChildren != 2
+        || tag.kind != PairPart::String)
+        return false;
+    if (tag.text == QLatin1String("i") && value.kind == PairPart::Number) {
+        if (value.number != std::floor(value.number)
+            || value.number < std::numeric_limits<int>::min()
+            || value.number > std::numeric_limits<int>::max())
+            return false;
+        container.settings->setIntValue(container.key, static_cast<int>(value.number));
+        return true;
+    }
+    if (tag.text != QLatin1String("f") || value.kind != PairPart::String)
+        return false;
+    const double infinity = std::numeric_limits<double>::infinity();
+    if (value.text == QLatin1String("nan"))
+        container.settings->setFloatValue(container.key, std::numeric_limits<double>::quiet_NaN());
+    else if (value.text == QLatin1String("inf"))
+        container.settings->setFloatValue(container.key, infinity);
+    else if (value.text == QLatin1String("-inf"))
+        container.settings->setFloatValue(container.key, -infinity);
+    else
+        return false;
+    return true;
+}
+
+bool SettingsBuilder::parse_error(
     std::size_t numRead, const std::string&, const nlohmann::detail::exception& exception)
 {
     const char* readEnd = m_text + std::min<std::size_t>(numRead, m_end - m_text);
@@ -320,130 +472,6 @@ bool NodeBuilder::parse_error(
         place = complaint.startsWith(QLatin1String("unexpected")) ? startOfToken(m_text, readEnd)
                                                                   : readEnd - 1;
     return fail(place, QStringLiteral("this is no JSON: ") + complaint);
-}
-
-/// Turns nodes into settings.
-class SettingsMaker
-{
-public:
-    explicit SettingsMaker(const Nodes& nodes)
-        : m_nodes(nodes)
-    {
-    }
-
-    void readMembers(const Node& object, DzSettings* settings) const
-    {
-        const std::size_t index = &object - m_nodes.data();
-        for (std::size_t i = index + 1; i < object.next; i = m_nodes[i].next)
-            readMember(m_nodes[i], settings);
-    }
-
-private:
-    void readMember(const Node& node, DzSettings* settings) const;
-    /// The two values of an object or array that has exactly two.
-    bool hasPair(const Node& node, const Node** first, const Node** second) const;
-    const Node* nestedMembers(const Node& object) const;
-    bool readTagged(const Node& array, DzSettings* settings) const;
-
-    const Nodes& m_nodes;
-};
-
-bool SettingsMaker::hasPair(const Node& node, const Node** first, const Node** second) const
-{
-    if (node.numChildren != 2)
-        return false;
-    *first = &node + 1;
-    *second = &m_nodes[(*first)->next];
-    return true;
-}
-
-/// The object with the members of a nested settings; null when the object is none.
-const Node* SettingsMaker::nestedMembers(const Node& object) const
-{
-    const Node* type = nullptr;
-    const Node* value = nullptr;
-    if (!hasPair(object, &type, &value))
-        return nullptr;
-    if (type->key != QLatin1String("type"))
-        std::swap(type, value);
-    const bool isNested = type->key == QLatin1String("type") && type->kind == Node::String
-        && type->text == QLatin1String("settings") && value->key == QLatin1String("value")
-        && value->kind == Node::Object;
-    return isNested ? value : nullptr;
-}
-
-/// Reads ["i", n] and the numbers that JSON has not; false when the array is neither.
-bool SettingsMaker::readTagged(const Node& array, DzSettings* settings) const
-{
-    const Node* tag = nullptr;
-    const Node* value = nullptr;
-    if (!hasPair(array, &tag, &value) || tag->kind != Node::String)
-        return false;
-    if (tag->text == QLatin1String("i") && value->kind == Node::Number) {
-        const double number = value->number;
-        if (number != std::floor(number) || number < std::numeric_limits<int>::min()
-            || number > std::numeric_limits<int>::max())
-            return false;
-        settings->setIntValue(array.key, static_cast<int>(number));
-        return true;
-    }
-    if (tag->text != QLatin1String("f") || value->kind != Node::String)
-        return false;
-    const double infinity = std::numeric_limits<double>::infinity();
-    if (value->text == QLatin1String("nan"))
-        settings->setFloatValue(array.key, std::numeric_limits<double>::quiet_NaN());
-    else if (value->text == QLatin1String("inf"))
-        settings->setFloatValue(array.key, infinity);
-    else if (value->text == QLatin1String("-inf"))
-        settings->setFloatValue(array.key, -infinity);
-    else
-        return false;
-    return true;
-}
-
-/// The text of a container without the blanks between its parts.
-QByteArray compacted(const Node& container)
-{
-    QByteArray text;
-    text.reserve(static_cast<int>(container.end - container.begin));
-    bool inString = false;
-    for (const char* at = container.begin; at < container.end; ++at) {
-        if (inString && *at == '\\')
-            text += *at++;
-        else if (*at == '"')
-            inString = !inString;
-        if (inString || !isJsonBlank(*at))
-            text += *at;
-    }
-    return text;
-}
-
-void SettingsMaker::readMember(const Node& node, DzSettings* settings) const
-{
-    switch (node.kind) {
-    case Node::Null:
-        settings->setOpaqueValue(node.key, QByteArrayLiteral("null"));
-        break;
-    case Node::Boolean:
-        settings->setBoolValue(node.key, node.number != 0);
-        break;
-    case Node::Number:
-        settings->setFloatValue(node.key, node.number);
-        break;
-    case Node::String:
-        settings->setStringValue(node.key, node.text);
-        break;
-    case Node::Array:
-        if (!readTagged(node, settings))
-            settings->setOpaqueValue(node.key, compacted(node));
-        break;
-    case Node::Object:
-        if (const Node* members = nestedMembers(node))
-            readMembers(*members, settings->setSettingsValue(node.key));
-        else
-            settings->setOpaqueValue(node.key, compacted(node));
-        break;
-    }
 }
 
 // Writing -----------------------------------------------------------------------------------
@@ -502,10 +530,10 @@ void SettingsWriter::writeMember(const DzSettings& settings, int index, int inde
         writeFloat(settings.getFloatValue(key));
         break;
     case DzSettings::SettingsValue:
-        writeNested(settings.getSettingsValue(key), indent);
+        writeNested(settings.getSettingsValueAt(index), indent);
         break;
     case DzSettings::OpaqueValue: {
-        const QByteArray value = settings.getOpaqueValue(key);
+        const QByteArray value = settings.getOpaqueValueAt(index);
         m_text += value.isEmpty() ? QByteArrayLiteral("null") : value;
         break;
     }
@@ -525,7 +553,7 @@ void SettingsWriter::writeNested(const DzSettings* nested, int indent)
             m_text += ' ';
             writeString(key);
             m_text += ": ";
-            nested = nested->getSettingsValue(key);
+            nested = nested->getSettingsValueAt(0);
         }
     }
     if (nested->getNumValues() == 1) {
@@ -578,13 +606,13 @@ bool settingsFromJson(const QByteArray& text, DzSettings* settings, QString* err
     if (!begin)
         return false;
     const char* end = text.constData() + text.size();
-    NodeBuilder builder(begin, end);
+    DzSettings read;
+    SettingsBuilder builder(begin, end, &read);
     if (!builder.build()) {
         *told = builder.error();
         return false;
     }
-    settings->clear();
-    SettingsMaker(builder.nodes()).readMembers(builder.nodes().front(), settings);
+    settings->swap(read);
     return true;
 }
 
