@@ -91,10 +91,11 @@ CodeResult* VireoBrickBase::writeCode(CodeResult* result, SceneCodeWriter*)
     return result;
 }
 
-QVariantMap VireoBrickBase::getSceneCode(bool literalValues)
+QVariantMap VireoBrickBase::getSceneCode(bool literalValues, bool mapFiles)
 {
     GenerateOptions options;
     options.literalValues = literalValues;
+    options.mapFiles = mapFiles;
     return sceneCodeMap(this, generateCode(this, options));
 }
 

@@ -52,8 +52,8 @@ public:
 
     /// The LuxRender text of the brick and what feeds it, for scripts and for programs that know
     /// the plug-in only by name; see sceneCodeMap() for what it holds. Empties the cache of
-    /// generated code.
-    Q_INVOKABLE QVariantMap getSceneCode(bool literalValues);
+    /// generated code. With `mapFiles` a mapped "filename" is written as the name of its file.
+    Q_INVOKABLE QVariantMap getSceneCode(bool literalValues, bool mapFiles = false);
 
     // Creating inputs. Each makes a host property with an input of the same name at the end of the
     // parameters, without undo. `custom` marks an input that a user added and may remove again.

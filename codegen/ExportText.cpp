@@ -6,7 +6,7 @@
 #include "BrickCodeCache.h"
 #include "SceneCodeWriter.h"
 #include "VireoBrickBase.h"
-#include "dzproperty.h"
+#include "dznumericproperty.h"
 
 GeneratedCode generateCode(VireoBrickBase* brick, const GenerateOptions& options)
 {
@@ -54,6 +54,14 @@ QVariant objectVariant(QObject* object)
     return QVariant::fromValue(object);
 }
 
+QVariantMap propertyMap(DzProperty* property)
+{
+    QVariantMap map;
+    map.insert(QLatin1String("brick"), objectVariant(property->getOwner()));
+    map.insert(QLatin1String("property"), objectVariant(property));
+    return map;
+}
+
 QVariantMap statementMap(QObject* brick, int begin, int length)
 {
     QVariantMap map;
@@ -74,13 +82,13 @@ QVariantMap sceneCodeMap(VireoBrickBase* brick, const GeneratedCode& code)
 {
     QVariantList placeholders;
     for (int i = 0; i < code.placeholderKeys.size(); ++i) {
-        DzProperty* property = code.placeholderKeys.at(i);
-        QVariantMap placeholder;
+        QVariantMap placeholder = propertyMap(code.placeholderKeys.at(i));
         placeholder.insert(QLatin1String("name"), code.placeholderNames.at(i));
-        placeholder.insert(QLatin1String("brick"), objectVariant(property->getOwner()));
-        placeholder.insert(QLatin1String("property"), objectVariant(property));
         placeholders.append(placeholder);
     }
+    QVariantList unwrittenMaps;
+    for (int i = 0; i < code.unwrittenMaps.size(); ++i)
+        unwrittenMaps.append(propertyMap(code.unwrittenMaps.at(i)));
     const int materialBegin = textBeforeMaterial().size();
     QVariantList statements;
     for (int i = 0; i < code.statements.size(); ++i) {
@@ -95,6 +103,7 @@ QVariantMap sceneCodeMap(VireoBrickBase* brick, const GeneratedCode& code)
     map.insert(QLatin1String("meshText"), code.resultName);
     map.insert(QLatin1String("exportText"), exportText(code));
     map.insert(QLatin1String("placeholders"), placeholders);
+    map.insert(QLatin1String("unwrittenMaps"), unwrittenMaps);
     map.insert(QLatin1String("statements"), statements);
     return map;
 }

@@ -47,6 +47,7 @@ QString exportSeparator();
 QString exportText(const GeneratedCode& code);
 
 /// The same for scripts and other programs: "materialText", "meshText" and "exportText";
-/// "placeholders", each with "name", "brick" and "property"; "statements", each with "brick" and
-/// "begin" and "length" in the export text, the text of the mesh section last.
+/// "placeholders", each with "name", "brick" and "property"; "unwrittenMaps", the mapped properties
+/// whose map the text does not carry, each with "brick" and "property"; "statements", each with
+/// "brick" and "begin" and "length" in the export text, the text of the mesh section last.
 QVariantMap sceneCodeMap(VireoBrickBase* brick, const GeneratedCode& code);

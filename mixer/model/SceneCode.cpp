@@ -45,6 +45,17 @@ QVector<ScenePlaceholder> placeholdersIn(const QVariantMap& answer)
     return placeholders;
 }
 
+QVector<UnwrittenMap> unwrittenMapsIn(const QVariantMap& answer)
+{
+    QVector<UnwrittenMap> maps;
+    for (const QVariant& item : answer.value(QStringLiteral("unwrittenMaps")).toList()) {
+        const QVariantMap map = item.toMap();
+        maps.append(UnwrittenMap {
+            objectIn<DzShaderBrick>(map, "brick"), objectIn<DzProperty>(map, "property") });
+    }
+    return maps;
+}
+
 /// The placeholders, and after those of each brick its values that are locked and therefore
 /// written as they are.
 QVector<ScenePlaceholder> withLockedValues(
@@ -102,21 +113,23 @@ DzShaderBrick* SceneCode::brickAt(int position) const
     return position < statement.begin + statement.length ? statement.brick.data() : nullptr;
 }
 
-SceneCode sceneCodeOf(const IDzBrickUser* user, bool literalValues)
+SceneCode sceneCodeOf(const IDzBrickUser* user, const SceneCodeForm& form)
 {
     DzShaderBrick* root = rootOf(user);
     if (!root)
         return failure(message("There is no text: the network has no root brick."));
-    if (root->metaObject()->indexOfMethod("getSceneCode(bool)") < 0)
+    if (root->metaObject()->indexOfMethod("getSceneCode(bool,bool)") < 0)
         return failure(message("There is no text: \"%1\" writes none.").arg(root->getBrickTitle()));
     QVariantMap answer;
     QMetaObject::invokeMethod(root, "getSceneCode", Qt::DirectConnection,
-        Q_RETURN_ARG(QVariantMap, answer), Q_ARG(bool, literalValues));
+        Q_RETURN_ARG(QVariantMap, answer), Q_ARG(bool, form.literalValues),
+        Q_ARG(bool, form.mapFiles));
     SceneCode code;
     code.text = answer.value(QStringLiteral("exportText")).toString();
     code.statements = statementsIn(answer);
     code.placeholders = placeholdersIn(answer);
-    if (!literalValues)
+    code.unwrittenMaps = unwrittenMapsIn(answer);
+    if (!form.literalValues)
         code.placeholders = withLockedValues(code.placeholders, code.statements);
     return code;
 }

@@ -19,6 +19,18 @@ struct ScenePlaceholder {
     QPointer<DzProperty> property;
 };
 
+/// A mapped property whose map the text does not carry.
+struct UnwrittenMap {
+    QPointer<DzShaderBrick> brick;
+    QPointer<DzProperty> property;
+};
+
+/// How the text is to be written.
+struct SceneCodeForm {
+    bool literalValues = true; ///< values rather than placeholders for those that are not locked
+    bool mapFiles = false;     ///< image maps as the names of their files
+};
+
 /// A brick's own part of the text, in characters.
 struct SceneStatement {
     int begin;
@@ -31,6 +43,7 @@ struct SceneStatement {
 struct SceneCode {
     QString text;
     QVector<ScenePlaceholder> placeholders;
+    QVector<UnwrittenMap> unwrittenMaps;
     /// In order of their places; none overlaps another.
     QVector<SceneStatement> statements;
     /// Why there is no text, in one line; empty when there is.
@@ -40,5 +53,5 @@ struct SceneCode {
     DzShaderBrick* brickAt(int position) const;
 };
 
-/// The text of a network, with values or with placeholders for those that are not locked.
-SceneCode sceneCodeOf(const IDzBrickUser* user, bool literalValues);
+/// The text of a network.
+SceneCode sceneCodeOf(const IDzBrickUser* user, const SceneCodeForm& form);

@@ -3,6 +3,7 @@
 
 #include "SceneCodePanel.h"
 
+#include "BrickAppearance.h"
 #include "BrickSelection.h"
 #include "LineIcon.h"
 #include "MixerDocument.h"
@@ -60,11 +61,15 @@ int commonEnd(const QString& a, const QString& b, int most)
 /// Lines that are shown above the first that is lit.
 const int linesAbove = 3;
 
+/// Maps that the note names; its tooltip names all.
+const int mostNamedMaps = 3;
+
 } // namespace
 
 SceneCodePanel::SceneCodePanel(QWidget* parent)
     : QWidget(parent)
     , m_placeholders(new QCheckBox(tr("&Placeholders")))
+    , m_mapFiles(new QCheckBox(tr("&Image files")))
     , m_text(new QPlainTextEdit)
     , m_highlighter(new SceneCodeHighlighter(m_text->document()))
     , m_note(new QLabel)
@@ -78,9 +83,15 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     m_placeholders->setToolTip(
         tr("Write placeholders for values that are not locked, as surfaces take them"));
 
+    m_mapFiles->setObjectName(QStringLiteral("mapFiles"));
+    m_mapFiles->setToolTip(
+        tr("Write the maps of image textures as the names of their files, so that "
+           "the text can be pasted into a scene of the renderer"));
+
     auto* tools = new QHBoxLayout;
     tools->setContentsMargins(6, 2, 2, 2);
     tools->addWidget(m_placeholders);
+    tools->addWidget(m_mapFiles);
     tools->addStretch();
     tools->addWidget(toolFor(copy));
     tools->addWidget(toolFor(save));
@@ -119,6 +130,7 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     splitter->setSizes({ 200, 150 });
     m_table->hide();
 
+    m_note->setObjectName(QStringLiteral("note"));
     m_note->setWordWrap(true);
     m_note->setMargin(8);
     m_note->hide();
@@ -136,6 +148,7 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
         m_table->setVisible(on);
         updateNow();
     });
+    connect(m_mapFiles, &QCheckBox::toggled, this, &SceneCodePanel::updateNow);
     connect(m_table, &QTableView::activated, this, [this](const QModelIndex& index) {
         if (DzShaderBrick* brick = m_model->getBrick(index.row()))
             emit brickActivated(brick);
@@ -168,6 +181,16 @@ bool SceneCodePanel::isLiteral() const
 void SceneCodePanel::setLiteral(bool literal)
 {
     m_placeholders->setChecked(!literal);
+}
+
+bool SceneCodePanel::isMapFiles() const
+{
+    return m_mapFiles->isChecked();
+}
+
+void SceneCodePanel::setMapFiles(bool mapFiles)
+{
+    m_mapFiles->setChecked(mapFiles);
 }
 
 QString SceneCodePanel::getText() const
@@ -209,12 +232,36 @@ void SceneCodePanel::updateNow()
 void SceneCodePanel::updateText()
 {
     m_stale = false;
-    m_code = m_document ? sceneCodeOf(m_document->getUser(), isLiteral()) : SceneCode();
-    m_note->setText(m_code.error);
-    m_note->setVisible(!m_code.error.isEmpty());
+    const SceneCodeForm form { isLiteral(), isMapFiles() };
+    m_code = m_document ? sceneCodeOf(m_document->getUser(), form) : SceneCode();
+    showNote();
     m_model->setPlaceholders(m_code.placeholders);
     showText(m_code.text);
     showLight();
+}
+
+/// Says why there is no text, or which images are not in it.
+void SceneCodePanel::showNote()
+{
+    QStringList maps;
+    for (const UnwrittenMap& map : qAsConst(m_code.unwrittenMaps))
+        if (map.brick && map.property)
+            maps.append(
+                tr("%1, %2").arg(BrickAppearance::titleText(map.brick), map.property->getLabel()));
+    QString note = m_code.error;
+    if (!maps.isEmpty()) {
+        const QString shown = QStringList(maps.mid(0, mostNamedMaps)).join(QStringLiteral("; "));
+        note = maps.size() > mostNamedMaps
+            ? tr("Values stand where these have images: %1; and %2 more.")
+                  .arg(shown)
+                  .arg(maps.size() - mostNamedMaps)
+            : tr("Values stand where these have images: %1.").arg(shown);
+        if (!isMapFiles())
+            note += QLatin1Char(' ') + tr("“Image files” writes those of image textures.");
+    }
+    m_note->setText(note);
+    m_note->setToolTip(maps.join(QLatin1Char('\n')));
+    m_note->setVisible(!note.isEmpty());
 }
 
 void SceneCodePanel::showText(const QString& text)

@@ -29,6 +29,9 @@ public:
     void setDocument(MixerDocument* document);
     bool isLiteral() const;
     void setLiteral(bool literal);
+    /// Whether image maps are written as the names of their files.
+    bool isMapFiles() const;
+    void setMapFiles(bool mapFiles);
     QString getText() const;
     /// Brings the text up to date now rather than with the next frame.
     void updateNow();
@@ -49,6 +52,7 @@ protected:
 private:
     void scheduleUpdate();
     void updateText();
+    void showNote();
     void showText(const QString& text);
     void showLight();
     void activateLine(const QPoint& position);
@@ -57,6 +61,7 @@ private:
     SceneCode m_code;
     QTimer m_update;
     QCheckBox* m_placeholders;
+    QCheckBox* m_mapFiles;
     QPlainTextEdit* m_text;
     SceneCodeHighlighter* m_highlighter;
     QLabel* m_note;

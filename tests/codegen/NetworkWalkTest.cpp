@@ -596,6 +596,25 @@ TEST_F(NetworkWalkTest, sceneCodeListsThePlaceholders)
         matte->findParameterByName(QStringLiteral("Kd"))->getProperty(0));
 }
 
+TEST_F(NetworkWalkTest, sceneCodeNamesOrWritesTheMaps)
+{
+    VireoBrickBase* image = add("VireoTexClrImageMapBrick");
+    auto* filename = qobject_cast<DzNumericProperty*>(
+        image->findParameterByName(QStringLiteral("filename"))->getProperty(0));
+    ASSERT_NE(filename, nullptr);
+    filename->setMap(QStringLiteral("wood.png"));
+    const QVariantMap values = image->getSceneCode(true);
+    const QVariantList maps = values.value(QStringLiteral("unwrittenMaps")).toList();
+    ASSERT_EQ(maps.size(), 1);
+    EXPECT_EQ(maps.at(0).toMap().value(QStringLiteral("brick")).value<QObject*>(), image);
+    EXPECT_EQ(maps.at(0).toMap().value(QStringLiteral("property")).value<QObject*>(), filename);
+    const QVariantMap files = image->getSceneCode(true, true);
+    EXPECT_TRUE(files.value(QStringLiteral("unwrittenMaps")).toList().isEmpty());
+    EXPECT_TRUE(files.value(QStringLiteral("materialText"))
+                    .toString()
+                    .contains(QLatin1String("\t\"string  filename\" [\"wood.png\"]\n")));
+}
+
 // Placeholders -----------------------------------------------------------------------------------
 
 TEST_F(NetworkWalkTest, equalPropertyNamesGetDifferentPlaceholders)

@@ -42,6 +42,7 @@
 #include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -336,6 +337,27 @@ TEST_F(WindowTest, theTextIsCopiedWhole)
     m_window->getSceneCode()->copyText();
     EXPECT_TEXT(m_window->getSceneCode()->getText(), QGuiApplication::clipboard()->text());
     EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QLatin1String("NamedMaterial")));
+}
+
+TEST_F(WindowTest, imagesThatTheTextLacksAreNamedAndCanBeWritten)
+{
+    SceneCodePanel* code = m_window->getSceneCode();
+    auto* note = code->findChild<QLabel*>(QStringLiteral("note"));
+    EXPECT_FALSE(note->isVisible());
+    ASSERT_TRUE(m_window->getDocuments()->open(
+        projectPath(QStringLiteral("examples/tinted-image-map.sskn"))));
+    settle();
+    ASSERT_TRUE(note->isVisible());
+    EXPECT_TRUE(note->text().contains(QLatin1String("Brick Wall (3)")))
+        << note->text().toStdString();
+    auto* box = code->findChild<QCheckBox*>(QStringLiteral("mapFiles"));
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
+    settle();
+    EXPECT_FALSE(note->isVisible());
+    auto* shown = code->findChild<QPlainTextEdit*>();
+    EXPECT_TRUE(shown->toPlainText().contains(QLatin1String("[\"textures/bricks.png\"]")));
+    code->copyText();
+    EXPECT_TEXT(shown->toPlainText(), QGuiApplication::clipboard()->text());
 }
 
 TEST_F(WindowTest, placeholdersAreLockedAndUnlockedInTheirTable)

@@ -169,7 +169,7 @@ TEST(MixerDocument, aTemplateGetsAFreshIdentifierAndNoPath)
 TEST(SceneCode, isTheExportTextWithTheBrickOfEachLine)
 {
     const std::unique_ptr<MixerDocument> document = example("glossy-checkerboard.sskn");
-    const SceneCode code = sceneCodeOf(document->getUser(), true);
+    const SceneCode code = sceneCodeOf(document->getUser(), SceneCodeForm());
     QString expected
         = QString::fromUtf8(projectFile(QStringLiteral("examples/glossy-checkerboard.txt")));
     if (expected.endsWith(QLatin1Char('\n')) && !code.text.endsWith(QLatin1Char('\n')))
@@ -188,9 +188,10 @@ TEST(SceneCode, lockedValuesStandBesideThePlaceholders)
 {
     const std::unique_ptr<MixerDocument> document = example("glossy-checkerboard.sskn");
     DzProperty* locked = property(brickNamed(*document, "Glossy"), "Kd");
-    const int before = sceneCodeOf(document->getUser(), false).placeholders.size();
+    const int before
+        = sceneCodeOf(document->getUser(), SceneCodeForm { false, false }).placeholders.size();
     locked->lock(true);
-    const SceneCode code = sceneCodeOf(document->getUser(), false);
+    const SceneCode code = sceneCodeOf(document->getUser(), SceneCodeForm { false, false });
     EXPECT_EQ(code.placeholders.size(), before);
     int found = 0;
     for (const ScenePlaceholder& placeholder : code.placeholders)
@@ -202,11 +203,26 @@ TEST(SceneCode, lockedValuesStandBesideThePlaceholders)
     EXPECT_EQ(found, 1);
 }
 
+TEST(SceneCode, imagesAreNamedOrWritten)
+{
+    const std::unique_ptr<MixerDocument> document = example("tinted-image-map.sskn");
+    const SceneCode values = sceneCodeOf(document->getUser(), SceneCodeForm());
+    ASSERT_EQ(values.unwrittenMaps.size(), 1);
+    EXPECT_EQ(values.unwrittenMaps.first().brick->getBrickTitle(), QStringLiteral("Brick Wall"));
+    EXPECT_EQ(values.unwrittenMaps.first().property->getName(), QStringLiteral("filename"));
+    EXPECT_FALSE(values.text.contains(QLatin1String("bricks.png")));
+
+    const SceneCode files = sceneCodeOf(document->getUser(), SceneCodeForm { true, true });
+    EXPECT_TRUE(files.unwrittenMaps.isEmpty());
+    EXPECT_TRUE(
+        files.text.contains(QLatin1String("\t\"string  filename\" [\"textures/bricks.png\"]\n")));
+}
+
 TEST(SceneCode, aNetworkWithoutRootSaysSo)
 {
     VireoBrickUser user;
     addBrick(user, "VireoMatMatteBrick");
-    const SceneCode code = sceneCodeOf(&user, true);
+    const SceneCode code = sceneCodeOf(&user, SceneCodeForm());
     EXPECT_TRUE(code.text.isEmpty());
     EXPECT_TRUE(code.error.contains(QLatin1String("root")));
 }

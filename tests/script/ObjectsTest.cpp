@@ -350,6 +350,16 @@ TEST(ScriptBrickUser, theNetworkIsASettingsTree)
         "    === root.getSceneCode(true).exportText);");
 }
 
+TEST(ScriptBrick, imagesAreWrittenAsFilesWhenAsked)
+{
+    EXPECT_PRINTS("1 false\n0 true\n",
+        "var image = new VireoTexClrImageMapBrick();"
+        "image.findParameterByName('filename').getProperty(0).setMap('wood.png');"
+        "[image.getSceneCode(true), image.getSceneCode(true, true)].forEach(function(code) {"
+        "    print(code.unwrittenMaps.length, code.materialText.indexOf('[\"wood.png\"]') > 0);"
+        "});");
+}
+
 TEST_F(ScriptScene, aNetworkIsAppliedAndComesBack)
 {
     EXPECT_PRINTS("true 1 Apply Mine\n1 2 true\nnull\n",
