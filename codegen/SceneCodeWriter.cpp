@@ -5,6 +5,8 @@
 
 #include "dznumericproperty.h"
 
+#include <cstring>
+
 namespace {
 
 const char* const colorPattern = "\t\"color   %1\" [%2 %3 %4]\n";
@@ -36,24 +38,33 @@ QString filledStepByStep(const char* pattern, const QString* const* arguments, i
     return filled;
 }
 
-/// Appends a number in decimal with at least three digits.
-void appendPadded(QString* text, quint32 number)
+/// Digits of a number in decimal, at least three.
+int paddedSize(quint32 number)
 {
-    QChar digits[10];
-    int count = 0;
-    for (; number > 0 || count < 3; number /= 10)
-        digits[count++] = QLatin1Char(static_cast<char>('0' + number % 10));
-    while (count > 0)
-        *text += digits[--count];
+    int size = 3;
+    for (quint32 rest = number / 1000; rest > 0; rest /= 10)
+        ++size;
+    return size;
 }
 
-int markerCount(const char* pattern)
+/// Writes a number in decimal, with zeros before it, into exactly `size` characters.
+void writePadded(QChar* out, int size, quint32 number)
 {
-    int count = 0;
-    for (const char* c = pattern; *c; ++c)
-        if (*c == '%' && c[1] >= '1' && c[1] <= '9')
-            ++count;
-    return count;
+    for (int i = size - 1; i >= 0; --i, number /= 10)
+        out[i] = QLatin1Char(static_cast<char>('0' + number % 10));
+}
+
+/// Copies characters and returns the place after them.
+QChar* writeText(QChar* out, const QString& text)
+{
+    memcpy(out, text.constData(), sizeof(QChar) * static_cast<size_t>(text.size()));
+    return out + text.size();
+}
+
+/// True at a place marker such as "%1".
+bool isMarker(const char* place)
+{
+    return *place == '%' && place[1] >= '1' && place[1] <= '9';
 }
 
 } // namespace
@@ -116,21 +127,34 @@ void SceneCodeWriter::writeTemplate(const char* pattern, const QString& first,
     const QString& second, const QString& third, const QString& fourth)
 {
     const QString* const arguments[] = { &first, &second, &third, &fourth };
-    const int count = markerCount(pattern);
+    const int mostArguments = 4;
+    int count = 0;
+    int size = 0;
     bool isPlain = true;
-    for (int i = 0; i < count; ++i)
-        isPlain = isPlain && !arguments[i]->contains(QLatin1Char('%'));
+    for (const char* c = pattern; *c; ++c) {
+        if (!isMarker(c)) {
+            ++size;
+            continue;
+        }
+        const int index = *++c - '1';
+        isPlain = isPlain && index < mostArguments && !arguments[index]->contains(QLatin1Char('%'));
+        size += isPlain ? arguments[index]->size() : 0;
+        count = qMin(count + 1, mostArguments);
+    }
     QString& buffer = text();
     if (!isPlain) {
         buffer += filledStepByStep(pattern, arguments, count);
         return;
     }
     // Without place markers in the arguments one pass gives the same text.
+    const int begin = buffer.size();
+    buffer.resize(begin + size);
+    QChar* out = buffer.data() + begin;
     for (const char* c = pattern; *c; ++c) {
-        if (*c == '%' && c[1] >= '1' && c[1] <= '9')
-            buffer += *arguments[*++c - '1'];
+        if (isMarker(c))
+            out = writeText(out, *arguments[*++c - '1']);
         else
-            buffer += QLatin1Char(*c);
+            *out++ = QLatin1Char(*c);
     }
 }
 
@@ -235,12 +259,15 @@ QString placeholderName(SceneCodeWriter* writer, DzProperty* property, const QSt
     int& place = writer->placeholderTable[writer->placeholderSlot(property)];
     if (place >= 0)
         return writer->placeholderNames.at(place);
-    QString name;
-    name.reserve(suffix.size() + 24);
-    name += QLatin1String("LuxRender_Lm_");
-    appendPadded(&name, writer->placeholderCounter++);
-    name += QLatin1Char('_');
-    name += suffix;
+    // In one piece: a run may give hundreds of thousands of them.
+    static const QString prefix = QLatin1String("LuxRender_Lm_");
+    const quint32 number = writer->placeholderCounter++;
+    const int numDigits = paddedSize(number);
+    QString name(prefix.size() + numDigits + 1 + suffix.size(), Qt::Uninitialized);
+    QChar* out = writeText(name.data(), prefix);
+    writePadded(out, numDigits, number);
+    out[numDigits] = QLatin1Char('_');
+    writeText(out + numDigits + 1, suffix);
     place = writer->placeholderKeys.size();
     writer->placeholderKeys.append(property);
     writer->placeholderNames.append(name);

@@ -116,6 +116,11 @@ void DzKeptMembers::readProperty(
     static const QString value = QString::fromLatin1(valueKey);
     static const QString fullForm = QString::fromLatin1(fullFormKey);
     const int count = members.getNumValues();
+    // Nearly all properties of a file have nothing but a value that can be used.
+    if (count == 1 && members.getKey(0) == value && property->readAttribute(members, value)) {
+        property->m_keptMembers.reset();
+        return;
+    }
     QSet<QString> unusable;
     for (int i = 0; i < count; ++i) {
         const QString key = members.getKey(i);
