@@ -183,9 +183,17 @@ void NetworkView::updateActions()
     }
 }
 
+/// True while a button of the mouse is held down for something.
+bool NetworkView::isBusy() const
+{
+    return m_gesture || m_isPanning;
+}
+
 void NetworkView::addFromSearch()
 {
-    openSearch(placeForNew(), m_keyboard.getPin());
+    // The search would take the release of the button.
+    if (!isBusy())
+        openSearch(placeForNew(), m_keyboard.getPin());
 }
 
 void NetworkView::cutBricks()
@@ -360,7 +368,8 @@ QRect NetworkView::editorPlace(const QRectF& box) const
 void NetworkView::startEditor(
     const QString& text, const QRectF& box, const std::function<void(const QString&)>& commit)
 {
-    delete m_editor;
+    if (m_editor)
+        m_editor->commit();
     m_editor = new InlineEditor(text, editorPlace(box), viewport());
     connect(m_editor, &InlineEditor::committed, this, commit);
 }
@@ -575,6 +584,12 @@ void NetworkView::mouseMoveEvent(QMouseEvent* event)
 {
     m_mouse = event->pos();
     m_isMouseInside = true;
+    if (event->buttons() == Qt::NoButton) {
+        // Another window took the release.
+        m_isPanning = false;
+        m_isMenuDue = false;
+        cancelGesture();
+    }
     if (m_isPanning) {
         const QPoint way = event->pos() - m_panStart;
         m_panStart = event->pos();
@@ -625,17 +640,17 @@ bool NetworkView::cancelGesture()
 
 void NetworkView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton)
-        return;
     const QPointF place = mapToScene(event->pos());
     const CanvasHit hit = m_scene->hit(place, getReach());
-    if (hit.kind == CanvasHit::Pin)
+    const bool isPress = event->button() != Qt::LeftButton || m_isSpaceDown || isBusy();
+    // Where nothing is to be opened, a second quick press is a press like any other.
+    if (isPress || hit.kind == CanvasHit::Pin || hit.kind == CanvasHit::Wire)
         mousePressEvent(event);
     else if (hit.item)
         emit brickActivated(hit.item->getBrick());
     else if (hit.kind == CanvasHit::FrameTitle)
         editFrameTitle(hit.frame);
-    else if (hit.kind == CanvasHit::Nothing)
+    else
         openSearch(place);
 }
 
@@ -859,6 +874,9 @@ bool NetworkView::viewportEvent(QEvent* event)
         showToolTip(help->pos(), help->globalPos());
         return true;
     }
+    // Others may ask for a picture before the scene had its turn.
+    if (event->type() == QEvent::Paint)
+        m_scene->bringUpToDate();
     if (event->type() == QEvent::Leave)
         m_isMouseInside = false;
     return QGraphicsView::viewportEvent(event);

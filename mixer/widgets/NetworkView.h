@@ -146,6 +146,7 @@ private:
     void updateStyle();
     void placeMiniMap();
 
+    bool isBusy() const;
     void addFromSearch();
     void cutBricks();
     void copyBricks();

@@ -373,6 +373,82 @@ TEST_F(Canvas, aBrickThatIsDeletedWhileItsWireIsDraggedDoesNoHarm)
     EXPECT_EQ(param(matte, "Kd")->getNumConnections(), 0);
 }
 
+TEST_F(Canvas, theSearchDoesNotOpenDuringADrag)
+{
+    addThree();
+    const QPoint from = titleOf(matte);
+    press(from);
+    moveTo(from + QPoint(30, 30));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(search(), nullptr);
+    key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(search(), nullptr);
+    moveTo(from + QPoint(50, 60));
+    release(from + QPoint(50, 60));
+    EXPECT_EQ(BrickAppearance::position(matte), QPointF(-50, -40));
+    press(QPoint(500, 600), Qt::MiddleButton);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(search(), nullptr);
+    release(QPoint(500, 600), Qt::MiddleButton);
+    key(Qt::Key_Tab);
+    EXPECT_NE(search(), nullptr);
+}
+
+TEST_F(Canvas, aDragWhoseButtonIsUpAlreadyIsTakenBack)
+{
+    addThree();
+    // The release went to another window.
+    const auto moveFreely = [this](const QPoint& place) {
+        QMouseEvent event(QEvent::MouseMove, place, m_view.viewport()->mapToGlobal(place),
+            Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_view.viewport(), &event);
+    };
+    const QPoint from = titleOf(matte);
+    press(from);
+    moveTo(from + QPoint(30, 30));
+    moveFreely(from + QPoint(200, 30));
+    EXPECT_EQ(m_view.getScene()->getItem(matte)->pos(), QPointF(-100, -100));
+    release(from + QPoint(200, 30));
+    EXPECT_EQ(BrickAppearance::position(matte), QPointF(-100, -100));
+    EXPECT_EQ(dzUndoStack->getNumItems(), 0);
+    const QPointF before = m_view.mapToScene(QPoint(500, 600));
+    press(QPoint(500, 600), Qt::MiddleButton);
+    moveFreely(QPoint(600, 600));
+    EXPECT_EQ(m_view.mapToScene(QPoint(500, 600)), before);
+    release(QPoint(600, 600), Qt::MiddleButton);
+}
+
+TEST_F(Canvas, aSecondQuickPressOfAnyButtonIsAPress)
+{
+    linkThree();
+    const auto send = [this](QEvent::Type type, const QPoint& place, Qt::MouseButton button,
+                          Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers) {
+        QMouseEvent event(
+            type, place, m_view.viewport()->mapToGlobal(place), button, buttons, modifiers);
+        QCoreApplication::sendEvent(m_view.viewport(), &event);
+    };
+    const auto dragAgain = [&](const QPoint& from, const QPoint& to, Qt::MouseButton button,
+                               Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        send(QEvent::MouseButtonDblClick, from, button, button, modifiers);
+        send(QEvent::MouseMove, to, Qt::NoButton, button, modifiers);
+        send(QEvent::MouseButtonRelease, to, button, Qt::NoButton, modifiers);
+    };
+    const QPointF before = m_view.mapToScene(QPoint(500, 600));
+    dragAgain(QPoint(500, 600), QPoint(540, 610), Qt::MiddleButton);
+    EXPECT_EQ(m_view.mapToScene(QPoint(540, 610)), before);
+    const QPoint wire = middleOfWire(texture, matte, "Kd");
+    dragAgain(wire - QPoint(0, 60), wire + QPoint(0, 60), Qt::RightButton, Qt::ControlModifier);
+    EXPECT_FALSE(isLinked(texture, matte, "Kd"));
+    QTest::keyPress(window(), Qt::Key_Space);
+    dragAgain(QPoint(540, 610), QPoint(500, 600), Qt::LeftButton);
+    QTest::keyRelease(window(), Qt::Key_Space);
+    EXPECT_EQ(m_view.mapToScene(QPoint(500, 600)), before);
+    EXPECT_EQ(search(), nullptr);
+    dragAgain(QPoint(500, 600), QPoint(500, 600), Qt::RightButton);
+    ASSERT_NE(openMenu(), nullptr);
+    openMenu()->close();
+}
+
 // Selecting.
 
 TEST_F(Canvas, clicksSelect)
@@ -662,6 +738,36 @@ TEST_F(Canvas, escapeLeavesATitleAsItIs)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Matte"));
     EXPECT_EQ(m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor")), nullptr);
+}
+
+TEST_F(Canvas, aTitleThatLosesTheKeyboardIsTakenOver)
+{
+    addThree();
+    m_selection.set({ matte });
+    key(Qt::Key_F2);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("Wall paint"));
+    ASSERT_EQ(QApplication::focusWidget(), editor);
+    QApplication::focusWidget()->clearFocus();
+    EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Wall paint"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+}
+
+TEST_F(Canvas, aTitleIsTakenOverWhenAnotherIsEdited)
+{
+    addThree();
+    m_view.editTitle(matte);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("Wall paint"));
+    m_view.editTitle(root);
+    EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Wall paint"));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->text(), root->getBrickTitle());
+    EXPECT_TRUE(editor->hasFocus());
 }
 
 TEST_F(Canvas, draggingTheRightEdgeChangesTheWidth)
@@ -994,6 +1100,68 @@ TEST_F(Canvas, valuesInRowsFollowTheirProperties)
         propertyAs<DzFloatProperty>(matte, "sigma")->setValue(12.5f);
     }
     EXPECT_NE(m_view.grab().toImage(), before);
+}
+
+TEST_F(Canvas, valuesAreStillFollowedWhenRowsWereMadeAnew)
+{
+    addThree();
+    VireoBrickBase* band = add("VireoTexClrBAndBrick", -400, 120);
+    const auto follows = [&](DzShaderBrick* brick, const char* name) {
+        // A picture is asked for before the next turn of the event loop.
+        m_view.grab();
+        QCoreApplication::processEvents();
+        const QImage before = m_view.grab().toImage();
+        DzUndoStackLock lock;
+        auto* value = propertyAs<DzFloatProperty>(brick, name);
+        value->setValue(value->getValue() + 1);
+        return m_view.grab().toImage() != before;
+    };
+    EXPECT_TRUE(follows(matte, "sigma"));
+    m_edit.setHidesParams({ matte }, true);
+    m_view.grab();
+    m_edit.setHidesParams({ matte }, false);
+    EXPECT_TRUE(follows(matte, "sigma")) << "after its rows were hidden";
+    m_edit.setWidth(matte, 230);
+    EXPECT_TRUE(follows(matte, "sigma")) << "after a new width";
+    m_edit.setTitle(matte, QStringLiteral("Wall paint"));
+    EXPECT_TRUE(follows(matte, "sigma")) << "after a new title";
+    EXPECT_TRUE(follows(band, "amount"));
+    propertyAs<DzIntProperty>(band, "count")->setValue(3);
+    EXPECT_TRUE(follows(band, "amount")) << "after new inputs";
+}
+
+TEST_F(Canvas, whatIsPaintedIsNeverHalfDone)
+{
+    linkThree();
+    QCoreApplication::processEvents();
+    m_view.grab();
+    m_edit.setHidesParams({ matte }, true);
+    m_edit.setHidesParams({ texture }, true);
+    m_edit.deleteBricks({ root });
+    const QImage atOnce = m_view.grab().toImage();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_view.grab().toImage(), atOnce);
+}
+
+TEST_F(Canvas, rowsThatAreMadeAnewAreFollowedOnce)
+{
+    struct Peek : DzBrickParam {
+        using DzBrickParam::receivers;
+    };
+    addThree();
+    const auto followers = [this] {
+        m_view.grab();
+        return (param(matte, "sigma")->*(&Peek::receivers))(SIGNAL(typeChanged()));
+    };
+    const int before = followers();
+    for (const bool hides : { true, false, true, false }) {
+        m_edit.setHidesParams({ matte }, hides);
+        m_view.grab();
+    }
+    EXPECT_GT(before, 0);
+    EXPECT_EQ(followers(), before);
+    emit param(matte, "sigma")->typeChanged();
+    EXPECT_EQ(followers(), before);
 }
 
 TEST_F(Canvas, colorsFollowThePalette)
