@@ -288,12 +288,18 @@ void NetworkEdit::setHidesParams(const QVector<DzShaderBrick*>& bricks, bool hid
 
 void NetworkEdit::setWidth(DzShaderBrick* brick, qreal width)
 {
-    const int wanted
-        = qRound(qBound(BrickAppearance::minimumWidth, width, BrickAppearance::maximumWidth));
+    changeWidth({ brick }, width - BrickAppearance::width(brick));
+}
+
+void NetworkEdit::changeWidth(const QVector<DzShaderBrick*>& bricks, qreal by)
+{
     DzUndoStackHold hold;
-    changeSettings({ brick }, [=](DzShaderBrick* changed) {
-        if (qRound(BrickAppearance::width(changed)) != wanted)
-            changed->getBrickSettings()->setIntValue(BrickAppearance::widthKey(), wanted);
+    changeSettings(bricks, [=](DzShaderBrick* brick) {
+        const qreal before = BrickAppearance::width(brick);
+        const int wanted = qRound(
+            qBound(BrickAppearance::minimumWidth, before + by, BrickAppearance::maximumWidth));
+        if (qRound(before) != wanted)
+            brick->getBrickSettings()->setIntValue(BrickAppearance::widthKey(), wanted);
     });
     hold.accept(tr("Change Width"));
 }
@@ -859,11 +865,23 @@ QVector<BrickFrame> NetworkEdit::getFrames() const
             continue;
         if (!indexOf.contains(number)) {
             indexOf.insert(number, frames.size());
-            frames.append(BrickFrame { number, BrickAppearance::frameTitle(brick), {} });
+            BrickFrame frame;
+            frame.number = number;
+            frame.title = BrickAppearance::frameTitle(brick);
+            frames.append(frame);
         }
         frames[indexOf.value(number)].bricks.append(brick);
     }
     return frames;
+}
+
+BrickFrame NetworkEdit::getFrame(int number) const
+{
+    const QVector<BrickFrame> frames = getFrames();
+    for (const BrickFrame& frame : frames)
+        if (frame.number == number)
+            return frame;
+    return BrickFrame();
 }
 
 void NetworkEdit::changeFrame(
@@ -896,14 +914,12 @@ int NetworkEdit::frameBricks(const QVector<DzShaderBrick*>& bricks, const QStrin
 
 void NetworkEdit::addToFrame(const QVector<DzShaderBrick*>& bricks, int frame)
 {
-    const QVector<BrickFrame> frames = getFrames();
-    for (const BrickFrame& known : frames) {
-        if (known.number != frame)
-            continue;
-        DzUndoStackHold hold;
-        changeFrame(bricks, frame, known.title);
-        hold.accept(tr("Add to Frame"));
-    }
+    const BrickFrame known = getFrame(frame);
+    if (known.bricks.isEmpty())
+        return;
+    DzUndoStackHold hold;
+    changeFrame(bricks, frame, known.title);
+    hold.accept(tr("Add to Frame"));
 }
 
 void NetworkEdit::removeFromFrames(const QVector<DzShaderBrick*>& bricks)
@@ -915,14 +931,16 @@ void NetworkEdit::removeFromFrames(const QVector<DzShaderBrick*>& bricks)
 
 void NetworkEdit::setFrameTitle(int frame, const QString& title)
 {
-    const QVector<BrickFrame> frames = getFrames();
-    for (const BrickFrame& known : frames) {
-        if (known.number != frame)
-            continue;
-        DzUndoStackHold hold;
-        changeFrame(known.bricks, frame, title.simplified());
-        hold.accept(tr("Change Frame Title"));
-    }
+    DzUndoStackHold hold;
+    changeFrame(getFrame(frame).bricks, frame, title.simplified());
+    hold.accept(tr("Change Frame Title"));
+}
+
+void NetworkEdit::removeFrame(int frame)
+{
+    DzUndoStackHold hold;
+    changeFrame(getFrame(frame).bricks, 0, QString());
+    hold.accept(tr("Remove Frame"));
 }
 
 // Other edits.

@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
 
@@ -234,6 +235,36 @@ TEST_F(Canvas, aRefusedLinkSaysWhy)
     ASSERT_EQ(m_messages.size(), 1);
     EXPECT_EQ(m_messages.first(), QStringLiteral("Sigma takes LFloat, and this is LColor."));
     EXPECT_EQ(dzUndoStack->getNumItems(), 0);
+}
+
+TEST_F(Canvas, aRefusedWireSaysWhyBesideTheCursor)
+{
+    addThree();
+    const QPoint place = pinOf(matte, "sigma");
+    press(pinOf(texture, "result"));
+    moveTo(place + QPoint(-20, 0));
+    moveTo(place);
+    const QImage shown = m_view.viewport()->grab().toImage();
+    // Painting the same words over it changes nothing; other words would show.
+    const auto differsFrom = [&](const QString& text) {
+        QImage painted = shown;
+        QPainter painter(&painted);
+        painter.setTransform(m_view.viewportTransform());
+        m_view.paintHint(&painter, m_view.mapToScene(place), text, true);
+        const QFontMetrics metrics(m_view.getScene()->getStyle().font);
+        const QRect inside(place + QPoint(20, 22), QSize(metrics.horizontalAdvance(text), 12));
+        int different = 0;
+        for (int x = inside.left(); x <= inside.right(); ++x)
+            for (int y = inside.top(); y <= inside.bottom(); ++y) {
+                const int before = qGray(shown.pixel(x, y));
+                different += qAbs(before - qGray(painted.pixel(x, y))) > 60;
+            }
+        return different > 0;
+    };
+    EXPECT_FALSE(differsFrom(QStringLiteral("Sigma takes LFloat, and this is LColor.")));
+    EXPECT_TRUE(differsFrom(QStringLiteral("Sigma takes LFloat, and this is LGhost.")));
+    EXPECT_TRUE(differsFrom(QStringLiteral("Nothing is refused.")));
+    release(place);
 }
 
 TEST_F(Canvas, cuttingAcrossWiresRemovesThem)
@@ -481,6 +512,68 @@ TEST_F(Canvas, aBoxSelectsWhatItReachesOver)
     drag(corner, at(QPointF(-350, 0)), Qt::LeftButton, Qt::ControlModifier);
     EXPECT_EQ(selected().size(), 2);
     EXPECT_FALSE(m_selection.contains(texture));
+}
+
+TEST_F(Canvas, aBoxTellsWhenSelectingIsOver)
+{
+    addThree();
+    int ends = 0;
+    QObject::connect(&m_selection, &BrickSelection::selectingEnded, &m_view, [&] { ++ends; });
+    const QPoint corner = at(QPointF(-450, -150));
+    press(corner);
+    EXPECT_TRUE(m_selection.isSelecting());
+    moveTo(at(QPointF(-350, 0)));
+    EXPECT_EQ(selected(), QVector<DzShaderBrick*> { texture });
+    EXPECT_TRUE(m_selection.isSelecting());
+    moveTo(at(QPointF(-50, 0)));
+    EXPECT_EQ(ends, 0);
+    release(at(QPointF(-50, 0)));
+    EXPECT_FALSE(m_selection.isSelecting());
+    EXPECT_EQ(ends, 1);
+    press(corner);
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(m_selection.isSelecting());
+    EXPECT_EQ(ends, 2);
+    release(corner);
+    EXPECT_EQ(ends, 2);
+}
+
+TEST_F(Canvas, aBoxDoesNotSelectWhatWasDeletedMeanwhile)
+{
+    addThree();
+    m_selection.set({ matte, texture });
+    const QPoint corner = at(QPointF(450, -150));
+    press(corner, Qt::LeftButton, Qt::ShiftModifier);
+    moveTo(at(QPointF(400, -50)));
+    EXPECT_EQ(selected().size(), 3);
+    m_edit.deleteBricks({ matte });
+    moveTo(at(QPointF(390, -50)));
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, root }));
+    release(at(QPointF(390, -50)));
+    dzUndoStack->undo();
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, root }));
+}
+
+TEST_F(Canvas, bricksThatGoTogetherLeaveTheSelectionTogether)
+{
+    linkThree();
+    m_selection.set(m_edit.getBricks());
+    key(Qt::Key_D, Qt::ControlModifier);
+    ASSERT_EQ(selected().size(), 3);
+    int changes = 0;
+    QObject::connect(&m_selection, &BrickSelection::selectionChanged, &m_view, [&] { ++changes; });
+    dzUndoStack->undo();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(selected().isEmpty());
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(m_view.getScene()->getItems().size(), 3);
+    dzUndoStack->redo();
+    m_selection.set(m_edit.getBricks());
+    dzUndoStack->undo();
+    dzUndoStack->redo();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_view.getScene()->getItems().size(), 6);
+    m_view.grab();
 }
 
 TEST_F(Canvas, keysSelectAllUpstreamAndDownstream)
@@ -770,6 +863,20 @@ TEST_F(Canvas, aTitleIsTakenOverWhenAnotherIsEdited)
     EXPECT_TRUE(editor->hasFocus());
 }
 
+TEST_F(Canvas, whoTakesTheKeyboardFromATitleKeepsIt)
+{
+    addThree();
+    QLineEdit other(&m_view);
+    other.show();
+    m_view.editTitle(matte);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("Wall paint"));
+    other.setFocus(Qt::MouseFocusReason);
+    EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Wall paint"));
+    EXPECT_TRUE(other.hasFocus());
+}
+
 TEST_F(Canvas, draggingTheRightEdgeChangesTheWidth)
 {
     addThree();
@@ -895,6 +1002,147 @@ TEST_F(Canvas, arrangePutsWhatFeedsToTheLeft)
 }
 
 // Keys alone.
+
+TEST_F(Canvas, severalBricksAreSelectedWithKeysAlone)
+{
+    addThree();
+    m_selection.set({ texture });
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, matte }));
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, root })) << "matte was not kept";
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    key(Qt::Key_Left);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, root, matte }));
+    key(Qt::Key_Left);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { root, texture }));
+    EXPECT_TRUE(m_view.accessibleDescription().contains(QLatin1String("kept selected")))
+        << m_view.accessibleDescription().toStdString();
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_FALSE(m_view.accessibleDescription().contains(QLatin1String("kept selected")));
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { root, matte })) << "texture is let go";
+    key(Qt::Key_Escape);
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected().size(), 1) << "Escape lets all go";
+    EXPECT_EQ(dzUndoStack->getNumItems(), 0);
+}
+
+TEST_F(Canvas, aClickLetsGoWhatKeysKept)
+{
+    addThree();
+    m_selection.set({ texture });
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    click(titleOf(matte));
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), QVector<DzShaderBrick*> { root });
+}
+
+TEST_F(Canvas, keysChangeTheWidthOfAllSelectedBricks)
+{
+    addThree();
+    m_selection.set({ matte, texture });
+    key(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(BrickAppearance::width(matte), 230);
+    EXPECT_EQ(BrickAppearance::width(texture), 230);
+    EXPECT_EQ(BrickAppearance::width(root), 210);
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    key(Qt::Key_Left, Qt::AltModifier);
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(BrickAppearance::width(matte), 190);
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Change Width"));
+    m_edit.changeWidth({ matte, texture }, -BrickAppearance::maximumWidth);
+    const int steps = dzUndoStack->getNumUndoItems();
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), steps);
+}
+
+TEST_F(Canvas, keysChangeTheTitleOfAFrameAndRemoveIt)
+{
+    addThree();
+    m_edit.frameBricks({ matte, texture }, QStringLiteral("Old"));
+    m_selection.set({ root });
+    EXPECT_FALSE(m_view.getAction(NetworkView::FrameTitleCommand)->isEnabled());
+    m_selection.set({ matte });
+    key(Qt::Key_F2, Qt::ShiftModifier);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->text(), QStringLiteral("Old"));
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(m_edit.getFrames().size(), 1);
+    EXPECT_EQ(m_edit.getFrames().first().title, QString());
+    m_view.setFocus();
+    key(Qt::Key_G, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_TRUE(m_edit.getFrames().isEmpty());
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Remove Frame"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 3);
+    EXPECT_FALSE(m_view.getAction(NetworkView::RemoveFrameCommand)->isEnabled());
+    dzUndoStack->undo();
+    ASSERT_EQ(m_edit.getFrames().size(), 1);
+    EXPECT_EQ(m_edit.getFrames().first().bricks.size(), 2);
+}
+
+TEST_F(Canvas, aBrickIsPutIntoAWireWithKeysAlone)
+{
+    linkThree();
+    m_selection.set({ matte });
+    m_messages.clear();
+    key(Qt::Key_I, Qt::ControlModifier);
+    EXPECT_EQ(search(), nullptr);
+    EXPECT_EQ(m_messages,
+        QStringList(QStringLiteral("Go to a linked pin first: Up and Down walk the rows.")));
+    const BrickItem* item = m_view.getScene()->getItem(matte);
+    for (int row = 0; row <= item->rowOf(param(matte, "Kd")); ++row)
+        key(Qt::Key_Down);
+    key(Qt::Key_I, Qt::ControlModifier);
+    ASSERT_NE(search(), nullptr);
+    EXPECT_TRUE(foundInSearch().contains(texture->getPreferredName()));
+    EXPECT_FALSE(foundInSearch().contains(matte->getPreferredName()));
+    EXPECT_FALSE(foundInSearch().contains(QStringLiteral("Black Body")))
+        << "what has no input cannot stand in a wire";
+    typeInSearch(QStringLiteral("mix"));
+    ASSERT_EQ(m_user.getNumBricks(), 4);
+    DzShaderBrick* added = m_user.getBrick(4);
+    EXPECT_TRUE(isLinked(added, matte, "Kd"));
+    EXPECT_TRUE(isLinked(texture, added, "tex1"));
+    EXPECT_EQ(selected(), QVector<DzShaderBrick*> { added });
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    dzUndoStack->undo();
+    EXPECT_TRUE(isLinked(texture, matte, "Kd"));
+}
+
+TEST_F(Canvas, aBrickIsPutIntoAWireFromItsMenu)
+{
+    linkThree();
+    const QPoint wire = middleOfWire(texture, matte, "Kd");
+    drag(wire, wire, Qt::RightButton);
+    ASSERT_NE(openMenu(), nullptr);
+    QAction* insert = openMenu()->actions().at(1);
+    EXPECT_EQ(insert->text(), QStringLiteral("&Insert Brick…"));
+    openMenu()->close();
+    insert->trigger();
+    typeInSearch(QStringLiteral("mix"));
+    ASSERT_EQ(m_user.getNumBricks(), 4);
+    EXPECT_TRUE(isLinked(m_user.getBrick(4), matte, "Kd"));
+}
+
+TEST_F(Canvas, everyCommandSaysWhatItDoes)
+{
+    QSet<QString> tips;
+    for (int i = 0; i < NetworkView::CommandCount; ++i) {
+        const QAction* action = m_view.getAction(NetworkView::Command(i));
+        const QString tip = action->statusTip();
+        EXPECT_GT(tip.size(), action->text().size()) << action->text().toStdString();
+        EXPECT_FALSE(tips.contains(tip)) << tip.toStdString();
+        tips.insert(tip);
+        EXPECT_TRUE(action->toolTip().startsWith(tip));
+        EXPECT_TRUE(action->shortcut().isEmpty()
+            || action->toolTip().contains(action->shortcut().toString(QKeySequence::NativeText)));
+    }
+}
 
 TEST_F(Canvas, pinsAreLinkedWithKeysAlone)
 {

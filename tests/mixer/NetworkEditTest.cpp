@@ -517,6 +517,34 @@ TEST_F(Edit, theSelectionForgetsDeletedBricks)
     EXPECT_EQ(selection.getCurrent(), nullptr);
 }
 
+TEST_F(Edit, theSelectionTellsOnlyWhatChanges)
+{
+    BrickSelection selection;
+    int changes = 0;
+    QObject::connect(&selection, &BrickSelection::selectionChanged, &selection, [&] { ++changes; });
+    DzShaderBrick* a = add("VireoMatMatteBrick");
+    DzShaderBrick* b = add("VireoMatMatteBrick");
+    DzShaderBrick* c = add("VireoMatMatteBrick");
+    selection.set({ a, b });
+    selection.set({ a, nullptr, b, a });
+    EXPECT_EQ(changes, 1);
+    selection.set({ b, c });
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(selection.getBricks(), (QVector<DzShaderBrick*> { b, c }));
+    EXPECT_FALSE(selection.contains(a));
+    selection.set({ c, b });
+    EXPECT_EQ(selection.getCurrent(), b) << "the order is part of it";
+    EXPECT_EQ(changes, 3);
+    {
+        DzUndoStackLock lock;
+        user.deleteBrick(a);
+        EXPECT_EQ(changes, 3) << "what left it is not followed";
+        user.deleteBrick(c);
+    }
+    EXPECT_EQ(selection.getBricks(), QVector<DzShaderBrick*> { b });
+    EXPECT_EQ(changes, 4);
+}
+
 TEST_F(Edit, upstreamAndDownstreamAreFollowedThroughSharedBricks)
 {
     DzShaderBrick* a = add("VireoTexClrConstantBrick");
