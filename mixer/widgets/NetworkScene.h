@@ -34,8 +34,8 @@ struct CanvasHit {
 };
 
 /// The canvas' items: a brick user's bricks, wires and frames as they are at any time. It follows
-/// the signals of the host, whoever makes the changes. What changed is brought up to date before
-/// the next event, or at once by flush().
+/// the signals of the host, whoever makes the changes. What changed is brought up to date before it
+/// is painted or asked for; others are told before the next event, or at once by flush().
 class NetworkScene : public QGraphicsScene
 {
     Q_OBJECT

@@ -866,7 +866,8 @@ void NetworkView::focusOutEvent(QFocusEvent* event)
 void NetworkView::contextMenuEvent(QContextMenuEvent* event)
 {
     // The mouse's menu comes when the button is released, for it may be the start of a cut.
-    if (event->reason() == QContextMenuEvent::Mouse)
+    // No menu may take the release of a button that is held down.
+    if (event->reason() == QContextMenuEvent::Mouse || isBusy())
         return;
     const BrickItem* item = m_scene->getItem(m_selection->getCurrent());
     openMenu(item ? item->pos() + QPointF(12, BrickAppearance::titleHeight / 2) : placeForNew());

@@ -404,7 +404,7 @@ TEST_F(Canvas, aBrickThatIsDeletedWhileItsWireIsDraggedDoesNoHarm)
     EXPECT_EQ(param(matte, "Kd")->getNumConnections(), 0);
 }
 
-TEST_F(Canvas, theSearchDoesNotOpenDuringADrag)
+TEST_F(Canvas, noSearchAndNoMenuOpensDuringADrag)
 {
     addThree();
     const QPoint from = titleOf(matte);
@@ -414,6 +414,9 @@ TEST_F(Canvas, theSearchDoesNotOpenDuringADrag)
     EXPECT_EQ(search(), nullptr);
     key(Qt::Key_Space, Qt::ControlModifier);
     EXPECT_EQ(search(), nullptr);
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint());
+    QCoreApplication::sendEvent(m_view.viewport(), &menuKey);
+    EXPECT_EQ(openMenu(), nullptr);
     moveTo(from + QPoint(50, 60));
     release(from + QPoint(50, 60));
     EXPECT_EQ(BrickAppearance::position(matte), QPointF(-50, -40));

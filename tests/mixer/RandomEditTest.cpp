@@ -493,11 +493,18 @@ TEST_P(RandomEdits, areFollowedByTheCanvas)
     view.show();
     RandomUser random(&user, &edit, GetParam() + 5);
     const auto check = [&](int step) {
+        if (step % 50 == 0) {
+            const QImage atOnce = view.grab().toImage();
+            view.getScene()->flush();
+            EXPECT_TRUE(view.grab().toImage() == atOnce) << "step " << step;
+        }
         if (step % 10 == 0) {
             EXPECT_TRUE(showsTheNetwork(view.getScene(), &edit)) << "step " << step;
+            const QVector<DzShaderBrick*> bricks = edit.getBricks();
+            for (DzShaderBrick* brick : selection.getBricks())
+                EXPECT_TRUE(bricks.contains(brick)) << "step " << step;
+            selection.set(bricks.mid(bricks.size() / 2));
         }
-        if (step % 50 == 0)
-            view.grab();
         return !testing::Test::HasFailure();
     };
     for (int i = 0; i < 1000; ++i) {
