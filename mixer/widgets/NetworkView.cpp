@@ -119,6 +119,16 @@ void NetworkView::addAlignment(
 void NetworkView::makeActions()
 {
     m_actions.resize(CommandCount);
+    makeEditActions();
+    makeSelectActions();
+    makeBrickActions();
+    makeFrameActions();
+    makePlaceActions();
+    makeLookActions();
+}
+
+void NetworkView::makeEditActions()
+{
     addCommand(AddBrickCommand, tr("&Add Brick…"), QKeySequence(Qt::CTRL | Qt::Key_Space),
         tr("Search for a brick and add it where the mouse is"), &NetworkView::addFromSearch);
     addCommand(InsertBrickCommand, tr("&Insert Brick into Wire…"),
@@ -141,6 +151,10 @@ void NetworkView::makeActions()
         QKeySequence(Qt::CTRL | Qt::Key_Delete),
         tr("Delete the selected bricks and link what they fed with what fed them"),
         &NetworkView::deleteAndReconnect);
+}
+
+void NetworkView::makeSelectActions()
+{
     addCommand(SelectAllCommand, tr("Select &All"), QKeySequence::SelectAll,
         tr("Select all bricks of the network"), &NetworkView::selectAll);
     addCommand(SelectUpstreamCommand, tr("Select &Upstream"),
@@ -152,6 +166,10 @@ void NetworkView::makeActions()
     addCommand(KeepSelectedCommand, tr("&Keep Selected"), QKeySequence(Qt::SHIFT | Qt::Key_Space),
         tr("Keep the selection while the arrow keys go to further bricks; again lets the brick go"),
         &NetworkView::keepSelected);
+}
+
+void NetworkView::makeBrickActions()
+{
     addCommand(RenameCommand, tr("Change &Title…"), QKeySequence(Qt::Key_F2),
         tr("Change the title of the brick that was selected last"), &NetworkView::rename);
     addCommand(HideParamsCommand, tr("&Hide or Show Parameters"), QKeySequence(Qt::Key_H),
@@ -161,6 +179,10 @@ void NetworkView::makeActions()
         tr("Make the selected bricks wider"), &NetworkView::widen);
     addCommand(NarrowerCommand, tr("&Narrower"), QKeySequence(Qt::ALT | Qt::Key_Left),
         tr("Make the selected bricks narrower"), &NetworkView::narrow);
+}
+
+void NetworkView::makeFrameActions()
+{
     addCommand(FrameCommand, tr("&Frame Bricks…"), QKeySequence(Qt::CTRL | Qt::Key_G),
         tr("Put a frame with a title around the selected bricks"), &NetworkView::frameSelection);
     addCommand(UnframeCommand, tr("Take out of &Frame"),
@@ -173,6 +195,10 @@ void NetworkView::makeActions()
         QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_G),
         tr("Remove the frame around the brick that was selected last, and keep its bricks"),
         &NetworkView::removeCurrentFrame);
+}
+
+void NetworkView::makePlaceActions()
+{
     addCommand(ArrangeCommand, tr("Auto-A&rrange"), QKeySequence(Qt::CTRL | Qt::Key_L),
         tr("Arrange the bricks so that what feeds stands on the left; several selected ones alone"),
         &NetworkView::arrange);
@@ -196,6 +222,10 @@ void NetworkView::makeActions()
     addAlignment(DistributeVerticallyCommand, tr("Distribute &Vertically"),
         tr("Make the gaps between the selected bricks equal, from top to bottom"),
         NetworkEdit::DistributeVertically);
+}
+
+void NetworkView::makeLookActions()
+{
     addCommand(ZoomToSelectionCommand, tr("Zoom to &Selection"), QKeySequence(Qt::Key_F),
         tr("Show the selected bricks as large as they fit"), &NetworkView::zoomToSelection);
     addCommand(ZoomToAllCommand, tr("Zoom to &All"), QKeySequence(Qt::Key_A),

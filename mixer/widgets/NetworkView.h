@@ -148,6 +148,12 @@ protected:
 
 private:
     void makeActions();
+    void makeEditActions();
+    void makeSelectActions();
+    void makeBrickActions();
+    void makeFrameActions();
+    void makePlaceActions();
+    void makeLookActions();
     void addCommand(Command command, const QString& text, const QKeySequence& shortcut,
         const QString& tip, void (NetworkView::*run)());
     void addAlignment(
