@@ -113,6 +113,10 @@ public:
             type, place, view.viewport()->mapToGlobal(place), button, buttons, Qt::NoModifier);
         QApplication::sendEvent(view.viewport(), &event);
     }
+    int bricksAt(const QPoint& place) const
+    {
+        return view.getScene()->bricksIn(QRectF(view.mapToScene(place), QSizeF(1, 1))).size();
+    }
     int bricksInView() const { return view.getScene()->bricksIn(view.getVisibleBox()).size(); }
 
     std::unique_ptr<VireoBrickUser> user;
@@ -211,7 +215,35 @@ void BM_CanvasZoomLevels(benchmark::State& state)
     state.counters["bricks_in_view"] = canvas.bricksInView();
 }
 
-enum UndoneEdit { UndoneMove, UndoneLink, UndoneDelete, UndoneMoveAll };
+/// One move of the mouse that draws a selecting box over half the network, larger and smaller.
+void BM_CanvasBoxSelectStep(benchmark::State& state)
+{
+    Canvas canvas(static_cast<int>(state.range(0)));
+    canvas.view.zoomToAll();
+    QApplication::processEvents();
+    const QPoint corner(1, 1);
+    require(canvas.bricksAt(corner) == 0, "nothing under the corner");
+    canvas.mouse(QEvent::MouseButtonPress, corner, Qt::LeftButton);
+    const QPoint places[]
+        = { QPoint(790, 990), QPoint(800, 990), QPoint(810, 990), QPoint(800, 990) };
+    int step = 0;
+    for (auto _ : state) {
+        canvas.mouse(QEvent::MouseMove, places[step++ % 4], Qt::LeftButton);
+        canvas.frame();
+    }
+    require(canvas.selection.size() > state.range(0) / 4, "many are selected");
+    state.counters["selected"] = canvas.selection.size();
+    canvas.mouse(QEvent::MouseButtonRelease, places[0], Qt::NoButton);
+}
+
+enum UndoneEdit {
+    UndoneMove,
+    UndoneLink,
+    UndoneDelete,
+    UndoneMoveAll,
+    UndoneDeleteAll,
+    UndoneDuplicateAll
+};
 
 /// One step back and one forth with the canvas and its picture, twice an iteration.
 void BM_CanvasUndo(benchmark::State& state)
@@ -232,6 +264,12 @@ void BM_CanvasUndo(benchmark::State& state)
     case UndoneDelete:
         canvas.edit.deleteBricks({ brick });
         break;
+    case UndoneDeleteAll:
+        canvas.edit.deleteBricks(canvas.edit.getBricks());
+        break;
+    case UndoneDuplicateAll:
+        canvas.edit.duplicate(canvas.edit.getBricks(), QPointF(9, 9));
+        break;
     default:
         for (DzShaderBrick* each : canvas.edit.getBricks())
             moves.append({ each, BrickAppearance::position(each) + QPointF(9, 9) });
@@ -241,9 +279,16 @@ void BM_CanvasUndo(benchmark::State& state)
     const QByteArray text = DzBrickUserFile().saveText(canvas.user.get());
     QApplication::processEvents();
     require(dzUndoStack->getNumUndoItems() == 1, "one step");
+    const bool isAllSelected = state.range(1);
     for (auto _ : state) {
         dzUndoStack->undo();
         canvas.frame();
+        if (isAllSelected) {
+            state.PauseTiming();
+            canvas.selection.set(canvas.edit.getBricks());
+            QApplication::processEvents();
+            state.ResumeTiming();
+        }
         dzUndoStack->redo();
         canvas.frame();
     }
@@ -311,6 +356,7 @@ void BM_OpenOnCanvas(benchmark::State& state)
 
 BENCHMARK(BM_CanvasPan)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CanvasDragBrick)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CanvasBoxSelectStep)->Arg(1000)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CanvasDragWire)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CanvasAllInView)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CanvasZoomLevels)
@@ -322,10 +368,15 @@ BENCHMARK(BM_CanvasZoomLevels)
     ->Arg(100)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CanvasUndo)
-    ->Arg(UndoneMove)
-    ->Arg(UndoneLink)
-    ->Arg(UndoneDelete)
-    ->Arg(UndoneMoveAll)
+    ->ArgNames({ "edit", "selected" })
+    ->Args({ UndoneMove, false })
+    ->Args({ UndoneLink, false })
+    ->Args({ UndoneDelete, false })
+    ->Args({ UndoneMoveAll, false })
+    ->Args({ UndoneMoveAll, true })
+    ->Args({ UndoneDeleteAll, false })
+    ->Args({ UndoneDeleteAll, true })
+    ->Args({ UndoneDuplicateAll, false })
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Arrange)->Arg(1000)->Arg(2000)->Arg(4000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_OpenOnCanvas)->Arg(1000)->Unit(benchmark::kMillisecond);

@@ -48,7 +48,7 @@ int rateAll(const BrickKind& kind, const QStringList& words)
 bool passes(const BrickKind& kind, const BrickCatalogue::Filter& filter)
 {
     return (!filter.user || filter.user->canUseBrick(kind.sample))
-        && (!filter.fitting || BrickCatalogue::findFitting(kind.sample, filter.fitting));
+        && (!filter.accepts || filter.accepts(kind.sample));
 }
 
 } // namespace

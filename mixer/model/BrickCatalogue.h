@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVector>
+#include <functional>
 
 class DzBrickParam;
 class IDzBrickUser;
@@ -52,8 +53,8 @@ public:
 
     /// What limits a search.
     struct Filter {
-        /// Only bricks with a parameter that can be linked with this one.
-        DzBrickParam* fitting = nullptr;
+        /// Only bricks of which this holds, if it is there.
+        std::function<bool(const DzShaderBrick* sample)> accepts;
         /// Only bricks that this user takes.
         const IDzBrickUser* user = nullptr;
     };

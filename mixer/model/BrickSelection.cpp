@@ -24,15 +24,33 @@ DzShaderBrick* BrickSelection::getCurrent() const
 
 void BrickSelection::set(const QVector<DzShaderBrick*>& bricks)
 {
-    if (bricks == m_bricks)
-        return;
-    for (DzShaderBrick* brick : qAsConst(m_bricks))
-        unwatch(brick);
+    const QVector<DzShaderBrick*> before = m_bricks;
+    const QSet<const QObject*> members = m_members;
     m_bricks.clear();
     m_members.clear();
-    for (DzShaderBrick* brick : bricks)
-        insert(brick);
+    for (DzShaderBrick* brick : bricks) {
+        if (!brick || m_members.contains(brick))
+            continue;
+        m_members.insert(brick);
+        m_bricks.append(brick);
+        if (!members.contains(brick))
+            watch(brick);
+    }
+    if (m_bricks == before)
+        return;
+    for (DzShaderBrick* brick : before)
+        if (!m_members.contains(brick))
+            unwatch(brick);
     emit selectionChanged();
+}
+
+void BrickSelection::setSelecting(bool isSelecting)
+{
+    if (isSelecting == m_isSelecting)
+        return;
+    m_isSelecting = isSelecting;
+    if (!isSelecting)
+        emit selectingEnded();
 }
 
 void BrickSelection::add(const QVector<DzShaderBrick*>& bricks)

@@ -31,8 +31,14 @@ public:
     void toggle(DzShaderBrick* brick);
     void clear() { set(QVector<DzShaderBrick*>()); }
 
+    /// While something is being selected with the mouse, changes come with every move of it:
+    /// whoever takes long over them may wait for selectingEnded().
+    bool isSelecting() const { return m_isSelecting; }
+    void setSelecting(bool isSelecting);
+
 signals:
     void selectionChanged();
+    void selectingEnded();
 
 private:
     bool insert(DzShaderBrick* brick);
@@ -42,4 +48,5 @@ private:
 
     QVector<DzShaderBrick*> m_bricks;
     QSet<const QObject*> m_members;
+    bool m_isSelecting = false;
 };

@@ -7,6 +7,7 @@
 #include "BrickCatalogue.h"
 #include "LayeredLayout.h"
 #include "NetworkUndo.h"
+#include "NetworkWalk.h"
 #include "dzapp.h"
 #include "dzbrickparam.h"
 #include "dzbrickstate.h"
@@ -124,15 +125,8 @@ IDzBrickUser* NetworkEdit::getUser() const
 
 QVector<DzShaderBrick*> NetworkEdit::getBricks() const
 {
-    QVector<DzShaderBrick*> bricks;
-    if (const IDzBrickUser* user = getUser()) {
-        QList<uint> ids;
-        user->getBrickIDs(ids);
-        bricks.reserve(ids.size());
-        for (const uint id : qAsConst(ids))
-            bricks.append(user->getBrick(id));
-    }
-    return bricks;
+    const IDzBrickUser* user = getUser();
+    return user ? bricksOf(user) : QVector<DzShaderBrick*>();
 }
 
 QVector<BrickLink> NetworkEdit::getLinks() const
@@ -294,12 +288,18 @@ void NetworkEdit::setHidesParams(const QVector<DzShaderBrick*>& bricks, bool hid
 
 void NetworkEdit::setWidth(DzShaderBrick* brick, qreal width)
 {
-    const int wanted
-        = qRound(qBound(BrickAppearance::minimumWidth, width, BrickAppearance::maximumWidth));
+    changeWidth({ brick }, width - BrickAppearance::width(brick));
+}
+
+void NetworkEdit::changeWidth(const QVector<DzShaderBrick*>& bricks, qreal by)
+{
     DzUndoStackHold hold;
-    changeSettings({ brick }, [=](DzShaderBrick* changed) {
-        if (qRound(BrickAppearance::width(changed)) != wanted)
-            changed->getBrickSettings()->setIntValue(BrickAppearance::widthKey(), wanted);
+    changeSettings(bricks, [=](DzShaderBrick* brick) {
+        const qreal before = BrickAppearance::width(brick);
+        const int wanted = qRound(
+            qBound(BrickAppearance::minimumWidth, before + by, BrickAppearance::maximumWidth));
+        if (qRound(before) != wanted)
+            brick->getBrickSettings()->setIntValue(BrickAppearance::widthKey(), wanted);
     });
     hold.accept(tr("Change Width"));
 }
@@ -524,8 +524,31 @@ LooseBricks takeApart(IDzBrickUser* network)
     return loose;
 }
 
-/// Frames of copies are frames of their own, numbered from `next`.
-void renumberFrames(const QVector<DzShaderBrick*>& bricks, int next)
+/// Numbers for new frames: the smallest that no brick of a network has. Files may hold any.
+class FreeFrameNumbers
+{
+public:
+    explicit FreeFrameNumbers(const QVector<DzShaderBrick*>& bricks)
+    {
+        for (const DzShaderBrick* brick : bricks)
+            m_taken.insert(BrickAppearance::frameNumber(brick));
+    }
+
+    int take()
+    {
+        do
+            ++m_last;
+        while (m_taken.contains(m_last));
+        return m_last;
+    }
+
+private:
+    QSet<int> m_taken;
+    int m_last = 0;
+};
+
+/// Frames of copies are frames of their own.
+void renumberFrames(const QVector<DzShaderBrick*>& bricks, FreeFrameNumbers* free)
 {
     QHash<int, int> numbers;
     for (DzShaderBrick* brick : bricks) {
@@ -533,19 +556,11 @@ void renumberFrames(const QVector<DzShaderBrick*>& bricks, int next)
         if (before <= 0)
             continue;
         if (!numbers.contains(before))
-            numbers.insert(before, next++);
+            numbers.insert(before, free->take());
         brick->getBrickSettings()
             ->getSettingsValue(BrickAppearance::frameKey())
             ->setIntValue(BrickAppearance::frameNumberKey(), numbers.value(before));
     }
-}
-
-int nextFrameNumber(const QVector<DzShaderBrick*>& bricks)
-{
-    int last = 0;
-    for (const DzShaderBrick* brick : bricks)
-        last = qMax(last, BrickAppearance::frameNumber(brick));
-    return last + 1;
 }
 
 } // namespace
@@ -570,6 +585,8 @@ QVector<DzShaderBrick*> NetworkEdit::addCopies(const QString& text, const QStrin
             setError(error, tr("The clipboard holds no network: %1").arg(file.getError()));
             return added;
         }
+        // While the bricks still have their links, which say how they are arranged.
+        NetworkEdit(network.get()).arrangeUnplaced();
         loose = takeApart(network.get());
     }
     if (loose.unusableCount > 0)
@@ -581,11 +598,11 @@ QVector<DzShaderBrick*> NetworkEdit::addCopies(const QString& text, const QStrin
     QVector<DzShaderBrick*> bricks;
     for (const BrickPtr& brick : qAsConst(loose.bricks))
         bricks.append(brick);
-    renumberFrames(bricks, nextFrameNumber(getBricks()));
+    FreeFrameNumbers free(getBricks());
+    renumberFrames(bricks, &free);
     const QPointF offset = offsetFor(boxOf(bricks).center());
     DzUndoStackHold hold;
     for (DzShaderBrick* brick : qAsConst(bricks)) {
-        brick->getBrickSettings()->removeValue(BrickAppearance::autoArrangeKey());
         BrickAppearance::setPosition(brick, position(brick) + offset);
         if (user->addBrick(brick) != 0)
             added.append(brick);
@@ -610,7 +627,7 @@ void NetworkEdit::moveBricks(const QVector<Move>& moves)
     std::unique_ptr<BrickMoveItem> item(new BrickMoveItem(this, entries));
     item->redo();
     const QString caption = entries.size() == 1
-        ? tr("Move %1").arg(moves.first().brick->getBrickTitle())
+        ? tr("Move %1").arg(entries.first().brick->getBrickTitle())
         : tr("Move %n Bricks", nullptr, entries.size());
     dzUndoStack->push(item.release(), caption);
 }
@@ -848,11 +865,23 @@ QVector<BrickFrame> NetworkEdit::getFrames() const
             continue;
         if (!indexOf.contains(number)) {
             indexOf.insert(number, frames.size());
-            frames.append(BrickFrame { number, BrickAppearance::frameTitle(brick), {} });
+            BrickFrame frame;
+            frame.number = number;
+            frame.title = BrickAppearance::frameTitle(brick);
+            frames.append(frame);
         }
         frames[indexOf.value(number)].bricks.append(brick);
     }
     return frames;
+}
+
+BrickFrame NetworkEdit::getFrame(int number) const
+{
+    const QVector<BrickFrame> frames = getFrames();
+    for (const BrickFrame& frame : frames)
+        if (frame.number == number)
+            return frame;
+    return BrickFrame();
 }
 
 void NetworkEdit::changeFrame(
@@ -876,7 +905,7 @@ int NetworkEdit::frameBricks(const QVector<DzShaderBrick*>& bricks, const QStrin
 {
     if (bricks.isEmpty())
         return 0;
-    const int number = nextFrameNumber(getBricks());
+    const int number = FreeFrameNumbers(getBricks()).take();
     DzUndoStackHold hold;
     changeFrame(bricks, number, title.simplified());
     hold.accept(tr("Frame Bricks"));
@@ -885,14 +914,12 @@ int NetworkEdit::frameBricks(const QVector<DzShaderBrick*>& bricks, const QStrin
 
 void NetworkEdit::addToFrame(const QVector<DzShaderBrick*>& bricks, int frame)
 {
-    const QVector<BrickFrame> frames = getFrames();
-    for (const BrickFrame& known : frames) {
-        if (known.number != frame)
-            continue;
-        DzUndoStackHold hold;
-        changeFrame(bricks, frame, known.title);
-        hold.accept(tr("Add to Frame"));
-    }
+    const BrickFrame known = getFrame(frame);
+    if (known.bricks.isEmpty())
+        return;
+    DzUndoStackHold hold;
+    changeFrame(bricks, frame, known.title);
+    hold.accept(tr("Add to Frame"));
 }
 
 void NetworkEdit::removeFromFrames(const QVector<DzShaderBrick*>& bricks)
@@ -904,14 +931,16 @@ void NetworkEdit::removeFromFrames(const QVector<DzShaderBrick*>& bricks)
 
 void NetworkEdit::setFrameTitle(int frame, const QString& title)
 {
-    const QVector<BrickFrame> frames = getFrames();
-    for (const BrickFrame& known : frames) {
-        if (known.number != frame)
-            continue;
-        DzUndoStackHold hold;
-        changeFrame(known.bricks, frame, title.simplified());
-        hold.accept(tr("Change Frame Title"));
-    }
+    DzUndoStackHold hold;
+    changeFrame(getFrame(frame).bricks, frame, title.simplified());
+    hold.accept(tr("Change Frame Title"));
+}
+
+void NetworkEdit::removeFrame(int frame)
+{
+    DzUndoStackHold hold;
+    changeFrame(getFrame(frame).bricks, 0, QString());
+    hold.accept(tr("Remove Frame"));
 }
 
 // Other edits.

@@ -30,7 +30,7 @@ struct BrickLink {
 /// A titled box around bricks. It reaches as far as its bricks and lives as long as one of them:
 /// each keeps number and title of its frame in its settings.
 struct BrickFrame {
-    int number;
+    int number = 0;
     QString title;
     QVector<DzShaderBrick*> bricks; ///< ascending by number
 };
@@ -72,6 +72,8 @@ public:
     void setTitle(DzShaderBrick* brick, const QString& title);
     void setHidesParams(const QVector<DzShaderBrick*>& bricks, bool hides);
     void setWidth(DzShaderBrick* brick, qreal width);
+    /// Makes the bricks wider, or narrower for less than nothing, as far as bricks may be.
+    void changeWidth(const QVector<DzShaderBrick*>& bricks, qreal by);
 
     // Links. The ends may be given in either order.
     /// Why these two cannot be linked, as one line; empty when they can.
@@ -127,11 +129,14 @@ public:
 
     // Frames.
     QVector<BrickFrame> getFrames() const;
+    /// The frame of this number; without bricks when there is none.
+    BrickFrame getFrame(int number) const;
     /// Puts a new frame around the bricks, out of any other, and returns its number.
     int frameBricks(const QVector<DzShaderBrick*>& bricks, const QString& title);
     void addToFrame(const QVector<DzShaderBrick*>& bricks, int frame);
     void removeFromFrames(const QVector<DzShaderBrick*>& bricks);
     void setFrameTitle(int frame, const QString& title);
+    void removeFrame(int frame);
 
     // Other edits.
     /// Runs `change`, which may change attributes, values, inputs and links of this one brick in

@@ -19,11 +19,16 @@ QVector<DzShaderBrick*> bricksOf(const IDzBrickUser* user)
     return bricks;
 }
 
+bool isRoot(const DzShaderBrick* brick)
+{
+    return brick->type() == DzBrickSet::Surface;
+}
+
 DzShaderBrick* rootOf(const IDzBrickUser* user)
 {
     DzShaderBrick* root = nullptr;
     for (DzShaderBrick* brick : bricksOf(user))
-        if (brick->type() == DzBrickSet::Surface)
+        if (isRoot(brick))
             root = brick;
     return root;
 }

@@ -12,7 +12,10 @@ class IDzBrickUser;
 /// The bricks of a network in order of their numbers.
 QVector<DzShaderBrick*> bricksOf(const IDzBrickUser* user);
 
-/// The brick that ends a network: the last whose kind of shader is a surface. Null without one.
+/// True for a brick that ends a network: one whose kind of shader is a surface.
+bool isRoot(const DzShaderBrick* brick);
+
+/// The root that is written, which is the last. Null without one.
 DzShaderBrick* rootOf(const IDzBrickUser* user);
 
 /// Calls `visit` for each property of a brick: its own, then those of its parameters in order.

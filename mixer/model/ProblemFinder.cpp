@@ -43,6 +43,8 @@ public:
     {
         const QVector<DzShaderBrick*> bricks = bricksOf(m_user);
         findRoots(bricks);
+        if (!m_roots.isEmpty())
+            markReachable(m_roots.last());
         for (DzShaderBrick* brick : bricks) {
             checkReach(brick);
             checkClass(brick);
@@ -62,7 +64,7 @@ private:
     void findRoots(const QVector<DzShaderBrick*>& bricks)
     {
         for (DzShaderBrick* brick : bricks)
-            if (brick->type() != DzBrickSet::None)
+            if (isRoot(brick))
                 m_roots.append(brick);
         if (m_roots.isEmpty() && !bricks.isEmpty())
             add(Problem::NoRoot, nullptr,
@@ -71,15 +73,13 @@ private:
         for (int i = 0; i + 1 < m_roots.size(); ++i)
             add(Problem::SeveralRoots, m_roots.at(i),
                 message("Only the last of several root bricks is written; delete this one."));
-        markReachable();
     }
 
     /// Without recursion: networks may be deeper than the stack.
-    void markReachable()
+    void markReachable(DzShaderBrick* written)
     {
-        QVector<DzShaderBrick*> open = m_roots;
-        for (DzShaderBrick* root : m_roots)
-            m_reachable.insert(root);
+        QVector<DzShaderBrick*> open { written };
+        m_reachable.insert(written);
         while (!open.isEmpty()) {
             const DzShaderBrick* brick = open.takeLast();
             for (int i = 0; i < brick->getNumParameters(); ++i) {
@@ -99,8 +99,8 @@ private:
 
     void checkReach(DzShaderBrick* brick)
     {
-        // Without a root nothing is reachable, which is said once.
-        if (!m_roots.isEmpty() && !m_reachable.contains(brick))
+        // Without a root nothing is reachable, which is said once, and so it is of further roots.
+        if (!m_roots.isEmpty() && !isRoot(brick) && !m_reachable.contains(brick))
             add(Problem::UnreachableBrick, brick,
                 message("It does not lead to the root, so it is not written; link it or delete "
                         "it."));

@@ -125,8 +125,8 @@ void BrickItem::connectToRows()
             QObject::connect(row.param, &DzBrickParam::propertyChanged, context, dropText);
             QObject::connect(row.param, &DzBrickParam::labelChanged, context, dropText);
             // Rows are made in another order or with other wires; this ends the connections.
-            QObject::connect(row.param, &DzBrickParam::typeChanged, &m_context, drop);
-            QObject::connect(row.param, &DzBrickParam::directionChanged, &m_context, drop);
+            QObject::connect(row.param, &DzBrickParam::typeChanged, context, drop);
+            QObject::connect(row.param, &DzBrickParam::directionChanged, context, drop);
         } else {
             QObject::connect(row.property, &DzProperty::currentValueChanged, context, dropText);
             QObject::connect(row.property, &DzProperty::lockStateChanged, context, dropText);
@@ -149,6 +149,7 @@ void BrickItem::dropRows()
 void BrickItem::makeRows()
 {
     m_rowsDirty = false;
+    m_rowContext.reset();
     m_rows = BrickAppearance::rows(m_brick);
     const QSizeF size = BrickAppearance::size(m_brick, m_rows.size());
     if (size != m_size) {

@@ -113,5 +113,6 @@ private:
     bool m_wiresDirty = true;
     bool m_textsDirty = true;
     bool m_isSelected = false;
-    bool m_isNoted = false; ///< in the scene's list of what is to be brought up to date
+    int m_index = -1;      ///< in the scene's list of items
+    int m_dirtyIndex = -1; ///< in its list of what is to be brought up to date; -1 when not there
 };

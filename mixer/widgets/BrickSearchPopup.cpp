@@ -5,7 +5,6 @@
 
 #include "LinkColors.h"
 #include "NetworkEdit.h"
-#include "dzbrickparam.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -84,11 +83,11 @@ public:
 
 } // namespace
 
-BrickSearchPopup::BrickSearchPopup(NetworkEdit* edit, DzBrickParam* pin, QWidget* parent)
+BrickSearchPopup::BrickSearchPopup(
+    NetworkEdit* edit, const QString& prompt, const Test& accepts, QWidget* parent)
     : QFrame(parent, Qt::Popup)
     , m_network(edit)
-    , m_pin(pin)
-    , m_hasPin(pin)
+    , m_accepts(accepts)
     , m_edit(new QLineEdit)
     , m_list(new QListWidget)
     , m_none(new QLabel(tr("No brick fits.")))
@@ -97,9 +96,8 @@ BrickSearchPopup::BrickSearchPopup(NetworkEdit* edit, DzBrickParam* pin, QWidget
     setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     setObjectName(QStringLiteral("brickSearch"));
     setAccessibleName(tr("Add a brick"));
-    m_edit->setPlaceholderText(
-        pin ? tr("Add what fits %1").arg(pin->getTypeString()) : tr("Add a brick"));
-    m_edit->setAccessibleName(m_edit->placeholderText());
+    m_edit->setPlaceholderText(prompt);
+    m_edit->setAccessibleName(prompt);
     m_edit->setClearButtonEnabled(true);
     m_list->setAccessibleName(tr("Bricks found"));
     m_list->setItemDelegate(new KindDelegate(m_list));
@@ -142,9 +140,8 @@ void BrickSearchPopup::search(const QString& text)
     m_list->clear();
     BrickCatalogue::Filter filter;
     filter.user = m_network ? m_network->getUser() : nullptr;
-    filter.fitting = m_pin;
-    // Without its pin there is nothing that fits.
-    if (!filter.user || (m_hasPin && !m_pin))
+    filter.accepts = m_accepts;
+    if (!filter.user)
         return;
     const QVector<const BrickKind*> kinds = BrickCatalogue::instance()->search(text, filter);
     for (const BrickKind* kind : kinds) {

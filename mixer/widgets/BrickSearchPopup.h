@@ -6,8 +6,9 @@
 
 #include <QFrame>
 #include <QPointer>
+#include <functional>
 
-class DzBrickParam;
+class DzShaderBrick;
 class NetworkEdit;
 class QLabel;
 class QLineEdit;
@@ -20,8 +21,11 @@ class BrickSearchPopup : public QFrame
     Q_OBJECT
 
 public:
-    /// Offers what the edited network takes and, with a `pin`, only what can be linked with it.
-    BrickSearchPopup(NetworkEdit* edit, DzBrickParam* pin, QWidget* parent);
+    typedef std::function<bool(const DzShaderBrick* sample)> Test;
+    /// Offers what the edited network takes and, with a test, only what passes. The prompt stands
+    /// where the user types.
+    BrickSearchPopup(
+        NetworkEdit* edit, const QString& prompt, const Test& accepts, QWidget* parent);
 
     /// Opens as near to the place as the screen allows.
     void popupAt(const QPoint& globalPlace);
@@ -39,8 +43,7 @@ private:
     void moveInList(int steps);
 
     QPointer<NetworkEdit> m_network;
-    QPointer<DzBrickParam> m_pin;
-    bool m_hasPin;
+    Test m_accepts;
     QLineEdit* m_edit;
     QListWidget* m_list;
     QLabel* m_none;

@@ -15,6 +15,8 @@
 #include <QApplication>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QSet>
+#include <algorithm>
 
 namespace {
 
@@ -245,6 +247,7 @@ BoxGesture::BoxGesture(NetworkView* view, const QPointF& place, Qt::KeyboardModi
     , m_end(place)
     , m_isRemoving(modifiers & Qt::ControlModifier)
 {
+    scene()->getSelection()->setSelecting(true);
     if (modifiers & (Qt::ShiftModifier | Qt::ControlModifier))
         for (DzShaderBrick* brick : scene()->getSelection()->getBricks())
             m_before.append(brick);
@@ -252,16 +255,32 @@ BoxGesture::BoxGesture(NetworkView* view, const QPointF& place, Qt::KeyboardModi
         scene()->getSelection()->clear();
 }
 
+BoxGesture::~BoxGesture()
+{
+    scene()->getSelection()->setSelecting(false);
+}
+
+QVector<DzShaderBrick*> BoxGesture::before() const
+{
+    QVector<DzShaderBrick*> present;
+    for (const QPointer<DzShaderBrick>& brick : m_before)
+        if (brick && scene()->getItem(brick))
+            present.append(brick);
+    return present;
+}
+
 void BoxGesture::move(const QPointF& place, Qt::KeyboardModifiers)
 {
     m_end = place;
     const QVector<DzShaderBrick*> inside = scene()->bricksIn(QRectF(m_start, m_end).normalized());
-    QVector<DzShaderBrick*> selected;
-    for (const QPointer<DzShaderBrick>& brick : qAsConst(m_before))
-        if (brick && !(m_isRemoving && inside.contains(brick)))
-            selected.append(brick);
-    if (!m_isRemoving)
+    QVector<DzShaderBrick*> selected = before();
+    if (m_isRemoving) {
+        const QSet<DzShaderBrick*> removed(inside.begin(), inside.end());
+        const auto isRemoved = [&](DzShaderBrick* brick) { return removed.contains(brick); };
+        selected.erase(std::remove_if(selected.begin(), selected.end(), isRemoved), selected.end());
+    } else {
         selected += inside;
+    }
     scene()->getSelection()->set(selected);
     m_view->viewport()->update();
 }
@@ -274,11 +293,7 @@ void BoxGesture::finish(const QPointF& place, Qt::KeyboardModifiers modifiers)
 
 void BoxGesture::cancel()
 {
-    QVector<DzShaderBrick*> before;
-    for (const QPointer<DzShaderBrick>& brick : qAsConst(m_before))
-        if (brick)
-            before.append(brick);
-    scene()->getSelection()->set(before);
+    scene()->getSelection()->set(before());
 }
 
 void BoxGesture::paint(QPainter* painter) const

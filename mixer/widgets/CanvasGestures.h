@@ -89,6 +89,7 @@ class BoxGesture : public CanvasGesture
 {
 public:
     BoxGesture(NetworkView* view, const QPointF& place, Qt::KeyboardModifiers modifiers);
+    ~BoxGesture() override;
 
     void move(const QPointF& place, Qt::KeyboardModifiers modifiers) override;
     void finish(const QPointF& place, Qt::KeyboardModifiers modifiers) override;
@@ -96,6 +97,9 @@ public:
     void paint(QPainter* painter) const override;
 
 private:
+    /// What was selected before and is still there.
+    QVector<DzShaderBrick*> before() const;
+
     QVector<QPointer<DzShaderBrick>> m_before;
     QPointF m_start;
     QPointF m_end;

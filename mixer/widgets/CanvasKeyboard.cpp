@@ -85,14 +85,35 @@ void CanvasKeyboard::leaveRow()
     cancel();
     m_row = -1;
     m_brick = nullptr;
+    m_kept.clear();
     m_view->getScene()->setFocusRow(nullptr, -1);
+}
+
+void CanvasKeyboard::toggleKept()
+{
+    DzShaderBrick* brick = getBrick();
+    if (!m_kept.removeOne(brick)) {
+        m_kept.clear();
+        for (DzShaderBrick* selected : m_view->getSelection()->getBricks())
+            m_kept.append(selected);
+    }
+    announce();
+}
+
+QVector<DzShaderBrick*> CanvasKeyboard::keptBeside(const DzShaderBrick* brick) const
+{
+    QVector<DzShaderBrick*> kept;
+    for (const QPointer<DzShaderBrick>& each : m_kept)
+        if (each && each != brick && m_view->getSelection()->contains(each))
+            kept.append(each);
+    return kept;
 }
 
 void CanvasKeyboard::go(DzShaderBrick* brick, int row)
 {
     m_brick = brick;
     m_row = row;
-    m_view->getScene()->getSelection()->set({ brick });
+    m_view->getSelection()->set(keptBeside(brick) << brick);
     m_view->getScene()->setFocusRow(brick, row);
     m_view->showBrick(brick);
     announce();
@@ -229,6 +250,8 @@ void CanvasKeyboard::announce()
                              .arg(BrickAppearance::titleText(
                                  row.param->getConnection(0)->getTopBrickOwner())));
     }
+    if (m_kept.contains(current->getBrick()))
+        parts.append(NetworkView::tr("kept selected"));
     const QString text = parts.join(QStringLiteral(", "));
     emit m_view->statusMessage(text);
     m_view->setAccessibleDescription(text);

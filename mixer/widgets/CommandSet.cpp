@@ -21,12 +21,17 @@ QAction* CommandSet::add(const QString& name, const QString& text,
 {
     auto* action = new QAction(text, m_window);
     action->setShortcuts(shortcuts);
-    const QString keys = action->shortcut().toString(QKeySequence::NativeText);
-    action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
-    action->setStatusTip(tip);
+    explain(action, tip);
     connect(action, &QAction::triggered, this, [run] { run(); });
     adopt(name, action);
     return action;
+}
+
+void CommandSet::explain(QAction* action, const QString& tip)
+{
+    const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+    action->setToolTip(keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys));
+    action->setStatusTip(tip);
 }
 
 void CommandSet::adopt(const QString& name, QAction* action)

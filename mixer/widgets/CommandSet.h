@@ -25,6 +25,8 @@ public:
     /// Adds a command. `tip` says what it does in one line; the shortcut is added to it.
     QAction* add(const QString& name, const QString& text, const QList<QKeySequence>& shortcuts,
         const QString& tip, const std::function<void()>& run);
+    /// Gives a command its line for tool tips and the status bar; the shortcut is added to it.
+    static void explain(QAction* action, const QString& tip);
     /// Adds a command that somebody else made.
     void adopt(const QString& name, QAction* action);
     /// Shows commands that somebody else has under a heading of their own; replaces those that were

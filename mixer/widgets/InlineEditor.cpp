@@ -3,6 +3,7 @@
 
 #include "InlineEditor.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 
 InlineEditor::InlineEditor(const QString& text, const QRect& place, QWidget* parent)
@@ -39,10 +40,12 @@ void InlineEditor::end(bool isCommitted)
     if (m_isOver)
         return;
     m_isOver = true;
+    // Whoever took the keyboard keeps it.
+    const bool isFocusFree = hasFocus() || !QApplication::focusWidget();
     if (isCommitted)
         emit committed(text());
     hide();
     deleteLater();
-    if (parentWidget())
+    if (isFocusFree && parentWidget())
         parentWidget()->setFocus();
 }

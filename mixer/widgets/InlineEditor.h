@@ -13,6 +13,9 @@ class InlineEditor : public QLineEdit
 public:
     InlineEditor(const QString& text, const QRect& place, QWidget* parent);
 
+    /// Takes the text over and ends.
+    void commit() { end(true); }
+
 signals:
     void committed(const QString& text);
 

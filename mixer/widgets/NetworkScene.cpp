@@ -68,7 +68,7 @@ NetworkScene::~NetworkScene()
 void NetworkScene::setStyle(const CanvasStyle& style)
 {
     m_style = style;
-    for (BrickItem* item : qAsConst(m_items))
+    for (BrickItem* item : getItems())
         item->dropTexts();
     update();
 }
@@ -76,7 +76,7 @@ void NetworkScene::setStyle(const CanvasStyle& style)
 void NetworkScene::rebuild()
 {
     m_edit->arrangeUnplaced();
-    const QVector<BrickItem*> items = m_items;
+    const QVector<BrickItem*> items = getItems();
     for (BrickItem* item : items)
         removeItemOf(item->getBrick());
     const QVector<DzShaderBrick*> bricks = m_edit->getBricks();
@@ -92,20 +92,27 @@ void NetworkScene::addItemFor(DzShaderBrick* brick)
         return;
     auto* item = new BrickItem(this, brick);
     item->setZValue(1);
+    item->m_index = m_items.size();
     m_items.append(item);
     m_itemOf.insert(brick, item);
     addItem(item);
     if (qobject_cast<DzUnknownBrick*>(brick))
         item->setBadge(tr("No module offers this brick's class. Its data and links are kept, and "
                           "it writes no text."));
-    item->setSelected(m_selection->contains(brick));
+    if (m_selection->contains(brick)) {
+        item->setSelected(true);
+        m_shownSelected.insert(brick);
+    }
     noteDirty(item);
-    // Whatever it feeds has wires to it.
+    dropWiresFrom(brick);
+}
+
+/// Has whatever the brick feeds make its wires again.
+void NetworkScene::dropWiresFrom(const DzShaderBrick* brick)
+{
     for (int i = 0; i < brick->getNumParameters(); ++i) {
         const DzBrickParam* param = brick->getParameter(i);
-        if (!param->isOutput())
-            continue;
-        for (int k = 0; k < param->getNumConnections(); ++k)
+        for (int k = 0; param->isOutput() && k < param->getNumConnections(); ++k)
             if (BrickItem* fed = getItem(param->getConnection(k)->getTopBrickOwner())) {
                 fed->m_wires.clear();
                 fed->m_wiresDirty = true;
@@ -120,30 +127,41 @@ void NetworkScene::removeItemOf(DzShaderBrick* brick)
     if (!item)
         return;
     // Links that are still there, such as those of a brick on its way to another user.
-    for (int i = 0; i < brick->getNumParameters(); ++i) {
-        const DzBrickParam* param = brick->getParameter(i);
-        for (int k = 0; param->isOutput() && k < param->getNumConnections(); ++k)
-            if (BrickItem* fed = getItem(param->getConnection(k)->getTopBrickOwner())) {
-                fed->m_wires.clear();
-                fed->m_wiresDirty = true;
-                noteDirty(fed);
-            }
-    }
+    dropWiresFrom(brick);
     m_wireLayer->updateWires(item->m_wires);
-    m_items.removeOne(item);
-    if (item->m_isNoted)
-        m_dirty.removeOne(item);
+    // Many go at once: taking each out of the lists would take the longer the more they are.
+    m_items[item->m_index] = nullptr;
+    m_hasGaps = true;
+    if (item->m_dirtyIndex >= 0)
+        m_dirty[item->m_dirtyIndex] = nullptr;
     m_dimmed.remove(item);
     m_shownSelected.remove(brick);
-    m_selection->remove({ brick });
+    if (m_selection->contains(brick))
+        m_gone.append(brick);
     noteLayout();
     delete item;
 }
 
+const QVector<BrickItem*>& NetworkScene::getItems()
+{
+    if (m_hasGaps) {
+        m_hasGaps = false;
+        m_items.erase(std::remove(m_items.begin(), m_items.end(), nullptr), m_items.end());
+        numberItems();
+    }
+    return m_items;
+}
+
+void NetworkScene::numberItems()
+{
+    for (int i = 0; i < m_items.size(); ++i)
+        m_items.at(i)->m_index = i;
+}
+
 void NetworkScene::noteDirty(BrickItem* item)
 {
-    if (!item->m_isNoted) {
-        item->m_isNoted = true;
+    if (item->m_dirtyIndex < 0) {
+        item->m_dirtyIndex = m_dirty.size();
         m_dirty.append(item);
     }
     noteLayout();
@@ -166,14 +184,25 @@ void NetworkScene::flushLater()
 
 void NetworkScene::flush()
 {
-    if (m_isFlushing || (m_dirty.isEmpty() && !m_isLayoutDirty))
+    bringUpToDate();
+    if (!m_isTellingDue || m_isUpdating)
         return;
-    m_isFlushing = true;
+    m_isTellingDue = false;
+    leaveSelection();
+    emit layoutChanged();
+}
+
+void NetworkScene::bringUpToDate()
+{
+    if (m_isUpdating || !m_isLayoutDirty)
+        return;
+    m_isUpdating = true;
     QVector<BrickItem*> dirty;
     dirty.swap(m_dirty);
+    dirty.erase(std::remove(dirty.begin(), dirty.end(), nullptr), dirty.end());
     QVector<BrickItem*> resized;
     for (BrickItem* item : qAsConst(dirty)) {
-        item->m_isNoted = false;
+        item->m_dirtyIndex = -1;
         if (item->m_rowsDirty) {
             item->makeRows();
             resized.append(item);
@@ -188,17 +217,28 @@ void NetworkScene::flush()
         updateWireEnds(item);
     m_frameLayer->rebuild();
     m_isLayoutDirty = false;
-    m_isFlushing = false;
+    m_isUpdating = false;
+    m_isTellingDue = true;
     if (!dirty.isEmpty())
         m_wireLayer->update();
-    emit layoutChanged();
+}
+
+/// Takes the bricks that went out of the selection, unless they came back.
+void NetworkScene::leaveSelection()
+{
+    QVector<DzShaderBrick*> gone;
+    for (const QPointer<DzShaderBrick>& brick : qAsConst(m_gone))
+        if (brick && !getItem(brick))
+            gone.append(brick);
+    m_gone.clear();
+    m_selection->remove(gone);
 }
 
 /// A step that brings back a brick of unknown class emits nothing.
 void NetworkScene::followUndo()
 {
     const IDzBrickUser* user = m_edit->getUser();
-    if (user && user->getNumBricks() != m_items.size())
+    if (user && user->getNumBricks() != m_itemOf.size())
         syncBricks();
 }
 
@@ -206,7 +246,7 @@ void NetworkScene::syncBricks()
 {
     const QVector<DzShaderBrick*> bricks = m_edit->getBricks();
     const QSet<DzShaderBrick*> present(bricks.begin(), bricks.end());
-    const QVector<BrickItem*> items = m_items;
+    const QVector<BrickItem*> items = getItems();
     for (BrickItem* item : items)
         if (!present.contains(item->getBrick()))
             removeItemOf(item->getBrick());
@@ -283,19 +323,22 @@ void NetworkScene::bringToFront(const QVector<DzShaderBrick*>& bricks)
     for (const DzShaderBrick* brick : bricks)
         if (BrickItem* item = getItem(brick))
             item->setZValue(m_topZ);
+    getItems();
     std::stable_sort(m_items.begin(), m_items.end(),
         [](const BrickItem* a, const BrickItem* b) { return a->zValue() < b->zValue(); });
+    numberItems();
 }
 
 // Finding.
 
 CanvasHit NetworkScene::hit(const QPointF& place, qreal reach)
 {
-    flush();
+    bringUpToDate();
     CanvasHit found;
     const qreal pin = qMax(pinReach, reach);
-    for (int i = m_items.size() - 1; i >= 0 && !found.item; --i) {
-        BrickItem* item = m_items.at(i);
+    const QVector<BrickItem*>& items = getItems();
+    for (int i = items.size() - 1; i >= 0 && !found.item; --i) {
+        BrickItem* item = items.at(i);
         const QPointF inner = place - item->pos();
         const QRectF box(QPointF(), item->getSize());
         if (!box.adjusted(-pin, -pin, pin, pin).contains(inner))
@@ -330,10 +373,10 @@ CanvasHit NetworkScene::hit(const QPointF& place, qreal reach)
 
 BrickLink NetworkScene::hitWire(const QPointF& place, qreal reach, const DzShaderBrick* except)
 {
-    flush();
+    bringUpToDate();
     BrickLink found;
     const QRectF near(place.x() - reach, place.y() - reach, 2 * reach, 2 * reach);
-    for (const BrickItem* item : qAsConst(m_items)) {
+    for (const BrickItem* item : getItems()) {
         if (item->getBrick() == except)
             continue;
         for (const CanvasWire& wire : item->getWires()) {
@@ -350,9 +393,9 @@ BrickLink NetworkScene::hitWire(const QPointF& place, qreal reach, const DzShade
 
 QVector<DzShaderBrick*> NetworkScene::bricksIn(const QRectF& box)
 {
-    flush();
+    bringUpToDate();
     QVector<DzShaderBrick*> bricks;
-    for (const BrickItem* item : qAsConst(m_items))
+    for (const BrickItem* item : getItems())
         if (box.intersects(QRectF(item->pos(), item->getSize())))
             bricks.append(item->getBrick());
     return bricks;
@@ -360,12 +403,12 @@ QVector<DzShaderBrick*> NetworkScene::bricksIn(const QRectF& box)
 
 QVector<BrickLink> NetworkScene::wiresAcross(const QVector<QPointF>& path)
 {
-    flush();
+    bringUpToDate();
     QVector<BrickLink> crossed;
     if (path.size() < 2)
         return crossed;
     const QRectF near = QPolygonF(path).boundingRect().adjusted(-1, -1, 1, 1);
-    for (const BrickItem* item : qAsConst(m_items))
+    for (const BrickItem* item : getItems())
         for (const CanvasWire& wire : item->getWires())
             if (wire.bounds.intersects(near) && m_wireLayer->isCrossed(wire, path))
                 crossed.append(BrickLink { wire.output, wire.input });
@@ -374,7 +417,7 @@ QVector<BrickLink> NetworkScene::wiresAcross(const QVector<QPointF>& path)
 
 QRectF NetworkScene::boxOf(const QVector<DzShaderBrick*>& bricks)
 {
-    flush();
+    bringUpToDate();
     QRectF box;
     for (const DzShaderBrick* brick : bricks)
         if (const BrickItem* item = getItem(brick))
@@ -384,22 +427,22 @@ QRectF NetworkScene::boxOf(const QVector<DzShaderBrick*>& bricks)
 
 QRectF NetworkScene::boxOfAll()
 {
-    flush();
+    bringUpToDate();
     QRectF box = m_frameLayer->box();
-    for (const BrickItem* item : qAsConst(m_items))
+    for (const BrickItem* item : getItems())
         box |= QRectF(item->pos(), item->getSize());
     return box;
 }
 
 int NetworkScene::frameAt(const QPointF& place)
 {
-    flush();
+    bringUpToDate();
     return m_frameLayer->frameAt(place);
 }
 
 QRectF NetworkScene::frameTitleBox(int frame)
 {
-    flush();
+    bringUpToDate();
     return m_frameLayer->titleBox(frame);
 }
 
@@ -502,7 +545,7 @@ void NetworkScene::setBadge(DzShaderBrick* brick, const QString& text)
 
 void NetworkScene::clearBadges()
 {
-    for (BrickItem* item : qAsConst(m_items))
+    for (BrickItem* item : getItems())
         if (!item->getBadge().isEmpty())
             setBadge(item->getBrick(), QString());
 }

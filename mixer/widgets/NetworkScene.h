@@ -34,8 +34,8 @@ struct CanvasHit {
 };
 
 /// The canvas' items: a brick user's bricks, wires and frames as they are at any time. It follows
-/// the signals of the host, whoever makes the changes. What changed is brought up to date before
-/// the next event, or at once by flush().
+/// the signals of the host, whoever makes the changes. What changed is brought up to date before it
+/// is painted or asked for; others are told before the next event, or at once by flush().
 class NetworkScene : public QGraphicsScene
 {
     Q_OBJECT
@@ -51,10 +51,14 @@ public:
 
     /// Makes everything anew; loading a network emits no signals of its own.
     void rebuild();
+    /// Makes of all items what they are to be by now, and tells nobody yet.
+    void bringUpToDate();
+    /// The same, and tells.
     void flush();
 
     BrickItem* getItem(const DzShaderBrick* brick) const { return m_itemOf.value(brick); }
-    const QVector<BrickItem*>& getItems() const { return m_items; }
+    /// From back to front.
+    const QVector<BrickItem*>& getItems();
     /// What is there within `reach` of a place.
     CanvasHit hit(const QPointF& place, qreal reach);
     /// The wire within `reach` of a place, other than those of `except`.
@@ -106,6 +110,9 @@ private:
     /// Has the item brought up to date with the next flush.
     void noteDirty(BrickItem* item);
     void noteLayout();
+    void numberItems();
+    void dropWiresFrom(const DzShaderBrick* brick);
+    void leaveSelection();
     void syncBricks();
     void moveItem(BrickItem* item, const QPointF& place);
     void updateWireEnds(BrickItem* item);
@@ -117,13 +124,16 @@ private:
     CanvasStyle m_style;
     WireLayer* m_wireLayer;
     FrameLayer* m_frameLayer;
-    QVector<BrickItem*> m_items; ///< from back to front
+    QVector<BrickItem*> m_items; ///< from back to front; null where one went, until getItems()
+    bool m_hasGaps = false;
     QHash<const DzShaderBrick*, BrickItem*> m_itemOf;
     QSet<DzShaderBrick*> m_shownSelected;
-    QVector<BrickItem*> m_dirty;
+    QVector<BrickItem*> m_dirty;             ///< null where one went
+    QVector<QPointer<DzShaderBrick>> m_gone; ///< selected bricks that went, until the next flush
     bool m_isFlushPending = false;
     bool m_isLayoutDirty = false;
-    bool m_isFlushing = false;
+    bool m_isUpdating = false;
+    bool m_isTellingDue = false;
     qreal m_topZ = 1;
     QPointer<DzBrickParam> m_probe;
     QSet<const DzShaderBrick*> m_probeLoop; ///< bricks that a wire from the probe would loop to

@@ -9,6 +9,7 @@
 #include "BrickSearchPopup.h"
 #include "BrickSelection.h"
 #include "CanvasGestures.h"
+#include "CommandSet.h"
 #include "InlineEditor.h"
 #include "MiniMap.h"
 #include "NetworkScene.h"
@@ -40,6 +41,8 @@ const qreal zoomMargin = 40;
 const qreal reachPixels = 8;
 const int miniMapMargin = 8;
 const QPointF duplicateOffset(40, 40);
+/// Where a new brick is held, in its title.
+const QPointF titleGrip(BrickAppearance::defaultWidth / 2, BrickAppearance::titleHeight / 2);
 /// No canvas is wider; the view scrolls in it as if there were no end.
 const qreal sceneReach = 4 * BrickAppearance::farthestPlace;
 
@@ -85,22 +88,28 @@ NetworkView::~NetworkView()
 
 // Commands.
 
-void NetworkView::addCommand(
-    Command command, const QString& text, const QKeySequence& shortcut, void (NetworkView::*run)())
+void NetworkView::addCommand(Command command, const QString& text, const QKeySequence& shortcut,
+    const QString& tip, void (NetworkView::*run)())
 {
     auto* action = new QAction(text, this);
     action->setShortcut(shortcut);
     // Keys without Ctrl belong to the canvas alone.
     action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, run);
+    CommandSet::explain(action, tip);
+    connect(action, &QAction::triggered, this, [this, run] {
+        // Bricks that went are selected no more.
+        m_scene->flush();
+        (this->*run)();
+    });
     addAction(action);
     m_actions[command] = action;
 }
 
 void NetworkView::addAlignment(
-    Command command, const QString& text, NetworkEdit::Alignment alignment)
+    Command command, const QString& text, const QString& tip, NetworkEdit::Alignment alignment)
 {
     auto* action = new QAction(text, this);
+    CommandSet::explain(action, tip);
     connect(action, &QAction::triggered, this,
         [this, alignment] { m_edit->align(m_selection->getBricks(), alignment); });
     addAction(action);
@@ -110,82 +119,177 @@ void NetworkView::addAlignment(
 void NetworkView::makeActions()
 {
     m_actions.resize(CommandCount);
+    makeEditActions();
+    makeSelectActions();
+    makeBrickActions();
+    makeFrameActions();
+    makePlaceActions();
+    makeLookActions();
+}
+
+void NetworkView::makeEditActions()
+{
     addCommand(AddBrickCommand, tr("&Add Brick…"), QKeySequence(Qt::CTRL | Qt::Key_Space),
-        &NetworkView::addFromSearch);
-    addCommand(CutCommand, tr("Cu&t"), QKeySequence::Cut, &NetworkView::cutBricks);
-    addCommand(CopyCommand, tr("&Copy"), QKeySequence::Copy, &NetworkView::copyBricks);
-    addCommand(PasteCommand, tr("&Paste"), QKeySequence::Paste, &NetworkView::pasteBricks);
+        tr("Search for a brick and add it where the mouse is"), &NetworkView::addFromSearch);
+    addCommand(InsertBrickCommand, tr("&Insert Brick into Wire…"),
+        QKeySequence(Qt::CTRL | Qt::Key_I),
+        tr("Search for a brick and put it into the wire of the pin that the keyboard is on"),
+        &NetworkView::insertFromSearch);
+    addCommand(CutCommand, tr("Cu&t"), QKeySequence::Cut,
+        tr("Take the selected bricks away and put them on the clipboard"), &NetworkView::cutBricks);
+    addCommand(CopyCommand, tr("&Copy"), QKeySequence::Copy,
+        tr("Put the selected bricks and the links among them on the clipboard"),
+        &NetworkView::copyBricks);
+    addCommand(PasteCommand, tr("&Paste"), QKeySequence::Paste,
+        tr("Add the bricks on the clipboard where the mouse is"), &NetworkView::pasteBricks);
     addCommand(DuplicateCommand, tr("D&uplicate"), QKeySequence(Qt::CTRL | Qt::Key_D),
+        tr("Add copies of the selected bricks and of the links among them"),
         &NetworkView::duplicateBricks);
-    addCommand(
-        DeleteCommand, tr("&Delete"), QKeySequence(Qt::Key_Delete), &NetworkView::deleteBricks);
+    addCommand(DeleteCommand, tr("&Delete"), QKeySequence(Qt::Key_Delete),
+        tr("Delete the selected bricks and their links"), &NetworkView::deleteBricks);
     addCommand(DeleteReconnectCommand, tr("Delete and &Reconnect"),
-        QKeySequence(Qt::CTRL | Qt::Key_Delete), &NetworkView::deleteAndReconnect);
-    addCommand(
-        SelectAllCommand, tr("Select &All"), QKeySequence::SelectAll, &NetworkView::selectAll);
+        QKeySequence(Qt::CTRL | Qt::Key_Delete),
+        tr("Delete the selected bricks and link what they fed with what fed them"),
+        &NetworkView::deleteAndReconnect);
+}
+
+void NetworkView::makeSelectActions()
+{
+    addCommand(SelectAllCommand, tr("Select &All"), QKeySequence::SelectAll,
+        tr("Select all bricks of the network"), &NetworkView::selectAll);
     addCommand(SelectUpstreamCommand, tr("Select &Upstream"),
-        QKeySequence(Qt::SHIFT | Qt::Key_Left), &NetworkView::selectUpstream);
+        QKeySequence(Qt::SHIFT | Qt::Key_Left),
+        tr("Select also whatever feeds the selected bricks"), &NetworkView::selectUpstream);
     addCommand(SelectDownstreamCommand, tr("Select &Downstream"),
-        QKeySequence(Qt::SHIFT | Qt::Key_Right), &NetworkView::selectDownstream);
-    addCommand(RenameCommand, tr("Change &Title…"), QKeySequence(Qt::Key_F2), &NetworkView::rename);
+        QKeySequence(Qt::SHIFT | Qt::Key_Right),
+        tr("Select also whatever the selected bricks feed"), &NetworkView::selectDownstream);
+    addCommand(KeepSelectedCommand, tr("&Keep Selected"), QKeySequence(Qt::SHIFT | Qt::Key_Space),
+        tr("Keep the selection while the arrow keys go to further bricks; again lets the brick go"),
+        &NetworkView::keepSelected);
+}
+
+void NetworkView::makeBrickActions()
+{
+    addCommand(RenameCommand, tr("Change &Title…"), QKeySequence(Qt::Key_F2),
+        tr("Change the title of the brick that was selected last"), &NetworkView::rename);
     addCommand(HideParamsCommand, tr("&Hide or Show Parameters"), QKeySequence(Qt::Key_H),
+        tr("Hide the rows of the selected bricks that have no link, or show them again"),
         &NetworkView::toggleParams);
+    addCommand(WiderCommand, tr("&Wider"), QKeySequence(Qt::ALT | Qt::Key_Right),
+        tr("Make the selected bricks wider"), &NetworkView::widen);
+    addCommand(NarrowerCommand, tr("&Narrower"), QKeySequence(Qt::ALT | Qt::Key_Left),
+        tr("Make the selected bricks narrower"), &NetworkView::narrow);
+}
+
+void NetworkView::makeFrameActions()
+{
     addCommand(FrameCommand, tr("&Frame Bricks…"), QKeySequence(Qt::CTRL | Qt::Key_G),
-        &NetworkView::frameSelection);
+        tr("Put a frame with a title around the selected bricks"), &NetworkView::frameSelection);
     addCommand(UnframeCommand, tr("Take out of &Frame"),
-        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_G), &NetworkView::unframeSelection);
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_G),
+        tr("Take the selected bricks out of their frames"), &NetworkView::unframeSelection);
+    addCommand(FrameTitleCommand, tr("Change Frame T&itle…"), QKeySequence(Qt::SHIFT | Qt::Key_F2),
+        tr("Change the title of the frame around the brick that was selected last"),
+        &NetworkView::editCurrentFrameTitle);
+    addCommand(RemoveFrameCommand, tr("Remove Fra&me"),
+        QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_G),
+        tr("Remove the frame around the brick that was selected last, and keep its bricks"),
+        &NetworkView::removeCurrentFrame);
+}
+
+void NetworkView::makePlaceActions()
+{
     addCommand(ArrangeCommand, tr("Auto-A&rrange"), QKeySequence(Qt::CTRL | Qt::Key_L),
+        tr("Arrange the bricks so that what feeds stands on the left; several selected ones alone"),
         &NetworkView::arrange);
-    addAlignment(AlignLeftCommand, tr("Align &Left"), NetworkEdit::AlignLeft);
-    addAlignment(AlignRightCommand, tr("Align &Right"), NetworkEdit::AlignRight);
-    addAlignment(AlignTopCommand, tr("Align &Top"), NetworkEdit::AlignTop);
-    addAlignment(AlignBottomCommand, tr("Align &Bottom"), NetworkEdit::AlignBottom);
+    addAlignment(AlignLeftCommand, tr("Align &Left"),
+        tr("Line the selected bricks up by their left edges"), NetworkEdit::AlignLeft);
+    addAlignment(AlignRightCommand, tr("Align &Right"),
+        tr("Line the selected bricks up by their right edges"), NetworkEdit::AlignRight);
+    addAlignment(AlignTopCommand, tr("Align &Top"),
+        tr("Line the selected bricks up by their upper edges"), NetworkEdit::AlignTop);
+    addAlignment(AlignBottomCommand, tr("Align &Bottom"),
+        tr("Line the selected bricks up by their lower edges"), NetworkEdit::AlignBottom);
     addAlignment(AlignHorizontalCentresCommand, tr("Align &Centres in a Column"),
+        tr("Line the selected bricks up by their middles, one above the other"),
         NetworkEdit::AlignHorizontalCentres);
     addAlignment(AlignVerticalCentresCommand, tr("Align Centres in a &Row"),
+        tr("Line the selected bricks up by their middles, side by side"),
         NetworkEdit::AlignVerticalCentres);
     addAlignment(DistributeHorizontallyCommand, tr("Distribute &Horizontally"),
+        tr("Make the gaps between the selected bricks equal, from left to right"),
         NetworkEdit::DistributeHorizontally);
     addAlignment(DistributeVerticallyCommand, tr("Distribute &Vertically"),
+        tr("Make the gaps between the selected bricks equal, from top to bottom"),
         NetworkEdit::DistributeVertically);
+}
+
+void NetworkView::makeLookActions()
+{
     addCommand(ZoomToSelectionCommand, tr("Zoom to &Selection"), QKeySequence(Qt::Key_F),
-        &NetworkView::zoomToSelection);
-    addCommand(
-        ZoomToAllCommand, tr("Zoom to &All"), QKeySequence(Qt::Key_A), &NetworkView::zoomToAll);
+        tr("Show the selected bricks as large as they fit"), &NetworkView::zoomToSelection);
+    addCommand(ZoomToAllCommand, tr("Zoom to &All"), QKeySequence(Qt::Key_A),
+        tr("Show the whole network as large as it fits"), &NetworkView::zoomToAll);
     m_actions[ZoomToAllCommand]->setShortcuts(
         { QKeySequence(Qt::Key_A), QKeySequence(Qt::Key_Home) });
-    addCommand(ZoomInCommand, tr("Zoom &In"), QKeySequence::ZoomIn, &NetworkView::zoomIn);
-    addCommand(ZoomOutCommand, tr("Zoom &Out"), QKeySequence::ZoomOut, &NetworkView::zoomOut);
+    addCommand(ZoomInCommand, tr("Zoom &In"), QKeySequence::ZoomIn, tr("Show the network larger"),
+        &NetworkView::zoomIn);
+    addCommand(ZoomOutCommand, tr("Zoom &Out"), QKeySequence::ZoomOut,
+        tr("Show the network smaller"), &NetworkView::zoomOut);
     addCommand(ZoomToOneCommand, tr("&Original Size"), QKeySequence(Qt::CTRL | Qt::Key_0),
-        &NetworkView::zoomToOne);
-    addCommand(SnapToGridCommand, tr("Snap to &Grid"), QKeySequence(), &NetworkView::refresh);
+        tr("Show bricks at the size that their text is made for"), &NetworkView::zoomToOne);
+    addCommand(SnapToGridCommand, tr("Snap to &Grid"), QKeySequence(),
+        tr("Have dragged bricks stop at the lines of the grid"), &NetworkView::refresh);
     m_actions[SnapToGridCommand]->setCheckable(true);
-    addCommand(
-        ShowMiniMapCommand, tr("Mini-&Map"), QKeySequence(Qt::Key_M), &NetworkView::toggleMiniMap);
+    addCommand(ShowMiniMapCommand, tr("Mini-&Map"), QKeySequence(Qt::Key_M),
+        tr("Show a small picture of the whole network in the corner"), &NetworkView::toggleMiniMap);
     m_actions[ShowMiniMapCommand]->setCheckable(true);
     m_actions[ShowMiniMapCommand]->setChecked(true);
 }
 
 void NetworkView::updateActions()
 {
-    const int selected = m_selection->size();
-    for (int i = 0; i < CommandCount; ++i) {
-        bool isEnabled = true;
-        if (i == AddBrickCommand || i == PasteCommand)
-            isEnabled = m_edit->getUser();
-        else if (i == SelectAllCommand || i == ArrangeCommand || i == ZoomToAllCommand)
-            isEnabled = !m_scene->getItems().isEmpty();
-        else if (i >= AlignLeftCommand && i <= DistributeVerticallyCommand)
-            isEnabled = selected >= 2;
-        else if (i < ZoomToSelectionCommand)
-            isEnabled = selected >= 1;
-        m_actions.at(i)->setEnabled(isEnabled);
-    }
+    for (int i = 0; i < CommandCount; ++i)
+        m_actions.at(i)->setEnabled(canRun(Command(i)));
+}
+
+bool NetworkView::canRun(Command command) const
+{
+    if (command == AddBrickCommand || command == PasteCommand)
+        return m_edit->getUser();
+    if (command == SelectAllCommand || command == ArrangeCommand || command == ZoomToAllCommand)
+        return !m_scene->getItems().isEmpty();
+    if (command == FrameTitleCommand || command == RemoveFrameCommand)
+        return currentFrame() != 0;
+    if (command >= AlignLeftCommand && command <= DistributeVerticallyCommand)
+        return m_selection->size() >= 2;
+    return command >= ZoomToSelectionCommand || !m_selection->isEmpty();
+}
+
+/// True while a button of the mouse is held down for something.
+bool NetworkView::isBusy() const
+{
+    return m_gesture || m_isPanning;
 }
 
 void NetworkView::addFromSearch()
 {
-    openSearch(placeForNew(), m_keyboard.getPin());
+    // The search would take the release of the button.
+    if (!isBusy())
+        openSearch(placeForNew(), m_keyboard.getPin());
+}
+
+void NetworkView::insertFromSearch()
+{
+    if (isBusy())
+        return;
+    DzBrickParam* pin = m_keyboard.getPin();
+    DzBrickParam* peer = pin ? pin->getConnection(0) : nullptr;
+    if (!peer) {
+        emit statusMessage(tr("Go to a linked pin first: Up and Down walk the rows."));
+        return;
+    }
+    openInsertSearch(pin->isOutput() ? BrickLink { pin, peer } : BrickLink { peer, pin });
 }
 
 void NetworkView::cutBricks()
@@ -255,6 +359,11 @@ void NetworkView::selectDownstream()
     m_selection->set(NetworkEdit::withDownstream(m_selection->getBricks()));
 }
 
+void NetworkView::keepSelected()
+{
+    m_keyboard.toggleKept();
+}
+
 void NetworkView::rename()
 {
     if (DzShaderBrick* brick = m_selection->getCurrent())
@@ -267,6 +376,16 @@ void NetworkView::toggleParams()
         m_edit->setHidesParams(m_selection->getBricks(), !BrickAppearance::hidesParams(brick));
 }
 
+void NetworkView::widen()
+{
+    m_edit->changeWidth(m_selection->getBricks(), gridStep);
+}
+
+void NetworkView::narrow()
+{
+    m_edit->changeWidth(m_selection->getBricks(), -gridStep);
+}
+
 void NetworkView::frameSelection()
 {
     const int frame = m_edit->frameBricks(m_selection->getBricks(), tr("Frame"));
@@ -277,6 +396,23 @@ void NetworkView::frameSelection()
 void NetworkView::unframeSelection()
 {
     m_edit->removeFromFrames(m_selection->getBricks());
+}
+
+/// The frame around the current brick, 0 for none.
+int NetworkView::currentFrame() const
+{
+    const DzShaderBrick* brick = m_selection->getCurrent();
+    return brick ? BrickAppearance::frameNumber(brick) : 0;
+}
+
+void NetworkView::editCurrentFrameTitle()
+{
+    editFrameTitle(currentFrame());
+}
+
+void NetworkView::removeCurrentFrame()
+{
+    m_edit->removeFrame(currentFrame());
 }
 
 /// Several selected bricks are arranged alone.
@@ -330,24 +466,57 @@ QPointF NetworkView::placeForNew() const
     return getVisibleBox().center();
 }
 
-void NetworkView::openSearch(const QPointF& place, DzBrickParam* pin)
+void NetworkView::startSearch(BrickSearchPopup* search, const QPointF& place, const BrickAdder& add)
 {
     delete m_search;
-    m_search = new BrickSearchPopup(m_edit, pin, this);
-    const QPointer<DzBrickParam> guarded(pin);
-    const bool hasPin = pin;
+    m_search = search;
     connect(m_search, &BrickSearchPopup::chosen, this, [=](const QString& className) {
         QString error;
-        if (hasPin && !guarded)
-            return;
-        DzShaderBrick* brick = hasPin ? m_edit->addBrickLinked(className, place, guarded, &error)
-                                      : m_edit->addBrick(className, place, &error);
-        if (brick)
+        if (DzShaderBrick* brick = add(className, &error))
             m_selection->set({ brick });
-        else
+        else if (!error.isEmpty())
             emit statusMessage(error);
     });
     m_search->popupAt(viewport()->mapToGlobal(mapFromScene(place)));
+}
+
+void NetworkView::openSearch(const QPointF& place, DzBrickParam* pin)
+{
+    if (!pin) {
+        startSearch(new BrickSearchPopup(m_edit, tr("Add a brick"), nullptr, this), place,
+            [=](const QString& className, QString* error) {
+                return m_edit->addBrick(className, place, error);
+            });
+        return;
+    }
+    const QPointer<DzBrickParam> guarded(pin);
+    const auto accepts = [guarded](const DzShaderBrick* sample) {
+        return guarded && BrickCatalogue::findFitting(sample, guarded);
+    };
+    startSearch(new BrickSearchPopup(
+                    m_edit, tr("Add what fits %1").arg(pin->getTypeString()), accepts, this),
+        place, [=](const QString& className, QString* error) {
+            return guarded ? m_edit->addBrickLinked(className, place, guarded, error) : nullptr;
+        });
+}
+
+void NetworkView::openInsertSearch(const BrickLink& link)
+{
+    const BrickItem* source = m_scene->getItem(link.output->getTopBrickOwner());
+    const BrickItem* target = m_scene->getItem(link.input->getTopBrickOwner());
+    if (!source || !target)
+        return;
+    const QPointF middle = (source->pinPlace(link.output) + target->pinPlace(link.input)) / 2;
+    const QPointer<DzBrickParam> output(link.output);
+    const QPointer<DzBrickParam> input(link.input);
+    const auto wire = [output, input] { return BrickLink { output, input }; };
+    const auto accepts = [wire](const DzShaderBrick* sample) {
+        return NetworkEdit::canInsertOnLink(sample, wire());
+    };
+    startSearch(new BrickSearchPopup(m_edit, tr("Put into the wire"), accepts, this), middle,
+        [=](const QString& className, QString* error) {
+            return m_edit->addBrickOnLink(className, (middle - titleGrip).toPoint(), wire(), error);
+        });
 }
 
 QRect NetworkView::editorPlace(const QRectF& box) const
@@ -360,7 +529,8 @@ QRect NetworkView::editorPlace(const QRectF& box) const
 void NetworkView::startEditor(
     const QString& text, const QRectF& box, const std::function<void(const QString&)>& commit)
 {
-    delete m_editor;
+    if (m_editor)
+        m_editor->commit();
     m_editor = new InlineEditor(text, editorPlace(box), viewport());
     connect(m_editor, &InlineEditor::committed, this, commit);
 }
@@ -380,11 +550,10 @@ void NetworkView::editTitle(DzShaderBrick* brick)
 
 void NetworkView::editFrameTitle(int frame)
 {
-    const QVector<BrickFrame> frames = m_edit->getFrames();
-    for (const BrickFrame& known : frames)
-        if (known.number == frame)
-            startEditor(known.title, m_scene->frameTitleBox(frame),
-                [this, frame](const QString& text) { m_edit->setFrameTitle(frame, text); });
+    const BrickFrame known = m_edit->getFrame(frame);
+    if (!known.bricks.isEmpty())
+        startEditor(known.title, m_scene->frameTitleBox(frame),
+            [this, frame](const QString& text) { m_edit->setFrameTitle(frame, text); });
 }
 
 void NetworkView::setBadge(DzShaderBrick* brick, const QString& text)
@@ -565,16 +734,19 @@ void NetworkView::beginMove(
 
 void NetworkView::selectFrame(int frame)
 {
-    const QVector<BrickFrame> frames = m_edit->getFrames();
-    for (const BrickFrame& known : frames)
-        if (known.number == frame)
-            m_selection->set(known.bricks);
+    m_selection->set(m_edit->getFrame(frame).bricks);
 }
 
 void NetworkView::mouseMoveEvent(QMouseEvent* event)
 {
     m_mouse = event->pos();
     m_isMouseInside = true;
+    if (event->buttons() == Qt::NoButton) {
+        // Another window took the release.
+        m_isPanning = false;
+        m_isMenuDue = false;
+        cancelGesture();
+    }
     if (m_isPanning) {
         const QPoint way = event->pos() - m_panStart;
         m_panStart = event->pos();
@@ -625,17 +797,17 @@ bool NetworkView::cancelGesture()
 
 void NetworkView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton)
-        return;
     const QPointF place = mapToScene(event->pos());
     const CanvasHit hit = m_scene->hit(place, getReach());
-    if (hit.kind == CanvasHit::Pin)
+    const bool isPress = event->button() != Qt::LeftButton || m_isSpaceDown || isBusy();
+    // Where nothing is to be opened, a second quick press is a press like any other.
+    if (isPress || hit.kind == CanvasHit::Pin || hit.kind == CanvasHit::Wire)
         mousePressEvent(event);
     else if (hit.item)
         emit brickActivated(hit.item->getBrick());
     else if (hit.kind == CanvasHit::FrameTitle)
         editFrameTitle(hit.frame);
-    else if (hit.kind == CanvasHit::Nothing)
+    else
         openSearch(place);
 }
 
@@ -686,8 +858,10 @@ void NetworkView::keyPressEvent(QKeyEvent* event)
 {
     const bool isArrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
     if (event->key() == Qt::Key_Escape) {
-        if (!cancelGesture() && !m_keyboard.cancel())
+        if (!cancelGesture() && !m_keyboard.cancel()) {
+            m_keyboard.leaveRow();
             m_selection->clear();
+        }
     } else if (event->key() == Qt::Key_Space && !event->modifiers()) {
         if (!event->isAutoRepeat()) {
             m_isSpaceDown = true;
@@ -722,7 +896,8 @@ void NetworkView::focusOutEvent(QFocusEvent* event)
 void NetworkView::contextMenuEvent(QContextMenuEvent* event)
 {
     // The mouse's menu comes when the button is released, for it may be the start of a cut.
-    if (event->reason() == QContextMenuEvent::Mouse)
+    // No menu may take the release of a button that is held down.
+    if (event->reason() == QContextMenuEvent::Mouse || isBusy())
         return;
     const BrickItem* item = m_scene->getItem(m_selection->getCurrent());
     openMenu(item ? item->pos() + QPointF(12, BrickAppearance::titleHeight / 2) : placeForNew());
@@ -737,7 +912,7 @@ void NetworkView::openMenu(const QPointF& place)
         if (!m_selection->contains(brick))
             m_selection->set({ brick });
         menu = new BrickMenu(brick, this);
-        fillBrickMenu(menu, brick);
+        fillBrickMenu(menu);
     } else {
         menu = new QMenu(this);
         if (hit.kind == CanvasHit::Wire)
@@ -761,10 +936,10 @@ void NetworkView::addCommands(QMenu* menu, const QVector<Command>& commands)
         menu->addAction(getAction(command));
 }
 
-void NetworkView::fillBrickMenu(QMenu* menu, DzShaderBrick*)
+void NetworkView::fillBrickMenu(QMenu* menu)
 {
     menu->addSeparator();
-    addCommands(menu, { RenameCommand, HideParamsCommand });
+    addCommands(menu, { RenameCommand, HideParamsCommand, WiderCommand, NarrowerCommand });
     menu->addSeparator();
     addCommands(menu, { CutCommand, CopyCommand, DuplicateCommand });
     menu->addSeparator();
@@ -775,7 +950,7 @@ void NetworkView::fillBrickMenu(QMenu* menu, DzShaderBrick*)
         { AlignLeftCommand, AlignRightCommand, AlignTopCommand, AlignBottomCommand,
             AlignHorizontalCentresCommand, AlignVerticalCentresCommand,
             DistributeHorizontallyCommand, DistributeVerticallyCommand });
-    addCommands(menu, { FrameCommand, UnframeCommand });
+    addCommands(menu, { FrameCommand, UnframeCommand, FrameTitleCommand, RemoveFrameCommand });
     menu->addSeparator();
     addCommands(menu, { DeleteCommand, DeleteReconnectCommand });
 }
@@ -788,6 +963,10 @@ void NetworkView::fillWireMenu(QMenu* menu, const BrickLink& link)
         if (output && input)
             m_edit->disconnect(output, input);
     });
+    menu->addAction(tr("&Insert Brick…"), this, [this, output, input] {
+        if (output && input)
+            openInsertSearch(BrickLink { output, input });
+    });
     menu->addSeparator();
 }
 
@@ -795,12 +974,7 @@ void NetworkView::fillFrameMenu(QMenu* menu, int frame)
 {
     menu->addAction(tr("Change &Title…"), this, [this, frame] { editFrameTitle(frame); });
     menu->addAction(tr("&Select Its Bricks"), this, [this, frame] { selectFrame(frame); });
-    menu->addAction(tr("&Remove the Frame"), this, [this, frame] {
-        const QVector<BrickFrame> frames = m_edit->getFrames();
-        for (const BrickFrame& known : frames)
-            if (known.number == frame)
-                m_edit->removeFromFrames(known.bricks);
-    });
+    menu->addAction(tr("&Remove the Frame"), this, [this, frame] { m_edit->removeFrame(frame); });
     menu->addSeparator();
 }
 
@@ -859,6 +1033,9 @@ bool NetworkView::viewportEvent(QEvent* event)
         showToolTip(help->pos(), help->globalPos());
         return true;
     }
+    // Others may ask for a picture before the scene had its turn.
+    if (event->type() == QEvent::Paint)
+        m_scene->bringUpToDate();
     if (event->type() == QEvent::Leave)
         m_isMouseInside = false;
     return QGraphicsView::viewportEvent(event);
@@ -918,8 +1095,7 @@ void NetworkView::dropEvent(QDropEvent* event)
         return;
     }
     const BrickLink link = wireFor(className, mapToScene(event->pos()));
-    const QPointF grip(BrickAppearance::defaultWidth / 2, BrickAppearance::titleHeight / 2);
-    const QPointF place((mapToScene(event->pos()) - grip).toPoint());
+    const QPointF place((mapToScene(event->pos()) - titleGrip).toPoint());
     QString error;
     DzShaderBrick* brick = link.isNull() ? m_edit->addBrick(className, place, &error)
                                          : m_edit->addBrickOnLink(className, place, link, &error);

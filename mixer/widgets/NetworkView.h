@@ -8,6 +8,7 @@
 #include <QGraphicsView>
 #include <QPointer>
 #include <QVector>
+#include <functional>
 #include <memory>
 
 class BrickSearchPopup;
@@ -36,6 +37,7 @@ public:
 
     enum Command {
         AddBrickCommand,
+        InsertBrickCommand,
         CutCommand,
         CopyCommand,
         PasteCommand,
@@ -45,10 +47,15 @@ public:
         SelectAllCommand,
         SelectUpstreamCommand,
         SelectDownstreamCommand,
+        KeepSelectedCommand,
         RenameCommand,
         HideParamsCommand,
+        WiderCommand,
+        NarrowerCommand,
         FrameCommand,
         UnframeCommand,
+        FrameTitleCommand,
+        RemoveFrameCommand,
         ArrangeCommand,
         AlignLeftCommand,
         AlignRightCommand,
@@ -79,6 +86,8 @@ public:
     void rebuild();
     /// Opens the search for a brick that is added at a place of the scene and, with a pin, linked.
     void openSearch(const QPointF& place, DzBrickParam* pin = nullptr);
+    /// Opens the search for a brick that is put into the wire.
+    void openInsertSearch(const BrickLink& link);
     /// Opens the menu of what is there, at a place of the scene.
     void openMenu(const QPointF& place);
     void editTitle(DzShaderBrick* brick);
@@ -139,14 +148,26 @@ protected:
 
 private:
     void makeActions();
+    void makeEditActions();
+    void makeSelectActions();
+    void makeBrickActions();
+    void makeFrameActions();
+    void makePlaceActions();
+    void makeLookActions();
     void addCommand(Command command, const QString& text, const QKeySequence& shortcut,
-        void (NetworkView::*run)());
-    void addAlignment(Command command, const QString& text, NetworkEdit::Alignment alignment);
+        const QString& tip, void (NetworkView::*run)());
+    void addAlignment(
+        Command command, const QString& text, const QString& tip, NetworkEdit::Alignment alignment);
     void updateActions();
+    bool canRun(Command command) const;
     void updateStyle();
     void placeMiniMap();
 
+    bool isBusy() const;
     void addFromSearch();
+    void insertFromSearch();
+    typedef std::function<DzShaderBrick*(const QString& className, QString* error)> BrickAdder;
+    void startSearch(BrickSearchPopup* search, const QPointF& place, const BrickAdder& add);
     void cutBricks();
     void copyBricks();
     void pasteBricks();
@@ -158,9 +179,15 @@ private:
     void selectUpstream();
     void selectDownstream();
     void rename();
+    void keepSelected();
     void toggleParams();
+    void widen();
+    void narrow();
     void frameSelection();
     void unframeSelection();
+    int currentFrame() const;
+    void editCurrentFrameTitle();
+    void removeCurrentFrame();
     void arrange();
     void zoomIn();
     void zoomOut();
@@ -179,7 +206,7 @@ private:
     QString toolTipFor(const QPointF& place);
     void updateCursor(const QPointF& place);
     void openMenuWith(QMenu* menu, const QPointF& place);
-    void fillBrickMenu(QMenu* menu, DzShaderBrick* brick);
+    void fillBrickMenu(QMenu* menu);
     void fillWireMenu(QMenu* menu, const BrickLink& link);
     void fillFrameMenu(QMenu* menu, int frame);
     void fillVoidMenu(QMenu* menu, const QPointF& place);

@@ -3,6 +3,7 @@
 
 #include "PlaceholderModel.h"
 
+#include "BrickAppearance.h"
 #include "dznumericproperty.h"
 #include "dzshaderbrick.h"
 
@@ -63,8 +64,7 @@ QVariant PlaceholderModel::data(const QModelIndex& index, int role) const
     case NameColumn:
         return placeholder.name.isEmpty() ? tr("(written as value)") : placeholder.name;
     case BrickColumn:
-        return QStringLiteral("%1 (%2)").arg(
-            placeholder.brick->getBrickTitle(), QString::number(placeholder.brick->getBrickID()));
+        return BrickAppearance::titleText(placeholder.brick);
     case PropertyColumn:
         return placeholder.property->getLabel();
     case ValueColumn:

@@ -3,6 +3,7 @@
 
 #include "ProblemsPanel.h"
 
+#include "BrickAppearance.h"
 #include "LineIcon.h"
 #include "MixerDocument.h"
 #include "dzproperty.h"
@@ -20,9 +21,7 @@ const int restTime = 120;
 
 QString captionOf(const DzShaderBrick* brick)
 {
-    return brick ? QStringLiteral("%1 (%2)").arg(
-               brick->getBrickTitle(), QString::number(brick->getBrickID()))
-                 : QString();
+    return brick ? BrickAppearance::titleText(brick) : QString();
 }
 
 } // namespace

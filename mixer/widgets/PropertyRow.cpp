@@ -3,6 +3,7 @@
 
 #include "PropertyRow.h"
 
+#include "BrickAppearance.h"
 #include "FileField.h"
 #include "LineIcon.h"
 #include "PropertyEditor.h"
@@ -113,8 +114,7 @@ void PropertyRow::refresh()
     // What is linked takes the value's place.
     m_editor->setVisible(source == nullptr);
     if (source)
-        m_source->setText(QStringLiteral("%1 (%2)").arg(
-            source->getBrickTitle(), QString::number(source->getBrickID())));
+        m_source->setText(BrickAppearance::titleText(source));
     m_map->setVisible(mapped);
     if (mapped)
         m_map->showFile(m_group.getMap(), m_folder);

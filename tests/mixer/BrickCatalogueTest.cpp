@@ -76,9 +76,12 @@ TEST(BrickCatalogueTest, findsOnlyWhatFitsAPin)
 {
     VireoBrickUser user;
     VireoBrickBase* matte = addBrick(user, "VireoMatMatteBrick");
+    DzBrickParam* pin = param(matte, "Kd");
     BrickCatalogue::Filter filter;
     filter.user = &user;
-    filter.fitting = param(matte, "Kd");
+    filter.accepts = [&](const DzShaderBrick* sample) {
+        return BrickCatalogue::findFitting(sample, pin) != nullptr;
+    };
     const QVector<const BrickKind*> kinds = catalogue().search(QString(), filter);
     ASSERT_FALSE(kinds.isEmpty());
     for (const BrickKind* kind : kinds)
@@ -89,7 +92,7 @@ TEST(BrickCatalogueTest, findsOnlyWhatFitsAPin)
         colorKinds
             += !kind.outputs.isEmpty() && kind.outputs.first().typeText == QLatin1String("LColor");
     EXPECT_EQ(kinds.size(), colorKinds);
-    filter.fitting = param(matte, "result");
+    pin = param(matte, "result");
     EXPECT_TRUE(namesOf(catalogue().search(QString(), filter))
                     .contains(catalogue().find(QStringLiteral("VireoRootBrick"))->name));
 }

@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
 
@@ -236,6 +237,36 @@ TEST_F(Canvas, aRefusedLinkSaysWhy)
     EXPECT_EQ(dzUndoStack->getNumItems(), 0);
 }
 
+TEST_F(Canvas, aRefusedWireSaysWhyBesideTheCursor)
+{
+    addThree();
+    const QPoint place = pinOf(matte, "sigma");
+    press(pinOf(texture, "result"));
+    moveTo(place + QPoint(-20, 0));
+    moveTo(place);
+    const QImage shown = m_view.viewport()->grab().toImage();
+    // Painting the same words over it changes nothing; other words would show.
+    const auto differsFrom = [&](const QString& text) {
+        QImage painted = shown;
+        QPainter painter(&painted);
+        painter.setTransform(m_view.viewportTransform());
+        m_view.paintHint(&painter, m_view.mapToScene(place), text, true);
+        const QFontMetrics metrics(m_view.getScene()->getStyle().font);
+        const QRect inside(place + QPoint(20, 22), QSize(metrics.horizontalAdvance(text), 12));
+        int different = 0;
+        for (int x = inside.left(); x <= inside.right(); ++x)
+            for (int y = inside.top(); y <= inside.bottom(); ++y) {
+                const int before = qGray(shown.pixel(x, y));
+                different += qAbs(before - qGray(painted.pixel(x, y))) > 60;
+            }
+        return different > 0;
+    };
+    EXPECT_FALSE(differsFrom(QStringLiteral("Sigma takes LFloat, and this is LColor.")));
+    EXPECT_TRUE(differsFrom(QStringLiteral("Sigma takes LFloat, and this is LGhost.")));
+    EXPECT_TRUE(differsFrom(QStringLiteral("Nothing is refused.")));
+    release(place);
+}
+
 TEST_F(Canvas, cuttingAcrossWiresRemovesThem)
 {
     linkThree();
@@ -373,6 +404,85 @@ TEST_F(Canvas, aBrickThatIsDeletedWhileItsWireIsDraggedDoesNoHarm)
     EXPECT_EQ(param(matte, "Kd")->getNumConnections(), 0);
 }
 
+TEST_F(Canvas, noSearchAndNoMenuOpensDuringADrag)
+{
+    addThree();
+    const QPoint from = titleOf(matte);
+    press(from);
+    moveTo(from + QPoint(30, 30));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(search(), nullptr);
+    key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(search(), nullptr);
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint());
+    QCoreApplication::sendEvent(m_view.viewport(), &menuKey);
+    EXPECT_EQ(openMenu(), nullptr);
+    moveTo(from + QPoint(50, 60));
+    release(from + QPoint(50, 60));
+    EXPECT_EQ(BrickAppearance::position(matte), QPointF(-50, -40));
+    press(QPoint(500, 600), Qt::MiddleButton);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(search(), nullptr);
+    release(QPoint(500, 600), Qt::MiddleButton);
+    key(Qt::Key_Tab);
+    EXPECT_NE(search(), nullptr);
+}
+
+TEST_F(Canvas, aDragWhoseButtonIsUpAlreadyIsTakenBack)
+{
+    addThree();
+    // The release went to another window.
+    const auto moveFreely = [this](const QPoint& place) {
+        QMouseEvent event(QEvent::MouseMove, place, m_view.viewport()->mapToGlobal(place),
+            Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_view.viewport(), &event);
+    };
+    const QPoint from = titleOf(matte);
+    press(from);
+    moveTo(from + QPoint(30, 30));
+    moveFreely(from + QPoint(200, 30));
+    EXPECT_EQ(m_view.getScene()->getItem(matte)->pos(), QPointF(-100, -100));
+    release(from + QPoint(200, 30));
+    EXPECT_EQ(BrickAppearance::position(matte), QPointF(-100, -100));
+    EXPECT_EQ(dzUndoStack->getNumItems(), 0);
+    const QPointF before = m_view.mapToScene(QPoint(500, 600));
+    press(QPoint(500, 600), Qt::MiddleButton);
+    moveFreely(QPoint(600, 600));
+    EXPECT_EQ(m_view.mapToScene(QPoint(500, 600)), before);
+    release(QPoint(600, 600), Qt::MiddleButton);
+}
+
+TEST_F(Canvas, aSecondQuickPressOfAnyButtonIsAPress)
+{
+    linkThree();
+    const auto send = [this](QEvent::Type type, const QPoint& place, Qt::MouseButton button,
+                          Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers) {
+        QMouseEvent event(
+            type, place, m_view.viewport()->mapToGlobal(place), button, buttons, modifiers);
+        QCoreApplication::sendEvent(m_view.viewport(), &event);
+    };
+    const auto dragAgain = [&](const QPoint& from, const QPoint& to, Qt::MouseButton button,
+                               Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        send(QEvent::MouseButtonDblClick, from, button, button, modifiers);
+        send(QEvent::MouseMove, to, Qt::NoButton, button, modifiers);
+        send(QEvent::MouseButtonRelease, to, button, Qt::NoButton, modifiers);
+    };
+    const QPointF before = m_view.mapToScene(QPoint(500, 600));
+    dragAgain(QPoint(500, 600), QPoint(540, 610), Qt::MiddleButton);
+    EXPECT_EQ(m_view.mapToScene(QPoint(540, 610)), before);
+    const QPoint wire = middleOfWire(texture, matte, "Kd");
+    dragAgain(wire - QPoint(0, 60), wire + QPoint(0, 60), Qt::RightButton, Qt::ControlModifier);
+    EXPECT_FALSE(isLinked(texture, matte, "Kd"));
+    QTest::keyPress(window(), Qt::Key_Space);
+    dragAgain(QPoint(540, 610), QPoint(500, 600), Qt::LeftButton);
+    QTest::keyRelease(window(), Qt::Key_Space);
+    EXPECT_EQ(m_view.mapToScene(QPoint(500, 600)), before);
+    EXPECT_EQ(search(), nullptr);
+    dragAgain(QPoint(500, 600), QPoint(500, 600), Qt::RightButton);
+    ASSERT_NE(openMenu(), nullptr);
+    openMenu()->close();
+}
+
 // Selecting.
 
 TEST_F(Canvas, clicksSelect)
@@ -405,6 +515,68 @@ TEST_F(Canvas, aBoxSelectsWhatItReachesOver)
     drag(corner, at(QPointF(-350, 0)), Qt::LeftButton, Qt::ControlModifier);
     EXPECT_EQ(selected().size(), 2);
     EXPECT_FALSE(m_selection.contains(texture));
+}
+
+TEST_F(Canvas, aBoxTellsWhenSelectingIsOver)
+{
+    addThree();
+    int ends = 0;
+    QObject::connect(&m_selection, &BrickSelection::selectingEnded, &m_view, [&] { ++ends; });
+    const QPoint corner = at(QPointF(-450, -150));
+    press(corner);
+    EXPECT_TRUE(m_selection.isSelecting());
+    moveTo(at(QPointF(-350, 0)));
+    EXPECT_EQ(selected(), QVector<DzShaderBrick*> { texture });
+    EXPECT_TRUE(m_selection.isSelecting());
+    moveTo(at(QPointF(-50, 0)));
+    EXPECT_EQ(ends, 0);
+    release(at(QPointF(-50, 0)));
+    EXPECT_FALSE(m_selection.isSelecting());
+    EXPECT_EQ(ends, 1);
+    press(corner);
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(m_selection.isSelecting());
+    EXPECT_EQ(ends, 2);
+    release(corner);
+    EXPECT_EQ(ends, 2);
+}
+
+TEST_F(Canvas, aBoxDoesNotSelectWhatWasDeletedMeanwhile)
+{
+    addThree();
+    m_selection.set({ matte, texture });
+    const QPoint corner = at(QPointF(450, -150));
+    press(corner, Qt::LeftButton, Qt::ShiftModifier);
+    moveTo(at(QPointF(400, -50)));
+    EXPECT_EQ(selected().size(), 3);
+    m_edit.deleteBricks({ matte });
+    moveTo(at(QPointF(390, -50)));
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, root }));
+    release(at(QPointF(390, -50)));
+    dzUndoStack->undo();
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, root }));
+}
+
+TEST_F(Canvas, bricksThatGoTogetherLeaveTheSelectionTogether)
+{
+    linkThree();
+    m_selection.set(m_edit.getBricks());
+    key(Qt::Key_D, Qt::ControlModifier);
+    ASSERT_EQ(selected().size(), 3);
+    int changes = 0;
+    QObject::connect(&m_selection, &BrickSelection::selectionChanged, &m_view, [&] { ++changes; });
+    dzUndoStack->undo();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(selected().isEmpty());
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(m_view.getScene()->getItems().size(), 3);
+    dzUndoStack->redo();
+    m_selection.set(m_edit.getBricks());
+    dzUndoStack->undo();
+    dzUndoStack->redo();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_view.getScene()->getItems().size(), 6);
+    m_view.grab();
 }
 
 TEST_F(Canvas, keysSelectAllUpstreamAndDownstream)
@@ -664,6 +836,50 @@ TEST_F(Canvas, escapeLeavesATitleAsItIs)
     EXPECT_EQ(m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor")), nullptr);
 }
 
+TEST_F(Canvas, aTitleThatLosesTheKeyboardIsTakenOver)
+{
+    addThree();
+    m_selection.set({ matte });
+    key(Qt::Key_F2);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("Wall paint"));
+    ASSERT_EQ(QApplication::focusWidget(), editor);
+    QApplication::focusWidget()->clearFocus();
+    EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Wall paint"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+}
+
+TEST_F(Canvas, aTitleIsTakenOverWhenAnotherIsEdited)
+{
+    addThree();
+    m_view.editTitle(matte);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("Wall paint"));
+    m_view.editTitle(root);
+    EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Wall paint"));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->text(), root->getBrickTitle());
+    EXPECT_TRUE(editor->hasFocus());
+}
+
+TEST_F(Canvas, whoTakesTheKeyboardFromATitleKeepsIt)
+{
+    addThree();
+    QLineEdit other(&m_view);
+    other.show();
+    m_view.editTitle(matte);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("Wall paint"));
+    other.setFocus(Qt::MouseFocusReason);
+    EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Wall paint"));
+    EXPECT_TRUE(other.hasFocus());
+}
+
 TEST_F(Canvas, draggingTheRightEdgeChangesTheWidth)
 {
     addThree();
@@ -789,6 +1005,147 @@ TEST_F(Canvas, arrangePutsWhatFeedsToTheLeft)
 }
 
 // Keys alone.
+
+TEST_F(Canvas, severalBricksAreSelectedWithKeysAlone)
+{
+    addThree();
+    m_selection.set({ texture });
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, matte }));
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, root })) << "matte was not kept";
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    key(Qt::Key_Left);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { texture, root, matte }));
+    key(Qt::Key_Left);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { root, texture }));
+    EXPECT_TRUE(m_view.accessibleDescription().contains(QLatin1String("kept selected")))
+        << m_view.accessibleDescription().toStdString();
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_FALSE(m_view.accessibleDescription().contains(QLatin1String("kept selected")));
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), (QVector<DzShaderBrick*> { root, matte })) << "texture is let go";
+    key(Qt::Key_Escape);
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected().size(), 1) << "Escape lets all go";
+    EXPECT_EQ(dzUndoStack->getNumItems(), 0);
+}
+
+TEST_F(Canvas, aClickLetsGoWhatKeysKept)
+{
+    addThree();
+    m_selection.set({ texture });
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    click(titleOf(matte));
+    key(Qt::Key_Right);
+    EXPECT_EQ(selected(), QVector<DzShaderBrick*> { root });
+}
+
+TEST_F(Canvas, keysChangeTheWidthOfAllSelectedBricks)
+{
+    addThree();
+    m_selection.set({ matte, texture });
+    key(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(BrickAppearance::width(matte), 230);
+    EXPECT_EQ(BrickAppearance::width(texture), 230);
+    EXPECT_EQ(BrickAppearance::width(root), 210);
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    key(Qt::Key_Left, Qt::AltModifier);
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(BrickAppearance::width(matte), 190);
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Change Width"));
+    m_edit.changeWidth({ matte, texture }, -BrickAppearance::maximumWidth);
+    const int steps = dzUndoStack->getNumUndoItems();
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), steps);
+}
+
+TEST_F(Canvas, keysChangeTheTitleOfAFrameAndRemoveIt)
+{
+    addThree();
+    m_edit.frameBricks({ matte, texture }, QStringLiteral("Old"));
+    m_selection.set({ root });
+    EXPECT_FALSE(m_view.getAction(NetworkView::FrameTitleCommand)->isEnabled());
+    m_selection.set({ matte });
+    key(Qt::Key_F2, Qt::ShiftModifier);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->text(), QStringLiteral("Old"));
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(m_edit.getFrames().size(), 1);
+    EXPECT_EQ(m_edit.getFrames().first().title, QString());
+    m_view.setFocus();
+    key(Qt::Key_G, Qt::ControlModifier | Qt::AltModifier);
+    EXPECT_TRUE(m_edit.getFrames().isEmpty());
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Remove Frame"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 3);
+    EXPECT_FALSE(m_view.getAction(NetworkView::RemoveFrameCommand)->isEnabled());
+    dzUndoStack->undo();
+    ASSERT_EQ(m_edit.getFrames().size(), 1);
+    EXPECT_EQ(m_edit.getFrames().first().bricks.size(), 2);
+}
+
+TEST_F(Canvas, aBrickIsPutIntoAWireWithKeysAlone)
+{
+    linkThree();
+    m_selection.set({ matte });
+    m_messages.clear();
+    key(Qt::Key_I, Qt::ControlModifier);
+    EXPECT_EQ(search(), nullptr);
+    EXPECT_EQ(m_messages,
+        QStringList(QStringLiteral("Go to a linked pin first: Up and Down walk the rows.")));
+    const BrickItem* item = m_view.getScene()->getItem(matte);
+    for (int row = 0; row <= item->rowOf(param(matte, "Kd")); ++row)
+        key(Qt::Key_Down);
+    key(Qt::Key_I, Qt::ControlModifier);
+    ASSERT_NE(search(), nullptr);
+    EXPECT_TRUE(foundInSearch().contains(texture->getPreferredName()));
+    EXPECT_FALSE(foundInSearch().contains(matte->getPreferredName()));
+    EXPECT_FALSE(foundInSearch().contains(QStringLiteral("Black Body")))
+        << "what has no input cannot stand in a wire";
+    typeInSearch(QStringLiteral("mix"));
+    ASSERT_EQ(m_user.getNumBricks(), 4);
+    DzShaderBrick* added = m_user.getBrick(4);
+    EXPECT_TRUE(isLinked(added, matte, "Kd"));
+    EXPECT_TRUE(isLinked(texture, added, "tex1"));
+    EXPECT_EQ(selected(), QVector<DzShaderBrick*> { added });
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    dzUndoStack->undo();
+    EXPECT_TRUE(isLinked(texture, matte, "Kd"));
+}
+
+TEST_F(Canvas, aBrickIsPutIntoAWireFromItsMenu)
+{
+    linkThree();
+    const QPoint wire = middleOfWire(texture, matte, "Kd");
+    drag(wire, wire, Qt::RightButton);
+    ASSERT_NE(openMenu(), nullptr);
+    QAction* insert = openMenu()->actions().at(1);
+    EXPECT_EQ(insert->text(), QStringLiteral("&Insert Brick…"));
+    openMenu()->close();
+    insert->trigger();
+    typeInSearch(QStringLiteral("mix"));
+    ASSERT_EQ(m_user.getNumBricks(), 4);
+    EXPECT_TRUE(isLinked(m_user.getBrick(4), matte, "Kd"));
+}
+
+TEST_F(Canvas, everyCommandSaysWhatItDoes)
+{
+    QSet<QString> tips;
+    for (int i = 0; i < NetworkView::CommandCount; ++i) {
+        const QAction* action = m_view.getAction(NetworkView::Command(i));
+        const QString tip = action->statusTip();
+        EXPECT_GT(tip.size(), action->text().size()) << action->text().toStdString();
+        EXPECT_FALSE(tips.contains(tip)) << tip.toStdString();
+        tips.insert(tip);
+        EXPECT_TRUE(action->toolTip().startsWith(tip));
+        EXPECT_TRUE(action->shortcut().isEmpty()
+            || action->toolTip().contains(action->shortcut().toString(QKeySequence::NativeText)));
+    }
+}
 
 TEST_F(Canvas, pinsAreLinkedWithKeysAlone)
 {
@@ -994,6 +1351,68 @@ TEST_F(Canvas, valuesInRowsFollowTheirProperties)
         propertyAs<DzFloatProperty>(matte, "sigma")->setValue(12.5f);
     }
     EXPECT_NE(m_view.grab().toImage(), before);
+}
+
+TEST_F(Canvas, valuesAreStillFollowedWhenRowsWereMadeAnew)
+{
+    addThree();
+    VireoBrickBase* band = add("VireoTexClrBAndBrick", -400, 120);
+    const auto follows = [&](DzShaderBrick* brick, const char* name) {
+        // A picture is asked for before the next turn of the event loop.
+        m_view.grab();
+        QCoreApplication::processEvents();
+        const QImage before = m_view.grab().toImage();
+        DzUndoStackLock lock;
+        auto* value = propertyAs<DzFloatProperty>(brick, name);
+        value->setValue(value->getValue() + 1);
+        return m_view.grab().toImage() != before;
+    };
+    EXPECT_TRUE(follows(matte, "sigma"));
+    m_edit.setHidesParams({ matte }, true);
+    m_view.grab();
+    m_edit.setHidesParams({ matte }, false);
+    EXPECT_TRUE(follows(matte, "sigma")) << "after its rows were hidden";
+    m_edit.setWidth(matte, 230);
+    EXPECT_TRUE(follows(matte, "sigma")) << "after a new width";
+    m_edit.setTitle(matte, QStringLiteral("Wall paint"));
+    EXPECT_TRUE(follows(matte, "sigma")) << "after a new title";
+    EXPECT_TRUE(follows(band, "amount"));
+    propertyAs<DzIntProperty>(band, "count")->setValue(3);
+    EXPECT_TRUE(follows(band, "amount")) << "after new inputs";
+}
+
+TEST_F(Canvas, whatIsPaintedIsNeverHalfDone)
+{
+    linkThree();
+    QCoreApplication::processEvents();
+    m_view.grab();
+    m_edit.setHidesParams({ matte }, true);
+    m_edit.setHidesParams({ texture }, true);
+    m_edit.deleteBricks({ root });
+    const QImage atOnce = m_view.grab().toImage();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_view.grab().toImage(), atOnce);
+}
+
+TEST_F(Canvas, rowsThatAreMadeAnewAreFollowedOnce)
+{
+    struct Peek : DzBrickParam {
+        using DzBrickParam::receivers;
+    };
+    addThree();
+    const auto followers = [this] {
+        m_view.grab();
+        return (param(matte, "sigma")->*(&Peek::receivers))(SIGNAL(typeChanged()));
+    };
+    const int before = followers();
+    for (const bool hides : { true, false, true, false }) {
+        m_edit.setHidesParams({ matte }, hides);
+        m_view.grab();
+    }
+    EXPECT_GT(before, 0);
+    EXPECT_EQ(followers(), before);
+    emit param(matte, "sigma")->typeChanged();
+    EXPECT_EQ(followers(), before);
 }
 
 TEST_F(Canvas, colorsFollowThePalette)

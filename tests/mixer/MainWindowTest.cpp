@@ -39,6 +39,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDockWidget>
+#include <QDrag>
 #include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
@@ -217,19 +218,46 @@ TEST_F(WindowTest, aBrickIsDraggedFromThePaletteToTheCanvas)
     QTreeWidget* tree = m_window->getBrickyard()->getTree();
     QTreeWidgetItem* glass
         = m_window->getBrickyard()->findItem(QStringLiteral("VireoMatGlassBrick"));
-    EXPECT_TRUE(glass->flags() & Qt::ItemIsDragEnabled);
-    tree->setCurrentItem(glass);
-    QMimeData data;
-    data.setData(BrickCatalogue::mimeType(), BrickyardPanel::classNameOf(glass).toUtf8());
+    tree->scrollToItem(glass);
+    settle();
+    QWindow* window = m_window->windowHandle();
+    const QPoint start = tree->visualItemRect(glass).center();
+    const QPoint from = tree->viewport()->mapTo(m_window.get(), start);
+    const QPoint way(0, 2 * QApplication::startDragDistance());
+    QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, from);
+    QTest::mouseMove(window, from + way);
+    // This platform ends each drag at once: what it carries is handed to the canvas here, before
+    // the next event takes it away.
+    QMouseEvent move(
+        QEvent::MouseMove, start + 2 * way, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(tree->viewport(), &move);
+    const auto* drag = tree->findChild<QDrag*>();
+    ASSERT_NE(drag, nullptr) << "nothing was dragged";
+    EXPECT_FALSE(drag->pixmap().isNull());
     QWidget* canvas = m_window->getView()->viewport();
     const QPoint place(80, 80);
-    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDragEnterEvent enter(place, Qt::CopyAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(canvas, &enter);
     EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent drop(place, Qt::CopyAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(canvas, &drop);
+    QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, from);
     settle();
-    EXPECT_EQ(document()->getUser()->getNumBricks(), 3);
+    ASSERT_EQ(document()->getUser()->getNumBricks(), 3);
+    EXPECT_EQ(
+        document()->getUser()->getBrick(3)->className(), QStringLiteral("VireoMatGlassBrick"));
+}
+
+TEST_F(WindowTest, headingsOfThePaletteCannotBeDragged)
+{
+    QTreeWidget* tree = m_window->getBrickyard()->getTree();
+    const QTreeWidgetItem* glass
+        = m_window->getBrickyard()->findItem(QStringLiteral("VireoMatGlassBrick"));
+    QTreeWidgetItem* heading = glass->parent();
+    ASSERT_NE(heading, nullptr);
+    tree->setCurrentItem(heading);
+    const std::unique_ptr<QMimeData> carried(tree->model()->mimeData({ tree->currentIndex() }));
+    EXPECT_EQ(carried, nullptr);
 }
 
 namespace {

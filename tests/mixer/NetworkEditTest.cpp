@@ -279,6 +279,43 @@ TEST_F(Edit, whatIsCopiedCanBeMailedAndPastedElsewhere)
     EXPECT_EQ(otherUser.getNumBricks(), 0);
 }
 
+TEST_F(Edit, whatIsPastedWithoutPlacesIsArranged)
+{
+    DzShaderBrick* root = add("VireoRootBrick", 5, 5);
+    DzShaderBrick* matte = add("VireoMatMatteBrick", 5, 5);
+    DzShaderBrick* mix = add("VireoTexClrMixBrick", 5, 5);
+    linkQuietly(matte, root, "material");
+    linkQuietly(mix, matte, "Kd");
+    const auto areArranged = [](const QVector<DzShaderBrick*>& bricks) {
+        const auto right = [](const DzShaderBrick* brick) {
+            return place(brick).x() + BrickAppearance::width(brick);
+        };
+        return bricks.size() == 3 && right(bricks.at(2)) < place(bricks.at(1)).x()
+            && right(bricks.at(1)) < place(bricks.at(0)).x();
+    };
+    QString error;
+    for (DzShaderBrick* brick : edit.getBricks())
+        brick->getBrickSettings()->setBoolValue(BrickAppearance::autoArrangeKey(), true);
+    const QString asking = edit.copy(edit.getBricks());
+    const QVector<DzShaderBrick*> asked = edit.paste(asking, QPointF(1000, 2000), &error);
+    EXPECT_TRUE(areArranged(asked));
+    EXPECT_FALSE(asked.first()->getBrickSettings()->hasKey(BrickAppearance::autoArrangeKey()));
+    QRectF box;
+    for (const DzShaderBrick* brick : asked)
+        box |= QRectF(place(brick), BrickAppearance::size(brick));
+    EXPECT_LE((box.center() - QPointF(1000, 2000)).manhattanLength(), 2);
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+    dzUndoStack->undo();
+    for (DzShaderBrick* brick : edit.getBricks()) {
+        DzSettings* settings = brick->getBrickSettings();
+        settings->removeValue(BrickAppearance::autoArrangeKey());
+        settings->removeValue(BrickAppearance::xKey());
+        settings->removeValue(BrickAppearance::yKey());
+    }
+    const QString unplaced = edit.copy(edit.getBricks());
+    EXPECT_TRUE(areArranged(edit.paste(unplaced, QPointF(), &error)));
+}
+
 TEST_F(Edit, linksToBricksThatAreNotCopiedAreLeftOut)
 {
     DzShaderBrick* matte = add("VireoMatMatteBrick");
@@ -340,6 +377,15 @@ TEST_F(Edit, alignsAndDistributes)
     EXPECT_EQ(place(c), QPointF(300, 400));
     edit.align({ a, b, c }, NetworkEdit::AlignTop);
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2) << "aligning what is in line is no step";
+}
+
+TEST_F(Edit, aMoveIsNamedAfterTheBrickThatMoved)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick", 10, 10);
+    DzShaderBrick* glass = add("VireoMatGlassBrick", 20, 20);
+    edit.moveBricks({ { matte, QPointF(10, 10) }, { glass, QPointF(30, 30) } });
+    EXPECT_EQ(
+        dzUndoStack->getUndoCaption(), QStringLiteral("Move %1").arg(glass->getPreferredName()));
 }
 
 TEST_F(Edit, bricksThatAskForItAreArrangedOnceWithoutUndo)
@@ -405,6 +451,27 @@ TEST_F(Edit, copiesOfFramedBricksGetAFrameOfTheirOwn)
     EXPECT_EQ(edit.getFrames().size(), 2);
 }
 
+TEST_F(Edit, frameNumbersOfAFileLeaveRoomForOthers)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    DzShaderBrick* glass = add("VireoMatGlassBrick");
+    const int largest = std::numeric_limits<int>::max();
+    matte->getBrickSettings()
+        ->setSettingsValue(BrickAppearance::frameKey())
+        ->setIntValue(BrickAppearance::frameNumberKey(), largest);
+    ASSERT_EQ(edit.getFrames().size(), 1);
+    const int frame = edit.frameBricks({ glass }, QStringLiteral("Window"));
+    EXPECT_GT(frame, 0);
+    EXPECT_NE(frame, largest);
+    ASSERT_EQ(edit.getFrames().size(), 2);
+    const QVector<DzShaderBrick*> copies = edit.duplicate({ matte, glass }, QPointF(5, 5));
+    ASSERT_EQ(copies.size(), 2);
+    const QVector<BrickFrame> frames = edit.getFrames();
+    ASSERT_EQ(frames.size(), 4);
+    for (const BrickFrame& known : frames)
+        EXPECT_EQ(known.bricks.size(), 1) << known.number;
+}
+
 // Values.
 
 TEST_F(Edit, aValueThatMakesInputsIsOneStep)
@@ -448,6 +515,34 @@ TEST_F(Edit, theSelectionForgetsDeletedBricks)
     selection.toggle(kept);
     EXPECT_TRUE(selection.isEmpty());
     EXPECT_EQ(selection.getCurrent(), nullptr);
+}
+
+TEST_F(Edit, theSelectionTellsOnlyWhatChanges)
+{
+    BrickSelection selection;
+    int changes = 0;
+    QObject::connect(&selection, &BrickSelection::selectionChanged, &selection, [&] { ++changes; });
+    DzShaderBrick* a = add("VireoMatMatteBrick");
+    DzShaderBrick* b = add("VireoMatMatteBrick");
+    DzShaderBrick* c = add("VireoMatMatteBrick");
+    selection.set({ a, b });
+    selection.set({ a, nullptr, b, a });
+    EXPECT_EQ(changes, 1);
+    selection.set({ b, c });
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(selection.getBricks(), (QVector<DzShaderBrick*> { b, c }));
+    EXPECT_FALSE(selection.contains(a));
+    selection.set({ c, b });
+    EXPECT_EQ(selection.getCurrent(), b) << "the order is part of it";
+    EXPECT_EQ(changes, 3);
+    {
+        DzUndoStackLock lock;
+        user.deleteBrick(a);
+        EXPECT_EQ(changes, 3) << "what left it is not followed";
+        user.deleteBrick(c);
+    }
+    EXPECT_EQ(selection.getBricks(), QVector<DzShaderBrick*> { b });
+    EXPECT_EQ(changes, 4);
 }
 
 TEST_F(Edit, upstreamAndDownstreamAreFollowedThroughSharedBricks)

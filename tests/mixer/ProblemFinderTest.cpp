@@ -61,9 +61,21 @@ TEST(ProblemFinder, aNetworkWithoutRootIsSaidOnce)
 TEST(ProblemFinder, ofSeveralRootsOnlyTheLastCounts)
 {
     MatteNetwork network;
-    addBrick(network.user, "VireoRootBrick");
+    VireoBrickBase* last = addBrick(network.user, "VireoRootBrick");
+    ASSERT_TRUE(link(network.matte, last, "material"));
     EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
         (Kinds { { Problem::SeveralRoots, network.root } }));
+}
+
+TEST(ProblemFinder, whatLeadsOnlyToARootThatIsNotWrittenIsNamed)
+{
+    MatteNetwork network;
+    VireoBrickBase* written = addBrick(network.user, "VireoRootBrick");
+    VireoBrickBase* glass = addBrick(network.user, "VireoMatGlassBrick");
+    ASSERT_TRUE(link(glass, written, "material"));
+    EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
+        (Kinds { { Problem::SeveralRoots, network.root },
+            { Problem::UnreachableBrick, network.matte } }));
 }
 
 TEST(ProblemFinder, bricksThatLeadNowhereAreNamed)

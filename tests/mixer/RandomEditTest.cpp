@@ -7,6 +7,7 @@
 #include "NetworkEdit.h"
 #include "NetworkScene.h"
 #include "NetworkView.h"
+#include "PropertyGroup.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
@@ -18,6 +19,7 @@
 #include "dzundostack.h"
 
 #include <QMap>
+#include <algorithm>
 #include <iterator>
 #include <random>
 
@@ -59,7 +61,9 @@ public:
             &RandomUser::removeBricks, &RandomUser::moveBricks, &RandomUser::align,
             &RandomUser::arrange, &RandomUser::setTitle, &RandomUser::hideParams,
             &RandomUser::setWidth, &RandomUser::frame, &RandomUser::unframe,
-            &RandomUser::setFrameTitle, &RandomUser::disconnectAll, &RandomUser::undoAndRedo,
+            &RandomUser::setFrameTitle, &RandomUser::disconnectAll, &RandomUser::cutLinks,
+            &RandomUser::addOnLink, &RandomUser::setInPanel, &RandomUser::setInPanel,
+            &RandomUser::dragInPanel, &RandomUser::setAllValues, &RandomUser::undoAndRedo,
             &RandomUser::undoSome };
         if (m_user->getNumBricks() > mostBricks)
             removeMany();
@@ -170,6 +174,91 @@ private:
         QString error;
         if (DzProperty* property = anyProperty())
             m_edit.setPropertyText(property, anyValueText(), &error);
+    }
+    void cutLinks()
+    {
+        QVector<BrickLink> links = m_edit.getLinks();
+        std::shuffle(links.begin(), links.end(), m_random);
+        links.resize(qMin(links.size(), below(4)));
+        m_edit.cutLinks(links);
+    }
+    void addOnLink()
+    {
+        for (int tries = 0; tries < 10; ++tries) {
+            const BrickLink link = anyLink();
+            if (link.isNull())
+                return;
+            if (m_edit.addBrickOnLink(
+                    m_classes.at(below(size_t(m_classes.size()))), anyPlace(), link))
+                return;
+        }
+    }
+    /// What the panel does with what several bricks have in common.
+    void setInPanel()
+    {
+        QString error;
+        std::vector<PropertyGroup> groups = commonProperties(bricksForPanel());
+        if (groups.empty())
+            return;
+        PropertyGroup& group = groups.at(size_t(below(groups.size())));
+        switch (below(5)) {
+        case 0:
+            group.setNumber(below(9) - 2);
+            break;
+        case 1:
+            group.setMap(oneIn(3) ? QString() : QStringLiteral("/maps/%1.png").arg(below(5)));
+            break;
+        case 2:
+            group.reset();
+            break;
+        case 3:
+            group.lock(!group.isLocked());
+            break;
+        default:
+            group.setText(anyValueText(), &error);
+        }
+    }
+    /// Several values one after another are one step, or none when the drag is taken back.
+    void dragInPanel()
+    {
+        const std::vector<PropertyGroup> groups = commonProperties(bricksForPanel());
+        if (groups.empty())
+            return;
+        const PropertyGroup& group = groups.at(size_t(below(groups.size())));
+        const QByteArray before = bytesOf(*m_user);
+        const int steps = dzUndoStack->getNumUndoItems();
+        const bool isKept = oneIn(2);
+        {
+            PropertySession session(group);
+            for (int i = below(4); i >= 0; --i)
+                for (DzProperty* property : group.getAll())
+                    if (auto* numeric = qobject_cast<DzNumericProperty*>(property))
+                        numeric->setDoubleValue(below(6));
+            if (isKept)
+                session.accept(QStringLiteral("Drag"));
+        }
+        EXPECT_LE(dzUndoStack->getNumUndoItems(), steps + 1);
+        if (!isKept) {
+            EXPECT_TRUE(bytesOf(*m_user) == before);
+        }
+    }
+    void setAllValues()
+    {
+        if (oneIn(3))
+            resetAllValues(someBricks());
+        else
+            lockAllValues(someBricks(), oneIn(2));
+    }
+    /// Mostly one; else some of one class, which have much in common.
+    QVector<DzShaderBrick*> bricksForPanel()
+    {
+        DzShaderBrick* first = anyBrick();
+        QVector<DzShaderBrick*> chosen;
+        const QVector<DzShaderBrick*> bricks = m_edit.getBricks();
+        for (DzShaderBrick* brick : bricks)
+            if (brick == first || (brick->className() == first->className() && oneIn(2)))
+                chosen.append(brick);
+        return chosen;
     }
     void setMap()
     {
@@ -404,11 +493,18 @@ TEST_P(RandomEdits, areFollowedByTheCanvas)
     view.show();
     RandomUser random(&user, &edit, GetParam() + 5);
     const auto check = [&](int step) {
+        if (step % 50 == 0) {
+            const QImage atOnce = view.grab().toImage();
+            view.getScene()->flush();
+            EXPECT_TRUE(view.grab().toImage() == atOnce) << "step " << step;
+        }
         if (step % 10 == 0) {
             EXPECT_TRUE(showsTheNetwork(view.getScene(), &edit)) << "step " << step;
+            const QVector<DzShaderBrick*> bricks = edit.getBricks();
+            for (DzShaderBrick* brick : selection.getBricks())
+                EXPECT_TRUE(bricks.contains(brick)) << "step " << step;
+            selection.set(bricks.mid(bricks.size() / 2));
         }
-        if (step % 50 == 0)
-            view.grab();
         return !testing::Test::HasFailure();
     };
     for (int i = 0; i < 1000; ++i) {
