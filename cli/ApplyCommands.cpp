@@ -122,7 +122,7 @@ void strip(DzMaterial* material)
         property->setIsUserProperty(true);
         material->removeProperty(property);
     }
-    if (DzElementData* item = material->findDataItem(NetworkKeys::dataItem()))
+    if (DzElementData* item = material->findDataItem(StoredKeys::dataItem()))
         material->deleteDataItem(item);
 }
 

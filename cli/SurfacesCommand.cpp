@@ -23,7 +23,7 @@ struct SurfacesOptions {
 QString networkName(const DzMaterial* material)
 {
     const DzSettings* information = storedNetwork(material);
-    return information ? information->getSettingsValue(NetworkKeys::brickSetup())
+    return information ? information->getSettingsValue(StoredKeys::brickSetup())
                              ->getStringValue(QStringLiteral("BrickUserName"))
                        : QString();
 }

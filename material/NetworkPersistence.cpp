@@ -15,8 +15,7 @@ namespace {
 
 const DzSimpleElementData* findDataItem(const DzMaterial* material)
 {
-    return qobject_cast<const DzSimpleElementData*>(
-        material->findDataItem(NetworkKeys::dataItem()));
+    return qobject_cast<const DzSimpleElementData*>(material->findDataItem(StoredKeys::dataItem()));
 }
 
 /// Properties that the map's own files put under this path go back to where they were.
@@ -57,19 +56,19 @@ void applyMapEntry(const QHash<QString, DzShaderBrick*>& createdBricks, const Dz
 
 void storeNetwork(DzMaterial* material, const DzSettings& attributes)
 {
-    const DzSettings* setup = attributes.getSettingsValue(NetworkKeys::brickSetup());
+    const DzSettings* setup = attributes.getSettingsValue(StoredKeys::brickSetup());
     if (!setup)
         return;
     DzSettings information;
-    information.setSettingsValue(NetworkKeys::brickSetup(), *setup);
+    information.setSettingsValue(StoredKeys::brickSetup(), *setup);
     // Another item in its place rather than other settings in the item: so it can be undone.
-    DzSimpleElementData* item = new DzSimpleElementData(NetworkKeys::dataItem(), true);
-    DzElementData* before = material->findDataItem(NetworkKeys::dataItem());
+    DzSimpleElementData* item = new DzSimpleElementData(StoredKeys::dataItem(), true);
+    DzElementData* before = material->findDataItem(StoredKeys::dataItem());
     if (const DzSimpleElementData* simple = findDataItem(material))
         *item->getSettings() = *simple->getSettings();
     if (before)
         material->deleteDataItem(before);
-    item->getSettings()->setSettingsValue(NetworkKeys::sceneInformation(), information);
+    item->getSettings()->setSettingsValue(StoredKeys::sceneInformation(), information);
     material->addDataItem(item);
 }
 
@@ -77,8 +76,8 @@ const DzSettings* storedNetwork(const DzMaterial* material)
 {
     const DzSimpleElementData* item = findDataItem(material);
     const DzSettings* information
-        = item ? item->getSettings()->getSettingsValue(NetworkKeys::sceneInformation()) : nullptr;
-    const bool hasNetwork = information && information->getSettingsValue(NetworkKeys::brickSetup());
+        = item ? item->getSettings()->getSettingsValue(StoredKeys::sceneInformation()) : nullptr;
+    const bool hasNetwork = information && information->getSettingsValue(StoredKeys::brickSetup());
     return hasNetwork ? information : nullptr;
 }
 
@@ -89,11 +88,11 @@ bool rebuildStoredNetwork(const DzMaterial* material, VireoBrickUser* user)
         return false;
     QHash<QString, DzShaderBrick*> createdBricks;
     user->setAttributesHelper(
-        information->getSettingsValue(NetworkKeys::brickSetup()), &createdBricks);
+        information->getSettingsValue(StoredKeys::brickSetup()), &createdBricks);
     // The surface may be rebuilt many times: each is another user.
     user->setIdentifier(QUuid::createUuid());
     applyPropertyMap(
-        createdBricks, information->getSettingsValue(NetworkKeys::propertyMap()), material);
+        createdBricks, information->getSettingsValue(StoredKeys::propertyMap()), material);
     return true;
 }
 

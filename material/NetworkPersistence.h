@@ -12,7 +12,7 @@ class DzShaderBrick;
 class VireoBrickUser;
 
 /// Keys of the trees in which networks are stored. They are part of files.
-namespace NetworkKeys {
+namespace StoredKeys {
 /// A brick user's network, in the host's layout.
 inline QString brickSetup()
 {
@@ -32,7 +32,7 @@ inline QString propertyMap()
 {
     return QLatin1String("MyExtBrickSetProperties");
 }
-} // namespace NetworkKeys
+} // namespace StoredKeys
 
 /// Stores the network of a brick user's attributes on a surface, in place of one that it has.
 /// Attributes without a network change nothing. It can be undone.

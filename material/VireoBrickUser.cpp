@@ -33,7 +33,7 @@ VireoBrickUser::~VireoBrickUser()
 DzElement* VireoBrickUser::setAttributes(const DzSettings* settings)
 {
     const DzSettings* setup
-        = settings ? settings->getSettingsValue(NetworkKeys::brickSetup()) : nullptr;
+        = settings ? settings->getSettingsValue(StoredKeys::brickSetup()) : nullptr;
     if (setup)
         setAttributesHelper(setup, nullptr);
     return this;
@@ -41,7 +41,7 @@ DzElement* VireoBrickUser::setAttributes(const DzSettings* settings)
 
 void VireoBrickUser::getAttributes(DzSettings* settings) const
 {
-    DzSettings* setup = settings->setSettingsValue(NetworkKeys::brickSetup());
+    DzSettings* setup = settings->setSettingsValue(StoredKeys::brickSetup());
     QList<uint> ids;
     DzDefaultBrickUser::getBrickIDs(ids);
     getAttributesHelper(setup, ids, nullptr);
