@@ -5,6 +5,7 @@
 
 #include "NetworkWalk.h"
 #include "dzbrickparam.h"
+#include "dzenumproperty.h"
 #include "dznumericproperty.h"
 #include "dzshaderbrick.h"
 
@@ -27,6 +28,16 @@ QString mapOf(const DzProperty* property)
     return numeric && numeric->isMapped() ? numeric->getMapValue()->getFilename() : QString();
 }
 
+/// The items of a choice: its value is a place among them, and means nothing among others.
+QString itemsOf(const DzProperty* property)
+{
+    const auto* choice = qobject_cast<const DzEnumProperty*>(property);
+    QString items;
+    for (int i = 0; choice && i < choice->getNumItems(); ++i)
+        items += QLatin1Char('|') + choice->getItem(i);
+    return items;
+}
+
 /// Tells the properties of one brick apart. Vectors have three of one name and parameter, and
 /// inputs may bear equal names.
 QString keyOf(const DzProperty* property, QHash<QString, int>* seen)
@@ -34,7 +45,7 @@ QString keyOf(const DzProperty* property, QHash<QString, int>* seen)
     const DzBrickParam* param = property->getBrickParam();
     const QString key = QString::fromLatin1(property->metaObject()->className())
         + (param ? QStringLiteral("|") + param->getName() : QString()) + QLatin1Char('|')
-        + property->getName();
+        + property->getName() + itemsOf(property);
     const int number = ++(*seen)[key];
     return key + QLatin1Char('|') + QString::number(number);
 }
