@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "AutosaveStore.h"
+#include "BrickSelection.h"
 #include "DocumentController.h"
 #include "DocumentTabs.h"
 #include "MainWindow.h"
 #include "MixerDocument.h"
+#include "NetworkEdit.h"
 #include "Networks.h"
 #include "ProblemFinder.h"
 #include "ProgramSettings.h"
@@ -17,6 +19,8 @@
 #include "dzundostack.h"
 
 #include <QApplication>
+#include <QDockWidget>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
@@ -109,6 +113,97 @@ static void BM_LiveText(benchmark::State& state)
         "the text follows");
 }
 
+namespace {
+
+/// A large file in a window with all its panels, with a brick selected, and some time after it was
+/// opened.
+struct OpenNetwork {
+    explicit OpenNetwork(int textures)
+    {
+        require(program.window->openFile(networkFile(program.dir, textures)), "open");
+        for (QDockWidget* dock : program.window->findChildren<QDockWidget*>()) {
+            dock->show();
+            dock->raise();
+        }
+        document = program.window->getDocument();
+        const QVector<DzShaderBrick*> bricks = document->getEdit()->getBricks();
+        for (int i = textures / 2; !amount; ++i) {
+            brick = bricks.at(i);
+            amount = brick->findParameterByName(QStringLiteral("amount"));
+        }
+        document->getSelection()->set({ brick });
+        // What rests before it works has worked by then.
+        QElapsedTimer time;
+        time.start();
+        while (time.elapsed() < 500)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+    }
+
+    Program program;
+    MixerDocument* document;
+    DzShaderBrick* brick = nullptr;
+    /// An input of the brick.
+    DzBrickParam* amount = nullptr;
+};
+
+/// Takes one step back and does it again, up to the picture.
+void undoAndRedo(benchmark::State& state)
+{
+    require(dzUndoStack->getNumUndoItems() == 1, "one step");
+    for (auto _ : state) {
+        dzUndoStack->undo();
+        settle();
+        dzUndoStack->redo();
+        settle();
+    }
+    // Of the two.
+    state.SetItemsProcessed(state.iterations() * 2);
+    dzUndoStack->clearAll();
+}
+
+} // namespace
+
+/// Undo and redo of a value of one brick.
+static void BM_WindowUndoValue(benchmark::State& state)
+{
+    OpenNetwork open(static_cast<int>(state.range(0)));
+    static_cast<DzNumericProperty*>(open.amount->getProperty(0))->setDoubleValue(0.25);
+    settle();
+    undoAndRedo(state);
+}
+
+/// Undo and redo of one link taken away.
+static void BM_WindowUndoUnlink(benchmark::State& state)
+{
+    OpenNetwork open(static_cast<int>(state.range(0)));
+    const QVector<BrickLink> links = open.document->getEdit()->getLinks();
+    open.document->getEdit()->disconnectAll(links.at(links.size() / 2).input);
+    settle();
+    undoAndRedo(state);
+}
+
+/// Undo and redo of one brick deleted.
+static void BM_WindowUndoDelete(benchmark::State& state)
+{
+    OpenNetwork open(static_cast<int>(state.range(0)));
+    open.document->getEdit()->deleteBricks({ open.brick });
+    settle();
+    undoAndRedo(state);
+}
+
+/// Selecting everything, and nothing again, up to the picture.
+static void BM_WindowSelectAll(benchmark::State& state)
+{
+    OpenNetwork open(static_cast<int>(state.range(0)));
+    const QVector<DzShaderBrick*> bricks = open.document->getEdit()->getBricks();
+    for (auto _ : state) {
+        open.document->getSelection()->set(bricks);
+        settle();
+        open.document->getSelection()->clear();
+        settle();
+    }
+}
+
 static void BM_Problems(benchmark::State& state)
 {
     const Network network = buildMixedNetwork(static_cast<int>(state.range(0)));
@@ -120,4 +215,8 @@ static void BM_Problems(benchmark::State& state)
 BENCHMARK(BM_WindowStart)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowOpen)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LiveText)->Arg(100)->Arg(500)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowUndoValue)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowUndoUnlink)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowUndoDelete)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowSelectAll)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Problems)->Arg(1000)->Arg(4000)->Complexity(benchmark::oN);

@@ -6,6 +6,7 @@
 #include "BrickSelection.h"
 #include "LineIcon.h"
 #include "MixerDocument.h"
+#include "PendingEdits.h"
 #include "PlaceholderModel.h"
 #include "SceneCodeHighlighter.h"
 #include "dzfilewriter.h"
@@ -226,6 +227,8 @@ void SceneCodePanel::showText(const QString& text)
         return;
     const int begin = commonBegin(before, text);
     const int end = commonEnd(before, text, qMin(before.size(), text.size()) - begin);
+    // Every cursor of a light is adjusted for every line that changes; they are set anew anyway.
+    m_text->setExtraSelections({});
     QTextCursor cursor(m_text->document());
     cursor.setPosition(begin);
     cursor.setPosition(before.size() - end, QTextCursor::KeepAnchor);
@@ -292,6 +295,7 @@ void SceneCodePanel::activateLine(const QPoint& position)
 
 void SceneCodePanel::copyText()
 {
+    commitPendingEdits();
     updateNow();
     QGuiApplication::clipboard()->setText(m_code.text);
     emit message(tr("The text is on the clipboard."));
@@ -299,6 +303,7 @@ void SceneCodePanel::copyText()
 
 void SceneCodePanel::saveText()
 {
+    commitPendingEdits();
     updateNow();
     const QString path = QFileDialog::getSaveFileName(
         this, tr("Save Text"), QString(), tr("Text (*.lxm *.txt);;All files (*)"));
