@@ -193,6 +193,7 @@ void MixerDocument::setSaved(const QByteArray& text)
     m_step = lastStep();
     m_savedSteps = { m_step };
     m_changedSinceStep = false;
+    m_changedUnseen = false;
 }
 
 void MixerDocument::replaced()
@@ -211,8 +212,10 @@ void MixerDocument::networkChanged()
     // counts, for the window may be closed at any moment.
     setModified(true);
     // What changes while the stack takes nothing may be taken back without a step.
-    if (dzUndoStack->isLocked())
+    if (dzUndoStack->isLocked()) {
+        m_changedUnseen = true;
         m_comparison.start(comparisonDelay);
+    }
     emit changed();
 }
 
@@ -226,6 +229,8 @@ void MixerDocument::stepChanged()
     m_changedSinceStep = false;
     if (m_modified && m_savedSteps.contains(step))
         m_comparison.start(comparisonDelay);
+    else if (!m_changedUnseen)
+        m_comparison.stop();
 }
 
 void MixerDocument::compareWithSaved()
@@ -235,6 +240,7 @@ void MixerDocument::compareWithSaved()
         m_comparison.start(comparisonDelay);
         return;
     }
+    m_changedUnseen = false;
     const bool isSaved = digestOf(getText()) == m_savedDigest;
     if (isSaved)
         m_savedSteps.insert(m_step);

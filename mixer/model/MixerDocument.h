@@ -108,6 +108,8 @@ private:
     const QUndoCommand* m_step = nullptr;
     /// Whether the network changed since the stack came to that step.
     bool m_changedSinceStep = false;
+    /// Whether it changed while the stack took nothing: that may have been taken back.
+    bool m_changedUnseen = false;
     QTimer m_comparison;
     bool m_modified = false;
     bool m_everModified = false;
