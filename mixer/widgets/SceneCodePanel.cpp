@@ -58,6 +58,10 @@ int commonEnd(const QString& a, const QString& b, int most)
     return count;
 }
 
+/// Texts of more characters take longer than a frame to write: they follow after these
+/// milliseconds, so that the canvas does not wait for them.
+const int longText = 100000;
+const int longDelay = 50;
 /// Lines that are shown above the first that is lit.
 const int linesAbove = 3;
 
@@ -158,6 +162,7 @@ void SceneCodePanel::setDocument(MixerDocument* document)
         connect(document->getSelection(), &BrickSelection::selectionChanged, this,
             &SceneCodePanel::showLight);
     }
+    m_code = SceneCode(); // nothing of another document is shown for long
     scheduleUpdate();
 }
 
@@ -179,9 +184,10 @@ QString SceneCodePanel::getText() const
 void SceneCodePanel::scheduleUpdate()
 {
     m_stale = true;
-    // All that happens before the next frame is one update; nobody sees a hidden one.
+    // All that happens before the next frame, or meanwhile, is one update; nobody sees a hidden
+    // one.
     if (isVisible() && !m_update.isActive())
-        m_update.start(0);
+        m_update.start(m_code.text.size() > longText ? longDelay : 0);
 }
 
 void SceneCodePanel::showEvent(QShowEvent* event)
@@ -240,27 +246,36 @@ void SceneCodePanel::showLight()
 {
     if (m_stale || !isVisible())
         return;
+    QTextEdit::ExtraSelection light;
+    QColor color = palette().color(QPalette::Highlight);
+    color.setAlpha(70);
+    light.format.setBackground(color);
+    light.format.setProperty(QTextFormat::FullWidthSelection, true);
     QList<QTextEdit::ExtraSelection> lights;
-    QColor light = palette().color(QPalette::Highlight);
-    light.setAlpha(70);
+    const QTextDocument* document = m_text->document();
     int first = -1;
+    int end = -1;
     for (const SceneStatement& statement : qAsConst(m_code.statements)) {
         if (!statement.brick || !m_document
             || !m_document->getSelection()->contains(statement.brick))
             continue;
-        QTextBlock block = m_text->document()->findBlock(statement.begin);
-        while (block.isValid() && block.text().isEmpty())
-            block = block.next(); // statements begin with an empty line
-        if (first < 0 && block.isValid())
-            first = block.blockNumber();
-        while (block.isValid() && block.position() < statement.begin + statement.length) {
-            QTextEdit::ExtraSelection line;
-            line.format.setBackground(light);
-            line.format.setProperty(QTextFormat::FullWidthSelection, true);
-            line.cursor = QTextCursor(block);
-            lights.append(line);
-            block = block.next();
+        // What follows what is lit is one with it: lights cost time, each on its own.
+        if (lights.isEmpty() || statement.begin != end) {
+            QTextBlock block = document->findBlock(statement.begin);
+            while (block.isValid() && block.text().isEmpty())
+                block = block.next(); // statements begin with an empty line
+            if (!block.isValid())
+                continue;
+            if (first < 0)
+                first = block.blockNumber();
+            light.cursor = QTextCursor(block);
+            lights.append(light);
         }
+        end = statement.begin + statement.length;
+        // Up to the end of the last line, not to the begin of the next.
+        const QTextBlock last = document->findBlock(end - 1);
+        lights.last().cursor.setPosition(
+            last.position() + last.length() - 1, QTextCursor::KeepAnchor);
     }
     m_text->setExtraSelections(lights);
     // Whoever reads here stays where he is.

@@ -331,12 +331,55 @@ TEST_F(WindowTest, selectingABrickLightsItsLines)
     EXPECT_TRUE(shown->extraSelections().isEmpty());
     select({ brick("Matte") });
     QStringList lit;
-    for (const QTextEdit::ExtraSelection& line : shown->extraSelections())
-        lit.append(line.cursor.block().text());
+    for (const QTextEdit::ExtraSelection& light : shown->extraSelections())
+        lit += light.cursor.selectedText().split(QChar::ParagraphSeparator);
     EXPECT_EQ(lit.value(0), QStringLiteral("MakeNamedMaterial \"Lm_material1\""));
     EXPECT_TRUE(lit.last().contains(QLatin1String("\"matte\""))) << lit.last().toStdString();
+    const QImage with = shown->viewport()->grab().toImage();
     document()->getSelection()->clear();
     EXPECT_TRUE(shown->extraSelections().isEmpty());
+    EXPECT_NE(shown->viewport()->grab().toImage(), with);
+    // Several are lit together, and only theirs.
+    DzShaderBrick* checks = addFromPalette("float checker");
+    dragWire(checks, brick("Matte"), "sigma");
+    select({ checks, brick("Matte") });
+    const auto litText = [shown] {
+        QString text;
+        for (const QTextEdit::ExtraSelection& light : shown->extraSelections())
+            text += light.cursor.selectedText();
+        return text;
+    };
+    EXPECT_TRUE(litText().contains(QLatin1String("checkerboard")));
+    EXPECT_TRUE(litText().contains(QLatin1String("\"matte\"")));
+    select({ checks });
+    EXPECT_TRUE(litText().contains(QLatin1String("checkerboard")));
+    EXPECT_FALSE(litText().contains(QLatin1String("\"matte\"")));
+}
+
+TEST_F(WindowTest, aLongTextFollowsToo)
+{
+    QVector<DzShaderBrick*> mixes;
+    {
+        const DzUndoStackLock lock;
+        for (int i = 0; i < 1200; ++i)
+            mixes.append(document()->getEdit()->addBrick(
+                QStringLiteral("VireoTexClrMixBrick"), QPointF(0, 40 * i)));
+        for (int i = 0; i + 1 < mixes.size(); ++i)
+            param(mixes.at(i), "tex1")->addConnection(param(mixes.at(i + 1), "result"));
+        param(brick("Matte"), "Kd")->addConnection(param(mixes.first(), "result"));
+    }
+    SceneCodePanel* code = m_window->getSceneCode();
+    const auto waitFor = [code](auto holds) {
+        for (int i = 0; i < 300 && !holds(code->getText()); ++i)
+            QTest::qWait(10);
+        return holds(code->getText());
+    };
+    ASSERT_TRUE(waitFor([](const QString& text) { return text.size() > 100000; }));
+    document()->getEdit()->disconnectAll(param(mixes.first(), "tex1"));
+    EXPECT_TRUE(waitFor([](const QString& text) { return text.size() < 100000; }));
+    run("undo");
+    EXPECT_TRUE(waitFor([](const QString& text) { return text.size() > 100000; }));
+    EXPECT_TEXT(code->getText(), code->findChild<QPlainTextEdit*>()->toPlainText());
 }
 
 TEST_F(WindowTest, clickingALineShowsItsBrick)
@@ -795,7 +838,12 @@ TEST_F(WindowTest, everyCommandIsInAMenuAndSaysWhatItDoes)
         EXPECT_FALSE(group.actions.isEmpty()) << group.title.toStdString();
         for (const QAction* action : group.actions) {
             EXPECT_TRUE(inMenus.contains(action)) << action->text().toStdString();
-            EXPECT_FALSE(action->toolTip().isEmpty());
+            // Without a sentence of its own it is the text.
+            const QString name = action->text().remove(QLatin1Char('&')).remove(QChar(0x2026));
+            if (group.title != QLatin1String("Canvas")) {
+                EXPECT_TRUE(!action->toolTip().isEmpty() && action->toolTip() != name)
+                    << name.toStdString();
+            }
             for (const QKeySequence& key : action->shortcuts()) {
                 EXPECT_FALSE(keys.contains(key.toString()))
                     << key.toString().toStdString() << ": " << action->text().toStdString()
