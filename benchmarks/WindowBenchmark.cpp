@@ -206,6 +206,36 @@ static void BM_WindowUndoDelete(benchmark::State& state)
     undoAndRedo(state);
 }
 
+/// Undo of duplicating half of the bricks, of which the copies are selected, with the text.
+static void BM_WindowUndoDuplicate(benchmark::State& state)
+{
+    OpenNetwork open(static_cast<int>(state.range(0)));
+    NetworkEdit* edit = open.document->getEdit();
+    const QVector<DzShaderBrick*> bricks = edit->getBricks();
+    // Without root and material; and the end of the chain, to which the copies are linked.
+    const QVector<DzShaderBrick*> some = bricks.mid(2, bricks.size() / 2);
+    DzBrickParam* end = nullptr;
+    for (int i = 0; i < bricks.size(); ++i)
+        if (bricks.at(i)->findParameterByName(QStringLiteral("amount")))
+            end = bricks.at(i)->findParameterByName(QStringLiteral("tex1"));
+    for (auto _ : state) {
+        state.PauseTiming();
+        QString error;
+        DzUndoStackHold hold;
+        const QVector<DzShaderBrick*> copies = edit->duplicate(some, QPointF(40, 40), &error);
+        require(copies.size() == some.size(), "copies");
+        require(edit->connect(copies.first()->findParameterByName(QStringLiteral("result")), end),
+            "copies are linked");
+        hold.accept(QStringLiteral("Duplicate"));
+        open.document->getSelection()->set(copies);
+        rest();
+        state.ResumeTiming();
+        dzUndoStack->undo();
+        settle();
+        open.program.window->getSceneCode()->updateNow();
+    }
+}
+
 /// The text on screen follows the undo and the redo of a link taken away, by which half of it
 /// comes and goes.
 static void BM_LongTextFollows(benchmark::State& state)
@@ -251,6 +281,7 @@ BENCHMARK(BM_LiveText)->Arg(100)->Arg(500)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowUndoValue)->Arg(2000)->Iterations(20)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowUndoUnlink)->Arg(2000)->Iterations(20)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowUndoDelete)->Arg(2000)->Iterations(20)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_WindowUndoDuplicate)->Arg(2000)->Iterations(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LongTextFollows)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowSelectAll)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Problems)->Arg(1000)->Arg(4000)->Complexity(benchmark::oN);

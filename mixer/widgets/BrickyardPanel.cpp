@@ -128,6 +128,8 @@ BrickyardPanel::BrickyardPanel(QWidget* parent)
 
 void BrickyardPanel::setUser(const IDzBrickUser* user)
 {
+    if (m_user == user)
+        return;
     m_user = user;
     if (m_filled)
         updateRefusals();

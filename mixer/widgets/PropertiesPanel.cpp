@@ -170,7 +170,7 @@ void PropertiesPanel::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (m_needsRefresh)
-        scheduleRefresh();
+        updateNow();
 }
 
 void PropertiesPanel::updateNow()

@@ -135,6 +135,8 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     layout->addWidget(m_note);
     layout->addWidget(splitter, 1);
 
+    m_light.setSingleShot(true);
+    connect(&m_light, &QTimer::timeout, this, &SceneCodePanel::showLight);
     m_update.setSingleShot(true);
     connect(&m_update, &QTimer::timeout, this, &SceneCodePanel::updateText);
     connect(m_placeholders, &QCheckBox::toggled, this, [this](bool on) {
@@ -160,7 +162,7 @@ void SceneCodePanel::setDocument(MixerDocument* document)
         connect(document, &MixerDocument::structureChanged, this, &SceneCodePanel::scheduleUpdate);
         connect(document, &MixerDocument::propertyChanged, this, &SceneCodePanel::scheduleUpdate);
         connect(document->getSelection(), &BrickSelection::selectionChanged, this,
-            &SceneCodePanel::showLight);
+            &SceneCodePanel::scheduleLight);
     }
     m_code = SceneCode(); // nothing of another document is shown for long
     scheduleUpdate();
@@ -190,11 +192,20 @@ void SceneCodePanel::scheduleUpdate()
         m_update.start(m_code.text.size() > longText ? longDelay : 0);
 }
 
+void SceneCodePanel::scheduleLight()
+{
+    // Bricks that go leave the selection one by one.
+    if (isVisible() && !m_light.isActive())
+        m_light.start(0);
+}
+
 void SceneCodePanel::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (m_stale)
         scheduleUpdate();
+    else
+        scheduleLight();
 }
 
 void SceneCodePanel::changeEvent(QEvent* event)

@@ -48,6 +48,7 @@ protected:
 
 private:
     void scheduleUpdate();
+    void scheduleLight();
     void updateText();
     void showText(const QString& text);
     void showLight();
@@ -56,6 +57,7 @@ private:
     QPointer<MixerDocument> m_document;
     SceneCode m_code;
     QTimer m_update;
+    QTimer m_light;
     QCheckBox* m_placeholders;
     QPlainTextEdit* m_text;
     SceneCodeHighlighter* m_highlighter;

@@ -38,6 +38,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDir>
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QFile>
@@ -337,6 +338,7 @@ TEST_F(WindowTest, selectingABrickLightsItsLines)
     EXPECT_TRUE(lit.last().contains(QLatin1String("\"matte\""))) << lit.last().toStdString();
     const QImage with = shown->viewport()->grab().toImage();
     document()->getSelection()->clear();
+    settle();
     EXPECT_TRUE(shown->extraSelections().isEmpty());
     EXPECT_NE(shown->viewport()->grab().toImage(), with);
     // Several are lit together, and only theirs.
@@ -752,6 +754,16 @@ TEST_F(WindowTest, redoingAClosingKeepsWhatIsNotSaved)
     EXPECT_TRUE(document()->isModified());
     run("redo");
     ASSERT_EQ(document(), nullptr);
+    const auto hasCopy = [this] {
+        const QDir sessions(file("copies"));
+        for (const QString& name : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            if (!QDir(sessions.filePath(name)).entryList({ QStringLiteral("*.network") }).isEmpty())
+                return true;
+        return false;
+    };
+    for (int i = 0; i < 1000 && !hasCopy(); ++i)
+        QTest::qWait(10);
+    EXPECT_TRUE(hasCopy()) << "a copy is kept of what is closed and not saved";
     EXPECT_TRUE(asks([this] { EXPECT_FALSE(m_window->close()); }));
     withDialog<QMessageBox>([](QMessageBox* box) { box->button(QMessageBox::Save)->click(); });
     EXPECT_TRUE(m_window->close());
