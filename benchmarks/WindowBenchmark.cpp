@@ -124,8 +124,8 @@ void rest()
         QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
 }
 
-/// A large file in a window with all its panels, with a brick selected, and some time after it was
-/// opened.
+/// A large file in a window with all its panels, with a brick selected and near, and some time
+/// after it was opened.
 struct OpenNetwork {
     explicit OpenNetwork(int textures)
     {
@@ -141,7 +141,8 @@ struct OpenNetwork {
             brick = bricks.at(i);
             amount = brick->findParameterByName(QStringLiteral("amount"));
         }
-        document->getSelection()->set({ brick });
+        settle(); // shows all at first
+        program.window->showBrick(brick);
         rest();
     }
     ~OpenNetwork()
