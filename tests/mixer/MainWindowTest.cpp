@@ -439,14 +439,20 @@ TEST_F(WindowTest, placeholdersAreLockedAndUnlockedInTheirTable)
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
     // The keyboard stays on its row, wherever that goes.
     table->setFocus();
-    table->setCurrentIndex(table->model()->index(rowOf("Sigma"), PlaceholderModel::LockedColumn));
-    for (const bool isLocked : { true, false, true }) {
-        QTest::keyClick(table, Qt::Key_Space);
-        settle();
-        EXPECT_EQ(property(brick("Matte"), "sigma")->isLocked(), isLocked);
-        EXPECT_EQ(table->currentIndex().row(), rowOf("Sigma"));
-        EXPECT_TRUE(table->selectionModel()->isRowSelected(rowOf("Sigma"), QModelIndex()));
-    }
+    const auto spaceOn = [&](const char* label, const DzProperty* value) {
+        table->setCurrentIndex(table->model()->index(rowOf(label), PlaceholderModel::LockedColumn));
+        for (const bool isLocked : { true, false, true }) {
+            QTest::keyClick(table, Qt::Key_Space);
+            settle();
+            EXPECT_EQ(value->isLocked(), isLocked) << label;
+            EXPECT_EQ(table->currentIndex().row(), rowOf(label)) << label;
+            EXPECT_TRUE(table->selectionModel()->isRowSelected(rowOf(label), QModelIndex()));
+        }
+        return rowOf(label);
+    };
+    const int before = rowOf("Diffuse");
+    EXPECT_NE(spaceOn("Diffuse", property(brick("Matte"), "Kd")), before) << "it moved";
+    spaceOn("Sigma", property(brick("Matte"), "sigma"));
 }
 
 // Problems.
