@@ -82,16 +82,20 @@ bool Autosaver::keepNow(MixerDocument* document)
     if (!watched || !watched->waiting.isValid())
         return true;
     watched->timer.stop();
-    watched->waiting.invalidate();
     const QByteArray text = document->getText();
-    if (!document->isModified() || text == watched->lastText)
+    if (!document->isModified() || text == watched->lastText) {
+        watched->waiting.invalidate();
         return true;
+    }
     QString error;
     if (m_store->keep(watched->key, document->getTitle(), document->getPath(), text, &error)) {
+        watched->waiting.invalidate();
         watched->lastText = text;
         m_lastError.clear();
         return true;
     }
+    // A full disk may be made free: the copy is tried again, also when nobody changes anything.
+    watched->timer.start(m_restTime);
     if (error != m_lastError) {
         m_lastError = error;
         emit failed(error);

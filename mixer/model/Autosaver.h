@@ -30,7 +30,8 @@ public:
     void watch(MixerDocument* document);
     /// Forgets a document and its copies.
     void release(MixerDocument* document);
-    /// Makes a copy now when there were changes since the last. False when that failed.
+    /// Makes a copy now when there were changes since the last. False when that failed; it is tried
+    /// again after the time of rest.
     bool keepNow(MixerDocument* document);
     /// For tests that do not want to wait.
     void setRestTime(int milliseconds) { m_restTime = milliseconds; }

@@ -8,6 +8,7 @@
 #include "NetworkEdit.h"
 #include "NetworkWatcher.h"
 #include "dzelement.h"
+#include "dzfilewriter.h"
 #include "dzproperty.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
@@ -15,11 +16,24 @@
 
 #include <QCryptographicHash>
 #include <QFileInfo>
+#include <QUndoStack>
 
 namespace {
 
 /// Milliseconds of rest before the text is compared, which costs as much as saving.
 const int comparisonDelay = 150;
+
+QByteArray digestOf(const QByteArray& text)
+{
+    return QCryptographicHash::hash(text, QCryptographicHash::Sha1);
+}
+
+/// The last step that was done and not undone; null when there is none.
+const QUndoCommand* lastStep()
+{
+    const QUndoStack* stack = dzUndoStack->getQtStack();
+    return stack->command(stack->index() - 1);
+}
 
 } // namespace
 
@@ -56,9 +70,12 @@ MixerDocument::MixerDocument(IDzBrickUser* user)
         m_watcher.get(), &NetworkWatcher::propertyChanged, this, &MixerDocument::networkChanged);
     connect(m_edit.get(), &NetworkEdit::bricksMoved, this, &MixerDocument::networkChanged);
     connect(m_edit.get(), &NetworkEdit::brickSettingsChanged, this, &MixerDocument::networkChanged);
+    // After the watcher, which looks at this signal for bricks that came unannounced.
+    connect(
+        dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this, &MixerDocument::stepChanged);
     m_comparison.setSingleShot(true);
     connect(&m_comparison, &QTimer::timeout, this, &MixerDocument::compareWithSaved);
-    m_savedDigest = getDigest();
+    setSaved(getText());
 }
 
 MixerDocument::~MixerDocument()
@@ -90,6 +107,8 @@ void MixerDocument::markUnsaved()
 {
     // No text is equal to this one, so undo does not lead back to it.
     m_savedDigest.clear();
+    m_savedSteps.clear();
+    m_comparison.stop();
     setModified(true);
     emit changed();
 }
@@ -152,12 +171,11 @@ bool MixerDocument::restore(const QString& copy, const QString& path, const QStr
 
 bool MixerDocument::save(const QString& path)
 {
-    if (!m_file.save(path, m_user)) {
-        m_error = m_file.getError();
+    const QByteArray text = getText();
+    if (!dzWriteFile(path, text, &m_error))
         return false;
-    }
     m_path = QFileInfo(path).absoluteFilePath();
-    m_savedDigest = getDigest();
+    setSaved(text);
     setModified(false);
     emit titleChanged();
     return true;
@@ -168,32 +186,65 @@ QByteArray MixerDocument::getText() const
     return m_file.saveText(m_user);
 }
 
-QByteArray MixerDocument::getDigest() const
+void MixerDocument::setSaved(const QByteArray& text)
 {
-    return QCryptographicHash::hash(getText(), QCryptographicHash::Sha1);
+    m_comparison.stop();
+    m_savedDigest = digestOf(text);
+    m_step = lastStep();
+    m_savedSteps = { m_step };
+    m_changedSinceStep = false;
+    m_changedUnseen = false;
 }
 
 void MixerDocument::replaced()
 {
     m_watcher->rescan();
     m_edit->arrangeUnplaced();
-    m_comparison.stop();
-    m_savedDigest = getDigest();
+    setSaved(getText());
     m_everModified = false;
     setModified(false);
 }
 
 void MixerDocument::networkChanged()
 {
-    // Undo may lead back to what was saved; any other change leads away from it.
-    if (dzUndoStack->isInUndoRedo())
+    m_changedSinceStep = true;
+    // Undo may lead back to what was saved, which is found out when it has: till then the change
+    // counts, for the window may be closed at any moment.
+    setModified(true);
+    // What changes while the stack takes nothing may be taken back without a step.
+    if (dzUndoStack->isLocked()) {
+        m_changedUnseen = true;
         m_comparison.start(comparisonDelay);
-    else
-        setModified(true);
+    }
     emit changed();
+}
+
+void MixerDocument::stepChanged()
+{
+    const QUndoCommand* step = lastStep();
+    // The steps of other documents leave this one as it is.
+    if (!m_changedSinceStep && m_savedSteps.contains(m_step))
+        m_savedSteps.insert(step);
+    m_step = step;
+    m_changedSinceStep = false;
+    if (m_modified && m_savedSteps.contains(step))
+        m_comparison.start(comparisonDelay);
+    else if (!m_changedUnseen)
+        m_comparison.stop();
 }
 
 void MixerDocument::compareWithSaved()
 {
-    setModified(getDigest() != m_savedDigest);
+    // A drag that goes on is compared when it is over.
+    if (dzUndoStack->isLocked() || dzUndoStack->getHoldDepth() > 0) {
+        m_comparison.start(comparisonDelay);
+        return;
+    }
+    m_changedUnseen = false;
+    const bool isSaved = digestOf(getText()) == m_savedDigest;
+    if (isSaved)
+        m_savedSteps.insert(m_step);
+    else
+        m_savedSteps.remove(m_step);
+    setModified(!isSaved);
 }

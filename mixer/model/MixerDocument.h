@@ -5,6 +5,7 @@
 #include "dzbrickuserfile.h"
 
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QTimer>
 #include <memory>
@@ -14,6 +15,7 @@ class DzProperty;
 class IDzBrickUser;
 class NetworkEdit;
 class NetworkWatcher;
+class QUndoCommand;
 
 /// One network that is being worked on, with its file.
 class MixerDocument : public QObject
@@ -80,12 +82,13 @@ signals:
 
 private slots:
     void networkChanged();
+    void stepChanged();
     void compareWithSaved();
 
 private:
     void setModified(bool modified);
+    void setSaved(const QByteArray& text);
     void replaced();
-    QByteArray getDigest() const;
 
     IDzBrickUser* m_user;
     DzBrickUserFile m_file;
@@ -99,6 +102,14 @@ private:
     QString m_error;
     /// Of the text as it was loaded or saved last: tells if undo led back to it.
     QByteArray m_savedDigest;
+    /// The last steps of the undo stack that left the network as it is in the file. They are
+    /// compared only: some may be gone.
+    QSet<const QUndoCommand*> m_savedSteps;
+    const QUndoCommand* m_step = nullptr;
+    /// Whether the network changed since the stack came to that step.
+    bool m_changedSinceStep = false;
+    /// Whether it changed while the stack took nothing: that may have been taken back.
+    bool m_changedUnseen = false;
     QTimer m_comparison;
     bool m_modified = false;
     bool m_everModified = false;

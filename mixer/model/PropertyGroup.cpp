@@ -5,12 +5,14 @@
 
 #include "NetworkWalk.h"
 #include "dzbrickparam.h"
+#include "dzenumproperty.h"
 #include "dznumericproperty.h"
 #include "dzshaderbrick.h"
 
 #include <QCoreApplication>
 #include <QHash>
 #include <QSet>
+#include <QStringList>
 
 #include <algorithm>
 
@@ -27,16 +29,35 @@ QString mapOf(const DzProperty* property)
     return numeric && numeric->isMapped() ? numeric->getMapValue()->getFilename() : QString();
 }
 
-/// Tells the properties of one brick apart. Vectors have three of one name and parameter, and
-/// inputs may bear equal names.
-QString keyOf(const DzProperty* property, QHash<QString, int>* seen)
+/// What properties of several bricks have in common that are one to the user. Vectors have three of
+/// one key, and inputs may bear equal names.
+struct PropertyKey {
+    explicit PropertyKey(const DzProperty* property)
+        : kind(property->metaObject())
+        , name(property->getName())
+    {
+        if (const DzBrickParam* owner = property->getBrickParam())
+            param = owner->getName();
+        // The value of a choice is a place among its items, and means nothing among others.
+        const auto* choice = qobject_cast<const DzEnumProperty*>(property);
+        for (int i = 0; choice && i < choice->getNumItems(); ++i)
+            items.append(choice->getItem(i));
+    }
+
+    const QMetaObject* kind;
+    QString name;
+    QString param;
+    QStringList items;
+};
+
+bool operator==(const PropertyKey& a, const PropertyKey& b)
 {
-    const DzBrickParam* param = property->getBrickParam();
-    const QString key = QString::fromLatin1(property->metaObject()->className())
-        + (param ? QStringLiteral("|") + param->getName() : QString()) + QLatin1Char('|')
-        + property->getName();
-    const int number = ++(*seen)[key];
-    return key + QLatin1Char('|') + QString::number(number);
+    return a.kind == b.kind && a.name == b.name && a.param == b.param && a.items == b.items;
+}
+
+uint qHash(const PropertyKey& key)
+{
+    return qHash(key.name) ^ (31 * qHash(key.param)) ^ qHash(key.kind);
 }
 
 /// A change of the whole state of a brick that was made step by step.
@@ -229,24 +250,33 @@ std::vector<PropertyGroup> commonProperties(const QVector<DzShaderBrick*>& brick
     std::vector<PropertyGroup> groups;
     if (bricks.isEmpty())
         return groups;
-    QVector<QHash<QString, DzProperty*>> others;
-    for (const DzShaderBrick* brick : bricks.mid(1)) {
-        QHash<QString, DzProperty*> byKey;
-        QHash<QString, int> seen;
-        forEachProperty(
-            brick, [&](DzProperty* property) { byKey.insert(keyOf(property, &seen), property); });
-        others.append(byKey);
-    }
-    QHash<QString, int> seen;
+    // One for each property of the first brick, and where those of a key are.
+    std::vector<QVector<DzProperty*>> members;
+    QHash<PropertyKey, QVector<size_t>> places;
     forEachProperty(bricks.first(), [&](DzProperty* property) {
-        const QString key = keyOf(property, &seen);
-        QVector<DzProperty*> members { property };
-        for (const QHash<QString, DzProperty*>& other : qAsConst(others))
-            if (DzProperty* member = other.value(key))
-                members.append(member);
-        if (members.size() == bricks.size())
-            groups.emplace_back(members);
+        places[PropertyKey(property)].append(members.size());
+        members.push_back({ property });
     });
+    for (int i = 1; i < bricks.size(); ++i) {
+        bool hasCommon = false;
+        forEachProperty(bricks.at(i), [&](DzProperty* property) {
+            const auto found = places.constFind(PropertyKey(property));
+            if (found == places.constEnd())
+                return;
+            // The next of the key that all bricks before had, and this one has not yet.
+            const auto next = std::find_if(found->begin(), found->end(),
+                [&](size_t place) { return members[place].size() == i; });
+            if (next == found->end())
+                return;
+            members[*next].append(property);
+            hasCommon = true;
+        });
+        if (!hasCommon)
+            return groups;
+    }
+    for (const QVector<DzProperty*>& group : members)
+        if (group.size() == bricks.size())
+            groups.emplace_back(group);
     return groups;
 }
 

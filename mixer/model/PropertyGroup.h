@@ -14,8 +14,8 @@
 
 class DzShaderBrick;
 
-/// Properties of the same name and class, one of each selected brick, that are shown and changed
-/// as one.
+/// Properties of the same name, class and items, one of each selected brick, that are shown and
+/// changed as one.
 class PropertyGroup
 {
 public:

@@ -5,13 +5,17 @@
 
 #include "dzscene.h"
 #include "dzscenefile.h"
+#include "dzundostack.h"
 
 #include <QCryptographicHash>
 #include <QFileInfo>
+#include <QUndoStack>
 
 SceneSession::SceneSession(QObject* parent)
     : QObject(parent)
 {
+    connect(dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this,
+        [this] { m_steppedSince = true; });
 }
 
 SceneSession::~SceneSession()
@@ -27,8 +31,7 @@ bool SceneSession::load(const QString& path)
     }
     m_file = std::move(file);
     m_path = QFileInfo(path).absoluteFilePath();
-    m_savedDigest = getDigest();
-    m_touched = false;
+    setSaved();
     emit changed();
     return true;
 }
@@ -42,8 +45,7 @@ bool SceneSession::save(const QString& path)
         return false;
     }
     m_path = QFileInfo(path).absoluteFilePath();
-    m_savedDigest = getDigest();
-    m_touched = false;
+    setSaved();
     emit changed();
     return true;
 }
@@ -60,7 +62,18 @@ QStringList SceneSession::getWarnings() const
 
 bool SceneSession::isModified()
 {
-    return m_file && m_touched && getDigest() != m_savedDigest;
+    if (m_file && m_steppedSince) {
+        m_modified = getDigest() != m_savedDigest;
+        m_steppedSince = false;
+    }
+    return m_modified;
+}
+
+void SceneSession::setSaved()
+{
+    m_savedDigest = getDigest();
+    m_modified = false;
+    m_steppedSince = false;
 }
 
 QByteArray SceneSession::getDigest()

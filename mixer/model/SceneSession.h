@@ -30,9 +30,8 @@ public:
     QString getError() const { return m_error; }
     QStringList getWarnings() const;
 
-    /// Tells that surfaces were changed.
-    void touch() { m_touched = true; }
-    /// True when the scene differs from its file. Costs as much as saving when it was touched.
+    /// True when the scene differs from its file. Costs as much as saving when there were steps
+    /// since it was asked last.
     bool isModified();
 
     /// True for names of files that hold scenes.
@@ -44,11 +43,14 @@ signals:
     void changed();
 
 private:
+    void setSaved();
     QByteArray getDigest();
 
     std::unique_ptr<DzSceneFile> m_file;
     QString m_path;
     QString m_error;
     QByteArray m_savedDigest;
-    bool m_touched = false;
+    bool m_modified = false;
+    /// Any step may have changed surfaces, and so may undoing one.
+    bool m_steppedSince = false;
 };

@@ -128,6 +128,8 @@ BrickyardPanel::BrickyardPanel(QWidget* parent)
 
 void BrickyardPanel::setUser(const IDzBrickUser* user)
 {
+    if (m_user == user)
+        return;
     m_user = user;
     if (m_filled)
         updateRefusals();
@@ -137,6 +139,13 @@ void BrickyardPanel::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     fill();
+}
+
+void BrickyardPanel::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_filled)
+        updateRefusals();
 }
 
 void BrickyardPanel::fill()
@@ -185,8 +194,9 @@ void BrickyardPanel::updateRefusals()
             continue;
         const bool refused = m_user && !m_user->canUseBrick(kind.sample);
         item->setData(0, RefusedRole, refused);
-        item->setForeground(0,
-            refused ? palette().brush(QPalette::PlaceholderText) : palette().brush(QPalette::Text));
+        // Those that are taken have no brush of their own, and follow the look.
+        item->setData(0, Qt::ForegroundRole,
+            refused ? QVariant(palette().brush(QPalette::PlaceholderText)) : QVariant());
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable
             | (refused ? Qt::NoItemFlags : Qt::ItemIsDragEnabled));
     }

@@ -10,6 +10,7 @@
 #include "Messages.h"
 #include "MixerDocument.h"
 #include "NetworkView.h"
+#include "PendingEdits.h"
 #include "ProgramSettings.h"
 #include "RestoreDialog.h"
 #include "dzelement.h"
@@ -30,7 +31,10 @@ DocumentController::DocumentController(
     , m_autosaver(new Autosaver(store))
 {
     connect(m_tabs, &DocumentTabs::opened, m_autosaver.get(), &Autosaver::watch);
-    connect(m_tabs, &DocumentTabs::closed, m_autosaver.get(), &Autosaver::release);
+    connect(m_tabs, &DocumentTabs::closed, this, [this](MixerDocument* document) {
+        if (!m_tabs->getUnsavedBehindSteps().contains(document))
+            m_autosaver->release(document);
+    });
     connect(m_autosaver.get(), &Autosaver::failed, this, &DocumentController::message);
     connect(m_tabs, &DocumentTabs::closeRequested, this, &DocumentController::close);
 }
@@ -134,6 +138,7 @@ void DocumentController::openWithDialog()
 /// A fresh tab that nobody touched makes room for what is opened.
 void DocumentController::leavePristine()
 {
+    commitPendingEdits();
     MixerDocument* current = m_tabs->getCurrent();
     if (current && current->isPristine())
         m_tabs->close(current, false);
@@ -164,6 +169,14 @@ bool DocumentController::saveAs(MixerDocument* document)
 
 bool DocumentController::saveTo(MixerDocument* document, const QString& path)
 {
+    commitPendingEdits();
+    const MixerDocument* other = m_tabs->findPath(path);
+    if (other && other != document) {
+        Messages::showError(m_window,
+            tr("%1 is open in another tab. Save under another name, or close that tab first.")
+                .arg(path));
+        return false;
+    }
     if (!document->save(path)) {
         Messages::showError(m_window, document->getError());
         return false;
@@ -195,6 +208,7 @@ bool DocumentController::close(MixerDocument* document)
 {
     if (!document)
         return false;
+    commitPendingEdits();
     if (document->isModified()) {
         const Answer answer = askToSave(document);
         if (answer == Stay || (answer == Save && !save(document)))
@@ -206,7 +220,8 @@ bool DocumentController::close(MixerDocument* document)
 
 bool DocumentController::mayLeave()
 {
-    for (MixerDocument* document : m_tabs->getDocuments()) {
+    commitPendingEdits();
+    for (MixerDocument* document : m_tabs->getDocuments() + m_tabs->getUnsavedBehindSteps()) {
         if (!document->isModified())
             continue;
         const Answer answer = askToSave(document);
@@ -245,6 +260,10 @@ int DocumentController::offerRestore()
             continue;
         }
         leavePristine();
+        // What the file holds is older than the copy.
+        MixerDocument* present = m_tabs->findPath(document->getPath());
+        if (present && !present->isModified())
+            m_tabs->close(present, false);
         show(document);
         ++opened;
         // It is kept under the new name before the old copies go.

@@ -13,6 +13,17 @@
 
 #include <algorithm>
 
+namespace {
+
+/// One name for each file, also for one that is not there.
+QString placeOf(const QString& path)
+{
+    const QFileInfo file(path);
+    return file.exists() ? file.canonicalFilePath() : file.absoluteFilePath();
+}
+
+} // namespace
+
 /// A tab that was closed. It holds the document, so that nothing in it is lost by closing.
 class CloseDocumentItem : public DzUndoItem
 {
@@ -32,7 +43,7 @@ public:
     void redo() override
     {
         if (m_tabs)
-            m_tabs->take(m_document.get());
+            m_tabs->closeAgain(m_document);
     }
 
 private:
@@ -115,11 +126,22 @@ NetworkView* DocumentTabs::getView(const MixerDocument* document) const
 
 MixerDocument* DocumentTabs::findPath(const QString& path) const
 {
-    const QString wanted = QFileInfo(path).canonicalFilePath();
+    if (path.isEmpty())
+        return nullptr;
+    const QString wanted = placeOf(path);
     for (const Entry& entry : m_entries)
-        if (!wanted.isEmpty() && QFileInfo(entry.document->getPath()).canonicalFilePath() == wanted)
+        if (!entry.document->getPath().isEmpty() && placeOf(entry.document->getPath()) == wanted)
             return entry.document.get();
     return nullptr;
+}
+
+QVector<MixerDocument*> DocumentTabs::getUnsavedBehindSteps() const
+{
+    QVector<MixerDocument*> documents;
+    for (const DocumentPtr& document : m_unsavedBehindSteps)
+        if (document->isModified())
+            documents.append(document.get());
+    return documents;
 }
 
 const DocumentTabs::Entry* DocumentTabs::entryOf(const QWidget* view) const
@@ -136,8 +158,18 @@ const DocumentTabs::Entry* DocumentTabs::entryOf(const MixerDocument* document) 
     return found == m_entries.end() ? nullptr : &*found;
 }
 
+void DocumentTabs::closeAgain(const DocumentPtr& document)
+{
+    if (document->isModified())
+        m_unsavedBehindSteps.push_back(document);
+    take(document.get());
+}
+
 void DocumentTabs::insert(int index, const DocumentPtr& document)
 {
+    m_unsavedBehindSteps.erase(
+        std::remove(m_unsavedBehindSteps.begin(), m_unsavedBehindSteps.end(), document),
+        m_unsavedBehindSteps.end());
     auto* view = new NetworkView(document->getEdit(), document->getSelection(), this);
     m_entries.push_back(Entry { document, view });
     MixerDocument* plain = document.get();

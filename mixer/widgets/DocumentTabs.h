@@ -36,6 +36,9 @@ public:
     NetworkView* getView(const MixerDocument* document) const;
     /// The document of this file, null when it is not open.
     MixerDocument* findPath(const QString& path) const;
+    /// Documents with something unsaved whose tab went because its closing was redone: nobody was
+    /// asked about them.
+    QVector<MixerDocument*> getUnsavedBehindSteps() const;
 
 signals:
     void currentDocumentChanged();
@@ -55,8 +58,11 @@ private:
     const Entry* entryOf(const QWidget* view) const;
     const Entry* entryOf(const MixerDocument* document) const;
     void insert(int index, const DocumentPtr& document);
+    void closeAgain(const DocumentPtr& document);
     DocumentPtr take(MixerDocument* document);
     void showTitle(MixerDocument* document);
 
     std::vector<Entry> m_entries;
+    /// Held here too: the steps may go before somebody was asked.
+    std::vector<DocumentPtr> m_unsavedBehindSteps;
 };

@@ -33,16 +33,19 @@ QString resolved(const QString& file, const QString& folder)
     return QDir(folder).filePath(file);
 }
 
+/// A small picture of the file; null when it has none that can be read without surprises.
 QImage readSmall(const QString& path, int size)
 {
+    // Opening a pipe would wait for somebody to write, and the program's end for that.
+    if (!QFileInfo(path).isFile())
+        return QImage();
     QImageReader reader(path);
     reader.setAutoTransform(true);
     const QSize full = reader.size();
-    if (full.isValid()) {
-        if (qint64(full.width()) * full.height() > mostPixels)
-            return QImage();
-        reader.setScaledSize(full.scaled(size, size, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
-    }
+    // One that does not tell its size may have any.
+    if (!full.isValid() || qint64(full.width()) * full.height() > mostPixels)
+        return QImage();
+    reader.setScaledSize(full.scaled(size, size, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     return reader.read();
 }
 

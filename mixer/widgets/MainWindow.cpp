@@ -53,6 +53,8 @@
 #include <QUndoView>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace {
 
 /// The platform's keys for a command, and the one that everybody knows.
@@ -129,8 +131,9 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     connect(m_tabs, &DocumentTabs::currentDocumentChanged, this, &MainWindow::currentChanged);
     connect(m_documents.get(), &DocumentController::message, this, &MainWindow::showMessage);
     connect(m_scene.get(), &SceneController::message, this, &MainWindow::showMessage);
-    connect(m_documents.get(), &DocumentController::recentFilesChanged, this,
-        [this] { m_welcome->setRecentFiles(m_settings->getRecentFiles()); });
+    const auto showRecent = [this] { m_welcome->setRecentFiles(m_settings->getRecentFiles()); };
+    connect(m_documents.get(), &DocumentController::recentFilesChanged, this, showRecent);
+    connect(m_scene.get(), &SceneController::recentFilesChanged, this, showRecent);
     connect(m_welcome, &WelcomePage::fileChosen, this, &MainWindow::openFile);
     connect(
         m_welcome, &WelcomePage::exampleChosen, m_documents.get(), &DocumentController::openAsNew);
@@ -265,7 +268,7 @@ void MainWindow::addBrickCommands()
         [selected] { resetAllValues(selected()); });
     m_commands->add(QStringLiteral("editValues"), tr("&Edit Values"), { tr("Ctrl+E") },
         tr("Take the keyboard to the first value of the selected bricks"),
-        [this] { m_properties->focusFirst(); });
+        [this] { editValues(); });
 }
 
 void MainWindow::addSceneCommands()
@@ -311,7 +314,9 @@ void MainWindow::addViewCommands()
     for (QDockWidget* dock : qAsConst(m_docks)) {
         QAction* toggle = dock->toggleViewAction();
         toggle->setShortcut(QKeySequence(tr("Ctrl+%1").arg(number++)));
-        toggle->setStatusTip(tr("Show or hide this panel"));
+        const QString tip = tr("Show or hide the panel \"%1\"").arg(dock->windowTitle());
+        toggle->setStatusTip(tip);
+        toggle->setToolTip(tip);
         m_commands->adopt(QStringLiteral("dock") + dock->objectName(), toggle);
     }
     m_commands->add(QStringLiteral("resetLayout"), tr("&Reset Layout"), {},
@@ -430,6 +435,7 @@ void MainWindow::makeMenus()
             {} },
     };
     addMenu(tr("&Help"), { QStringLiteral("shortcuts"), QStringLiteral("about") });
+    m_recentMenu->setObjectName(QStringLiteral("recent"));
     connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
     connect(m_exampleMenu, &QMenu::aboutToShow, this, [this] { fillExampleMenu(m_exampleMenu); });
 }
@@ -466,14 +472,13 @@ void MainWindow::showCanvasCommands()
 void MainWindow::fillRecentMenu()
 {
     m_recentMenu->clear();
-    const QStringList paths = m_settings->getRecentFiles();
-    for (const QString& path : paths) {
-        QAction* action = m_recentMenu->addAction(
-            QFileInfo(path).fileName().replace(QLatin1Char('&'), QLatin1String("&&")));
-        action->setToolTip(path);
-        connect(action, &QAction::triggered, this, [this, path] { openFile(path); });
-    }
-    if (paths.isEmpty()) {
+    QStringList networks;
+    QStringList scenes;
+    for (const QString& path : m_settings->getRecentFiles())
+        (SceneSession::isSceneFile(path) ? scenes : networks).append(path);
+    addRecent(tr("Networks"), networks);
+    addRecent(tr("Scenes"), scenes);
+    if (networks.isEmpty() && scenes.isEmpty()) {
         m_recentMenu->addAction(tr("None yet"))->setEnabled(false);
         return;
     }
@@ -482,6 +487,18 @@ void MainWindow::fillRecentMenu()
         m_settings->clearRecentFiles();
         m_welcome->setRecentFiles(QStringList());
     });
+}
+
+void MainWindow::addRecent(const QString& title, const QStringList& paths)
+{
+    if (!paths.isEmpty())
+        m_recentMenu->addSection(title);
+    for (const QString& path : paths) {
+        QAction* action = m_recentMenu->addAction(
+            QFileInfo(path).fileName().replace(QLatin1Char('&'), QLatin1String("&&")));
+        action->setToolTip(path);
+        connect(action, &QAction::triggered, this, [this, path] { openFile(path); });
+    }
 }
 
 void MainWindow::fillExampleMenu(QMenu* menu)
@@ -595,7 +612,7 @@ void MainWindow::documentOpened(MixerDocument* document)
 {
     NetworkView* view = m_tabs->getView(document);
     connect(view, &NetworkView::statusMessage, this, &MainWindow::showMessage);
-    connect(view, &NetworkView::brickActivated, m_properties, &PropertiesPanel::focusFirst);
+    connect(view, &NetworkView::brickActivated, this, &MainWindow::editValues);
     connect(document->getSelection(), &BrickSelection::selectionChanged, this,
         &MainWindow::updateCommands);
     QAction* miniMap = view->getAction(NetworkView::ShowMiniMapCommand);
@@ -605,8 +622,10 @@ void MainWindow::documentOpened(MixerDocument* document)
         [this](bool shown) { m_settings->setMiniMapShown(shown); });
 }
 
-void MainWindow::documentClosed()
+void MainWindow::documentClosed(MixerDocument* document)
 {
+    // It may live on in the undo step, and come back.
+    document->getSelection()->disconnect(this);
     // Its canvas goes, and with it the commands that the menus show.
     if (m_tabs->count() == 0)
         currentChanged();
@@ -663,6 +682,23 @@ void MainWindow::updateCommands()
     const bool hasSurfaces = !selectedSurfaces().isEmpty();
     command("apply")->setEnabled(hasDocument && hasSurfaces);
     command("fromScene")->setEnabled(hasSurfaces);
+}
+
+/// Takes the keyboard to the first value, also when the panel is hidden.
+void MainWindow::editValues()
+{
+    QDockWidget* dock = dockOf(m_properties);
+    dock->show();
+    dock->raise();
+    m_properties->focusFirst();
+}
+
+QDockWidget* MainWindow::dockOf(const QWidget* panel) const
+{
+    const auto found = std::find_if(m_docks.begin(), m_docks.end(),
+        [panel](const QDockWidget* dock) { return dock->widget() == panel; });
+    Q_ASSERT(found != m_docks.end());
+    return *found;
 }
 
 void MainWindow::showBrick(DzShaderBrick* brick)

@@ -83,13 +83,16 @@ private:
     QDockWidget* addDock(
         const QString& name, const QString& title, QWidget* panel, Qt::DockWidgetArea area);
     void arrangeDocks();
+    QDockWidget* dockOf(const QWidget* panel) const;
     QMenu* addMenu(const QString& title, const QStringList& names);
     void fillRecentMenu();
+    void addRecent(const QString& title, const QStringList& paths);
     void fillExampleMenu(QMenu* menu);
     void setTheme(const QString& word);
 
     void documentOpened(MixerDocument* document);
-    void documentClosed();
+    void documentClosed(MixerDocument* document);
+    void editValues();
     void currentChanged();
     void updateCommands();
     void updateTitle();

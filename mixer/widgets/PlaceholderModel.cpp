@@ -7,6 +7,8 @@
 #include "dznumericproperty.h"
 #include "dzshaderbrick.h"
 
+#include <QHash>
+
 namespace {
 
 QString valueOf(const DzProperty* property)
@@ -17,23 +19,42 @@ QString valueOf(const DzProperty* property)
         : property->getValueText();
 }
 
+/// A value, and which of its placeholders: colours have several.
+typedef QPair<const DzProperty*, int> RowKey;
+
+QVector<RowKey> keysOf(const QVector<ScenePlaceholder>& placeholders)
+{
+    QVector<RowKey> keys;
+    QHash<const DzProperty*, int> seen;
+    for (const ScenePlaceholder& placeholder : placeholders)
+        keys.append(RowKey(placeholder.property, seen[placeholder.property]++));
+    return keys;
+}
+
 } // namespace
 
 void PlaceholderModel::setPlaceholders(const QVector<ScenePlaceholder>& placeholders)
 {
-    // The usual change is one of values: rows stay, and with them place and selection.
-    bool same = placeholders.size() == m_placeholders.size();
-    for (int i = 0; same && i < placeholders.size(); ++i)
-        same = placeholders.at(i).property == m_placeholders.at(i).property
-            && placeholders.at(i).name == m_placeholders.at(i).name;
-    if (same) {
+    const QVector<RowKey> before = keysOf(m_placeholders);
+    const QVector<RowKey> after = keysOf(placeholders);
+    if (before == after) {
+        m_placeholders = placeholders; // names may be others
         if (!placeholders.isEmpty())
             emit dataChanged(index(0, 0), index(placeholders.size() - 1, columns - 1));
         return;
     }
-    beginResetModel();
+    // A value that is locked loses its placeholder, and with it its place: whoever is on its row
+    // goes along.
+    emit layoutAboutToBeChanged();
+    QHash<RowKey, int> rowOf;
+    for (int i = 0; i < after.size(); ++i)
+        rowOf.insert(after.at(i), i);
     m_placeholders = placeholders;
-    endResetModel();
+    for (const QModelIndex& place : persistentIndexList()) {
+        const int row = rowOf.value(before.at(place.row()), -1);
+        changePersistentIndex(place, row < 0 ? QModelIndex() : index(row, place.column()));
+    }
+    emit layoutChanged();
 }
 
 DzShaderBrick* PlaceholderModel::getBrick(int row) const

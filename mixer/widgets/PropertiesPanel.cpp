@@ -7,6 +7,7 @@
 #include "LineIcon.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "NetworkWalk.h"
 #include "PropertyGroup.h"
 #include "PropertyRow.h"
 #include "dzshaderbrick.h"
@@ -97,13 +98,8 @@ PropertiesPanel::PropertiesPanel(QWidget* parent)
     layout->addWidget(m_scroll, 1);
 
     m_update.setSingleShot(true);
-    connect(&m_update, &QTimer::timeout, this, &PropertiesPanel::update);
-    connect(m_title, &QLineEdit::editingFinished, this, [this] {
-        DzShaderBrick* brick = m_document ? m_document->getSelection()->getCurrent() : nullptr;
-        if (brick && m_title->isModified())
-            m_document->getEdit()->setTitle(brick, m_title->text());
-        m_title->setModified(false);
-    });
+    connect(&m_update, &QTimer::timeout, this, &PropertiesPanel::updateNow);
+    connect(m_title, &QLineEdit::editingFinished, this, &PropertiesPanel::enterTitle);
     connect(reset, &QToolButton::clicked, this,
         [this] { resetAllValues(m_document->getSelection()->getBricks()); });
     connect(lock, &QToolButton::clicked, this,
@@ -117,6 +113,7 @@ void PropertiesPanel::setDocument(MixerDocument* document)
 {
     if (m_document == document)
         return;
+    enterTitle();
     if (m_document) {
         m_document->disconnect(this);
         m_document->getSelection()->disconnect(this);
@@ -128,6 +125,8 @@ void PropertiesPanel::setDocument(MixerDocument* document)
         connect(
             document, &MixerDocument::structureChanged, this, &PropertiesPanel::scheduleRebuild);
         connect(document, &MixerDocument::propertyChanged, this, &PropertiesPanel::scheduleRefresh);
+        // Files are looked for beside the document's own.
+        connect(document, &MixerDocument::titleChanged, this, &PropertiesPanel::scheduleRefresh);
     }
     scheduleRebuild();
 }
@@ -161,22 +160,27 @@ void PropertiesPanel::scheduleRebuild()
 
 void PropertiesPanel::scheduleRefresh()
 {
-    if (!m_update.isActive())
+    m_needsRefresh = true;
+    // All that happens before the next frame is one update; nobody sees a hidden one.
+    if (isVisible() && !m_update.isActive())
         m_update.start(0);
+}
+
+void PropertiesPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (m_needsRefresh)
+        updateNow();
 }
 
 void PropertiesPanel::updateNow()
 {
     m_update.stop();
-    update();
-}
-
-void PropertiesPanel::update()
-{
+    m_needsRefresh = false;
     if (m_needsRebuild)
         rebuild();
     for (PropertyRow* row : m_rows)
-        row->refresh();
+        row->refresh(m_document ? m_document->getFolder() : QString());
     refreshHead();
 }
 
@@ -198,7 +202,11 @@ void PropertiesPanel::refreshHead()
     if (!m_document)
         return;
     const BrickSelection* selection = m_document->getSelection();
-    const DzShaderBrick* brick = selection->getCurrent();
+    DzShaderBrick* brick = selection->getCurrent();
+    if (brick != m_titled)
+        enterTitle();
+    m_titled = brick;
+    m_titledDocument = m_document;
     if (!brick)
         return;
     if (!m_title->isModified())
@@ -206,6 +214,15 @@ void PropertiesPanel::refreshHead()
     const QString kind = QStringLiteral("%1 (%2)").arg(
         brick->getPreferredName(), QString::number(brick->getBrickID()));
     m_kind->setText(selection->size() == 1 ? kind : tr("%1 bricks").arg(selection->size()));
+}
+
+void PropertiesPanel::enterTitle()
+{
+    if (!m_title->isModified())
+        return;
+    m_title->setModified(false);
+    if (m_titled && m_titledDocument && bricksOf(m_titledDocument->getUser()).contains(m_titled))
+        m_titledDocument->getEdit()->setTitle(m_titled, m_title->text());
 }
 
 void PropertiesPanel::showRows(const std::vector<PropertyGroup>& groups)

@@ -37,18 +37,25 @@ signals:
     void brickActivated(DzShaderBrick* brick);
     void message(const QString& text);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void scheduleRebuild();
     void scheduleRefresh();
-    void update();
     void rebuild();
     void refreshHead();
+    void enterTitle();
     void showRows(const std::vector<PropertyGroup>& groups);
     void alignNames();
 
     QPointer<MixerDocument> m_document;
     QTimer m_update;
     bool m_needsRebuild = false;
+    bool m_needsRefresh = false;
+    /// Whose title the field shows: what is typed is for this one, whatever is selected meanwhile.
+    QPointer<DzShaderBrick> m_titled;
+    QPointer<MixerDocument> m_titledDocument;
     QLineEdit* m_title;
     QLabel* m_kind;
     QLabel* m_empty;

@@ -317,6 +317,8 @@ public:
         m_field->showFile(mixed ? QString() : property->getValueText(), m_folder);
     }
 
+    void setFolder(const QString& folder) override { m_folder = folder; }
+
 private:
     FileField* m_field;
     QString m_folder;
@@ -332,6 +334,11 @@ PropertyEditor::PropertyEditor(const PropertyGroup& group, QWidget* parent)
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
     setFixedHeight(lineHeight(this));
+}
+
+void PropertyEditor::setFolder(const QString&)
+{
+    // Most values are no files.
 }
 
 int PropertyEditor::lineHeight(const QWidget* widget)

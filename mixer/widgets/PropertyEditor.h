@@ -21,6 +21,8 @@ public:
     static int lineHeight(const QWidget* widget);
     /// Shows what the properties are now.
     virtual void refresh() = 0;
+    /// Where relative file names are looked for from the next refresh on.
+    virtual void setFolder(const QString& folder);
 
 signals:
     /// Why something typed was not taken, in one line.

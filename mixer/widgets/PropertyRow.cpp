@@ -20,7 +20,6 @@
 PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWidget* parent)
     : QWidget(parent)
     , m_group(group)
-    , m_folder(folder)
     , m_name(new QLabel(group.getLabel()))
     , m_editor(PropertyEditor::make(group, folder, nullptr))
     , m_source(new QToolButton)
@@ -70,7 +69,7 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
         else
             m_map->choose();
     });
-    refresh();
+    refresh(folder);
 }
 
 QToolButton* PropertyRow::addTool(int icon, const QString& name)
@@ -100,13 +99,14 @@ void PropertyRow::setNameWidth(int width)
     m_name->setFixedWidth(width);
 }
 
-void PropertyRow::refresh()
+void PropertyRow::refresh(const QString& folder)
 {
     const DzProperty* property = m_group.getFirst();
     if (!property)
         return;
     const bool locked = m_group.isLocked();
     const bool mapped = m_group.isMapped();
+    m_editor->setFolder(folder);
     m_editor->refresh();
     m_editor->setEnabled(!locked);
     DzShaderBrick* source = m_group.getSource();
@@ -117,7 +117,7 @@ void PropertyRow::refresh()
         m_source->setText(BrickAppearance::titleText(source));
     m_map->setVisible(mapped);
     if (mapped)
-        m_map->showFile(m_group.getMap(), m_folder);
+        m_map->showFile(m_group.getMap(), folder);
     m_map->setEnabled(!locked);
     m_mapButton->setVisible(m_group.isMappable());
     m_mapButton->setEnabled(!locked);

@@ -21,8 +21,8 @@ class PropertyRow : public QWidget
 public:
     PropertyRow(const PropertyGroup& group, const QString& folder, QWidget* parent = nullptr);
 
-    /// Shows what the properties are now.
-    void refresh();
+    /// Shows what the properties are now. Relative file names are looked for in `folder`.
+    void refresh(const QString& folder);
     /// Width that the name needs, and gets.
     int getNameWidth() const;
     void setNameWidth(int width);
@@ -43,7 +43,6 @@ private:
     void fillMenu(QMenu* menu);
 
     PropertyGroup m_group;
-    QString m_folder;
     QLabel* m_name;
     PropertyEditor* m_editor;
     QToolButton* m_source;

@@ -7,6 +7,7 @@
 #include "BrickSelection.h"
 #include "LineIcon.h"
 #include "MixerDocument.h"
+#include "PendingEdits.h"
 #include "PlaceholderModel.h"
 #include "SceneCodeHighlighter.h"
 #include "dzfilewriter.h"
@@ -58,6 +59,10 @@ int commonEnd(const QString& a, const QString& b, int most)
     return count;
 }
 
+/// Texts of more characters take longer than a frame to write: they follow after these
+/// milliseconds, so that the canvas does not wait for them.
+const int longText = 100000;
+const int longDelay = 50;
 /// Lines that are shown above the first that is lit.
 const int linesAbove = 3;
 
@@ -142,6 +147,8 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     layout->addWidget(m_note);
     layout->addWidget(splitter, 1);
 
+    m_light.setSingleShot(true);
+    connect(&m_light, &QTimer::timeout, this, &SceneCodePanel::showLight);
     m_update.setSingleShot(true);
     connect(&m_update, &QTimer::timeout, this, &SceneCodePanel::updateText);
     connect(m_placeholders, &QCheckBox::toggled, this, [this](bool on) {
@@ -168,8 +175,9 @@ void SceneCodePanel::setDocument(MixerDocument* document)
         connect(document, &MixerDocument::structureChanged, this, &SceneCodePanel::scheduleUpdate);
         connect(document, &MixerDocument::propertyChanged, this, &SceneCodePanel::scheduleUpdate);
         connect(document->getSelection(), &BrickSelection::selectionChanged, this,
-            &SceneCodePanel::showLight);
+            &SceneCodePanel::scheduleLight);
     }
+    m_code = SceneCode(); // nothing of another document is shown for long
     scheduleUpdate();
 }
 
@@ -201,9 +209,17 @@ QString SceneCodePanel::getText() const
 void SceneCodePanel::scheduleUpdate()
 {
     m_stale = true;
-    // All that happens before the next frame is one update; nobody sees a hidden one.
+    // All that happens before the next frame, or meanwhile, is one update; nobody sees a hidden
+    // one.
     if (isVisible() && !m_update.isActive())
-        m_update.start(0);
+        m_update.start(m_code.text.size() > longText ? longDelay : 0);
+}
+
+void SceneCodePanel::scheduleLight()
+{
+    // Bricks that go leave the selection one by one.
+    if (isVisible() && !m_light.isActive())
+        m_light.start(0);
 }
 
 void SceneCodePanel::showEvent(QShowEvent* event)
@@ -211,6 +227,8 @@ void SceneCodePanel::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     if (m_stale)
         scheduleUpdate();
+    else
+        scheduleLight();
 }
 
 void SceneCodePanel::changeEvent(QEvent* event)
@@ -273,6 +291,8 @@ void SceneCodePanel::showText(const QString& text)
         return;
     const int begin = commonBegin(before, text);
     const int end = commonEnd(before, text, qMin(before.size(), text.size()) - begin);
+    // Every cursor of a light is adjusted for every line that changes; they are set anew anyway.
+    m_text->setExtraSelections({});
     QTextCursor cursor(m_text->document());
     cursor.setPosition(begin);
     cursor.setPosition(before.size() - end, QTextCursor::KeepAnchor);
@@ -284,27 +304,36 @@ void SceneCodePanel::showLight()
 {
     if (m_stale || !isVisible())
         return;
+    QTextEdit::ExtraSelection light;
+    QColor color = palette().color(QPalette::Highlight);
+    color.setAlpha(70);
+    light.format.setBackground(color);
+    light.format.setProperty(QTextFormat::FullWidthSelection, true);
     QList<QTextEdit::ExtraSelection> lights;
-    QColor light = palette().color(QPalette::Highlight);
-    light.setAlpha(70);
+    const QTextDocument* document = m_text->document();
     int first = -1;
+    int end = -1;
     for (const SceneStatement& statement : qAsConst(m_code.statements)) {
         if (!statement.brick || !m_document
             || !m_document->getSelection()->contains(statement.brick))
             continue;
-        QTextBlock block = m_text->document()->findBlock(statement.begin);
-        while (block.isValid() && block.text().isEmpty())
-            block = block.next(); // statements begin with an empty line
-        if (first < 0 && block.isValid())
-            first = block.blockNumber();
-        while (block.isValid() && block.position() < statement.begin + statement.length) {
-            QTextEdit::ExtraSelection line;
-            line.format.setBackground(light);
-            line.format.setProperty(QTextFormat::FullWidthSelection, true);
-            line.cursor = QTextCursor(block);
-            lights.append(line);
-            block = block.next();
+        // What follows what is lit is one with it: lights cost time, each on its own.
+        if (lights.isEmpty() || statement.begin != end) {
+            QTextBlock block = document->findBlock(statement.begin);
+            while (block.isValid() && block.text().isEmpty())
+                block = block.next(); // statements begin with an empty line
+            if (!block.isValid())
+                continue;
+            if (first < 0)
+                first = block.blockNumber();
+            light.cursor = QTextCursor(block);
+            lights.append(light);
         }
+        end = statement.begin + statement.length;
+        // Up to the end of the last line, not to the begin of the next.
+        const QTextBlock last = document->findBlock(end - 1);
+        lights.last().cursor.setPosition(
+            last.position() + last.length() - 1, QTextCursor::KeepAnchor);
     }
     m_text->setExtraSelections(lights);
     // Whoever reads here stays where he is.
@@ -339,6 +368,7 @@ void SceneCodePanel::activateLine(const QPoint& position)
 
 void SceneCodePanel::copyText()
 {
+    commitPendingEdits();
     updateNow();
     QGuiApplication::clipboard()->setText(m_code.text);
     emit message(tr("The text is on the clipboard."));
@@ -346,6 +376,7 @@ void SceneCodePanel::copyText()
 
 void SceneCodePanel::saveText()
 {
+    commitPendingEdits();
     updateNow();
     const QString path = QFileDialog::getSaveFileName(
         this, tr("Save Text"), QString(), tr("Text (*.lxm *.txt);;All files (*)"));

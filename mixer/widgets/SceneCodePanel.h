@@ -51,6 +51,7 @@ protected:
 
 private:
     void scheduleUpdate();
+    void scheduleLight();
     void updateText();
     void showNote();
     void showText(const QString& text);
@@ -60,6 +61,7 @@ private:
     QPointer<MixerDocument> m_document;
     SceneCode m_code;
     QTimer m_update;
+    QTimer m_light;
     QCheckBox* m_placeholders;
     QCheckBox* m_mapFiles;
     QPlainTextEdit* m_text;

@@ -8,6 +8,7 @@
 #include "BrickUsers.h"
 #include "Messages.h"
 #include "MixerDocument.h"
+#include "PendingEdits.h"
 #include "ProgramSettings.h"
 #include "SceneSession.h"
 #include "dzundostack.h"
@@ -37,6 +38,7 @@ bool SceneController::open(const QString& path)
         Messages::showError(m_window, m_session->getError());
         return false;
     }
+    remember();
     emit message(tr("Opened %1.").arg(path));
     Messages::showWarnings(
         m_window, tr("Not everything in %1 was read:").arg(path), m_session->getWarnings());
@@ -78,8 +80,15 @@ bool SceneController::saveTo(const QString& path)
         Messages::showError(m_window, m_session->getError());
         return false;
     }
+    remember();
     emit message(tr("Saved %1.").arg(path));
     return true;
+}
+
+void SceneController::remember()
+{
+    m_settings->addRecentFile(m_session->getPath());
+    emit recentFilesChanged();
 }
 
 bool SceneController::mayLeave()
@@ -116,12 +125,12 @@ bool SceneController::apply(MixerDocument* document)
         emit message(tr("Select surfaces in the panel \"Surfaces\" first."));
         return false;
     }
+    commitPendingEdits();
     if (!confirmApply(document))
         return false;
     DzUndoStackHold hold;
     document->getUser()->applyToScene();
     hold.accept(tr("Apply %1").arg(document->getTitle()));
-    m_session->touch();
     emit message(
         count == 1 ? tr("Applied to 1 surface.") : tr("Applied to %1 surfaces.").arg(count));
     return true;

@@ -43,10 +43,12 @@ public:
 
 signals:
     void message(const QString& text);
+    void recentFilesChanged();
     void applyListShownChanged(bool shown);
 
 private:
     bool confirmApply(MixerDocument* document);
+    void remember();
 
     ProgramSettings* m_settings;
     QWidget* m_window;

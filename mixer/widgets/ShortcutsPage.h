@@ -6,7 +6,7 @@
 
 class CommandSet;
 
-/// All commands with their shortcuts, and what the mouse does on the canvas.
+/// All commands with their shortcuts, and what keys and mouse do on the canvas and on values.
 class ShortcutsPage : public QDialog
 {
     Q_OBJECT

@@ -118,6 +118,27 @@ TEST_F(WindowTest, afterACrashNetworksAreOfferedAndRestored)
     EXPECT_EQ(m_window->getDocuments()->offerRestore(), 0);
 }
 
+TEST_F(WindowTest, aRestoredNetworkTakesThePlaceOfItsFile)
+{
+    const QString path = projectPath(QStringLiteral("examples/plain-matte.sskn"));
+    QProcess helper;
+    startHelper(&helper, { QStringLiteral("autosave"), file("copies"), path }, "kept");
+    killHelper(&helper);
+    ASSERT_TRUE(m_window->openFile(path));
+    withDialog<RestoreDialog>([](RestoreDialog* dialog) {
+        dialog->findChild<QPushButton*>(QStringLiteral("restore"))->click();
+    });
+    EXPECT_EQ(m_window->getDocuments()->offerRestore(), 2);
+    settle();
+    int count = 0;
+    for (const MixerDocument* open : m_window->getTabs()->getDocuments())
+        if (open->getPath() == path) {
+            ++count;
+            EXPECT_TRUE(open->isModified());
+        }
+    EXPECT_EQ(count, 1);
+}
+
 TEST_F(WindowTest, whatIsDiscardedIsNotOfferedAgain)
 {
     QProcess helper;

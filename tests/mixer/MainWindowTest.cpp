@@ -38,6 +38,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDir>
 #include <QDockWidget>
 #include <QDrag>
 #include <QDropEvent>
@@ -88,6 +89,27 @@ QString textOn(const DzMaterial* material)
     auto* property = qobject_cast<DzStringProperty*>(
         material->findProperty(QStringLiteral("LuxRender_material_extrasettings")));
     return property ? property->getValue() : QString();
+}
+
+QByteArray contentOf(const QString& path)
+{
+    QFile content(path);
+    EXPECT_TRUE(content.open(QIODevice::ReadOnly)) << path.toStdString();
+    return content.readAll();
+}
+
+/// Whether doing this asks about something unsaved; the answer is Cancel.
+bool asks(const std::function<void()>& act)
+{
+    bool isAsked = false;
+    QTimer::singleShot(0, qApp, [&isAsked] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        isAsked = box != nullptr;
+        if (box)
+            box->button(QMessageBox::Cancel)->click();
+    });
+    act();
+    return isAsked;
 }
 
 /// Everything below the widget that the keyboard can reach.
@@ -339,12 +361,56 @@ TEST_F(WindowTest, selectingABrickLightsItsLines)
     EXPECT_TRUE(shown->extraSelections().isEmpty());
     select({ brick("Matte") });
     QStringList lit;
-    for (const QTextEdit::ExtraSelection& line : shown->extraSelections())
-        lit.append(line.cursor.block().text());
+    for (const QTextEdit::ExtraSelection& light : shown->extraSelections())
+        lit += light.cursor.selectedText().split(QChar::ParagraphSeparator);
     EXPECT_EQ(lit.value(0), QStringLiteral("MakeNamedMaterial \"Lm_material1\""));
     EXPECT_TRUE(lit.last().contains(QLatin1String("\"matte\""))) << lit.last().toStdString();
+    const QImage with = shown->viewport()->grab().toImage();
     document()->getSelection()->clear();
+    settle();
     EXPECT_TRUE(shown->extraSelections().isEmpty());
+    EXPECT_NE(shown->viewport()->grab().toImage(), with);
+    // Several are lit together, and only theirs.
+    DzShaderBrick* checks = addFromPalette("float checker");
+    dragWire(checks, brick("Matte"), "sigma");
+    select({ checks, brick("Matte") });
+    const auto litText = [shown] {
+        QString text;
+        for (const QTextEdit::ExtraSelection& light : shown->extraSelections())
+            text += light.cursor.selectedText();
+        return text;
+    };
+    EXPECT_TRUE(litText().contains(QLatin1String("checkerboard")));
+    EXPECT_TRUE(litText().contains(QLatin1String("\"matte\"")));
+    select({ checks });
+    EXPECT_TRUE(litText().contains(QLatin1String("checkerboard")));
+    EXPECT_FALSE(litText().contains(QLatin1String("\"matte\"")));
+}
+
+TEST_F(WindowTest, aLongTextFollowsToo)
+{
+    QVector<DzShaderBrick*> mixes;
+    {
+        const DzUndoStackLock lock;
+        for (int i = 0; i < 1200; ++i)
+            mixes.append(document()->getEdit()->addBrick(
+                QStringLiteral("VireoTexClrMixBrick"), QPointF(0, 40 * i)));
+        for (int i = 0; i + 1 < mixes.size(); ++i)
+            param(mixes.at(i), "tex1")->addConnection(param(mixes.at(i + 1), "result"));
+        param(brick("Matte"), "Kd")->addConnection(param(mixes.first(), "result"));
+    }
+    SceneCodePanel* code = m_window->getSceneCode();
+    const auto waitFor = [code](auto holds) {
+        for (int i = 0; i < 300 && !holds(code->getText()); ++i)
+            QTest::qWait(10);
+        return holds(code->getText());
+    };
+    ASSERT_TRUE(waitFor([](const QString& text) { return text.size() > 100000; }));
+    document()->getEdit()->disconnectAll(param(mixes.first(), "tex1"));
+    EXPECT_TRUE(waitFor([](const QString& text) { return text.size() < 100000; }));
+    run("undo");
+    EXPECT_TRUE(waitFor([](const QString& text) { return text.size() > 100000; }));
+    EXPECT_TEXT(code->getText(), code->findChild<QPlainTextEdit*>()->toPlainText());
 }
 
 TEST_F(WindowTest, clickingALineShowsItsBrick)
@@ -421,6 +487,22 @@ TEST_F(WindowTest, placeholdersAreLockedAndUnlockedInTheirTable)
     EXPECT_FALSE(property(brick("Matte"), "sigma")->isLocked());
     EXPECT_FALSE(code->getText().contains(QLatin1String("\"float   sigma\" [0]")));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
+    // The keyboard stays on its row, wherever that goes.
+    table->setFocus();
+    const auto spaceOn = [&](const char* label, const DzProperty* value) {
+        table->setCurrentIndex(table->model()->index(rowOf(label), PlaceholderModel::LockedColumn));
+        for (const bool isLocked : { true, false, true }) {
+            QTest::keyClick(table, Qt::Key_Space);
+            settle();
+            EXPECT_EQ(value->isLocked(), isLocked) << label;
+            EXPECT_EQ(table->currentIndex().row(), rowOf(label)) << label;
+            EXPECT_TRUE(table->selectionModel()->isRowSelected(rowOf(label), QModelIndex()));
+        }
+        return rowOf(label);
+    };
+    const int before = rowOf("Diffuse");
+    EXPECT_NE(spaceOn("Diffuse", property(brick("Matte"), "Kd")), before) << "it moved";
+    spaceOn("Sigma", property(brick("Matte"), "sigma"));
 }
 
 // Problems.
@@ -530,6 +612,22 @@ TEST_F(WindowTest, fromSceneOpensATabForEachSurface)
     EXPECT_NE(document()->getUser()->getIdentifier().toString(), first);
 }
 
+TEST_F(WindowTest, undoingBehindASavedSceneIsAChange)
+{
+    m_settings->setApplyListShown(false);
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    settle();
+    run("apply");
+    ASSERT_TRUE(m_window->getScene()->saveTo(file("scene.duf")));
+    run("undo");
+    EXPECT_TRUE(m_window->getScene()->getSession()->isModified());
+    EXPECT_TRUE(asks([this] { EXPECT_FALSE(m_window->close()); }));
+    run("redo");
+    EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
+    EXPECT_EQ(m_settings->getRecentFiles().value(0), file("scene.duf"));
+}
+
 TEST_F(WindowTest, aSceneIsSavedAndOpenedWithItsMaterials)
 {
     m_settings->setApplyListShown(false);
@@ -599,7 +697,11 @@ TEST_F(WindowTest, filesAreDroppedInAndRemembered)
     EXPECT_EQ(m_window->getTabs()->count(), 1);
     EXPECT_EQ(document()->getPath(), path);
     EXPECT_GT(dzScene->getNumNodes(), 0);
-    EXPECT_EQ(m_settings->getRecentFiles(), QStringList { path });
+    EXPECT_EQ(m_settings->getRecentFiles(), QStringList({ scenePath(), path }));
+    EXPECT_EQ(recentMenu(),
+        QStringList(
+            { QStringLiteral("Networks"), QStringLiteral("velvet.sskn"), QStringLiteral("Scenes"),
+                QStringLiteral("vase-on-table.obj"), QString(), QStringLiteral("Clear") }));
     // A file that is open already is shown, not opened twice.
     run("new");
     ASSERT_TRUE(m_window->openFile(path));
@@ -623,6 +725,129 @@ TEST_F(WindowTest, aDamagedFileIsAMessageAndNoMore)
         settle();
     }
     EXPECT_EQ(m_window->getTabs()->count(), 1);
+}
+
+TEST_F(WindowTest, whatIsStillBeingTypedIsSaved)
+{
+    const QString path = file("a.sskn");
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), path));
+    select({ brick("Matte") });
+    auto* field = startTyping("Sigma", QStringLiteral("42"));
+    command("save")->trigger();
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("42"));
+    EXPECT_FALSE(document()->isModified());
+    EXPECT_EQ(contentOf(path), document()->getText());
+    EXPECT_EQ(QApplication::focusWidget(), field) << "typing goes on";
+}
+
+TEST_F(WindowTest, whatIsStillBeingTypedIsAskedForAtClosingAndLeaving)
+{
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), file("a.sskn")));
+    select({ brick("Matte") });
+    startTyping("Sigma", QStringLiteral("42"));
+    EXPECT_TRUE(asks([this] { EXPECT_FALSE(m_window->close()); }));
+    EXPECT_TRUE(document()->isModified());
+    ASSERT_TRUE(m_window->getDocuments()->save(document()));
+    startTyping("Sigma", QStringLiteral("43"));
+    EXPECT_TRUE(asks([this] { command("close")->trigger(); }));
+    EXPECT_NE(document(), nullptr);
+}
+
+TEST_F(WindowTest, aTitleThatIsStillBeingTypedOnTheCanvasCounts)
+{
+    const QString path = file("a.sskn");
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), path));
+    m_window->activateWindow();
+    m_window->getView()->setFocus();
+    document()->getSelection()->set({ brick("Matte") });
+    settle();
+    QTest::keyClick(m_window->getView(), Qt::Key_F2);
+    auto* title = m_window->getView()->findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(title, nullptr);
+    QTest::keyClicks(title, QStringLiteral("Wall"));
+    command("save")->trigger();
+    settle();
+    EXPECT_EQ(brick("Wall")->getPreferredName(), QStringLiteral("Matte"));
+    EXPECT_TRUE(contentOf(path).contains("Wall"));
+    EXPECT_FALSE(document()->isModified());
+}
+
+TEST_F(WindowTest, aFreshTabInWhichSomebodyTypesMakesNoRoom)
+{
+    select({ brick("Matte") });
+    startTyping("Sigma", QStringLiteral("42"));
+    ASSERT_TRUE(m_window->openFile(projectPath(QStringLiteral("examples/velvet.sskn"))));
+    EXPECT_EQ(m_window->getTabs()->count(), 2);
+}
+
+TEST_F(WindowTest, whatIsStillBeingTypedIsAppliedAndCopied)
+{
+    m_settings->setApplyListShown(false);
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    select({ brick("Matte") });
+    startTyping("Sigma", QStringLiteral("42"));
+    command("apply")->trigger();
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("42"));
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
+    startTyping("Sigma", QStringLiteral("17"));
+    m_window->getSceneCode()->copyText();
+    EXPECT_TRUE(
+        QGuiApplication::clipboard()->text().contains(QLatin1String("\"float   sigma\" [17]")));
+}
+
+TEST_F(WindowTest, redoingAClosingKeepsWhatIsNotSaved)
+{
+    const QString path = file("a.sskn");
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("3"));
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), path));
+    run("close");
+    run("undo");
+    run("undo");
+    ASSERT_TRUE(m_window->getDocuments()->save(document()));
+    run("redo");
+    EXPECT_TRUE(document()->isModified());
+    run("redo");
+    ASSERT_EQ(document(), nullptr);
+    const auto hasCopy = [this] {
+        const QDir sessions(file("copies"));
+        for (const QString& name : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            if (!QDir(sessions.filePath(name)).entryList({ QStringLiteral("*.network") }).isEmpty())
+                return true;
+        return false;
+    };
+    for (int i = 0; i < 1000 && !hasCopy(); ++i)
+        QTest::qWait(10);
+    EXPECT_TRUE(hasCopy()) << "a copy is kept of what is closed and not saved";
+    EXPECT_TRUE(asks([this] { EXPECT_FALSE(m_window->close()); }));
+    withDialog<QMessageBox>([](QMessageBox* box) { box->button(QMessageBox::Save)->click(); });
+    EXPECT_TRUE(m_window->close());
+    run("undo");
+    EXPECT_FALSE(document()->isModified());
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("3"));
+    EXPECT_EQ(contentOf(path), document()->getText());
+}
+
+TEST_F(WindowTest, aNetworkIsNotSavedOverOneThatIsOpen)
+{
+    const QString path = file("a.sskn");
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), path));
+    const QByteArray before = contentOf(path);
+    run("new");
+    EXPECT_FALSE(m_window->getDocuments()->saveTo(document(), path));
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->text().contains(path)) << box->text().toStdString();
+    QTest::keyClick(box, Qt::Key_Return);
+    settle();
+    EXPECT_TRUE(document()->getPath().isEmpty());
+    EXPECT_EQ(contentOf(path), before);
+    // Its own file may be gone in the meantime.
+    m_window->getTabs()->setCurrentIndex(0);
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_TRUE(m_window->getDocuments()->save(document()));
+    EXPECT_TRUE(QFile::exists(path));
 }
 
 TEST_F(WindowTest, otherProgramsTextOnTheClipboardDoesNoHarm)
@@ -681,7 +906,12 @@ TEST_F(WindowTest, everyCommandIsInAMenuAndSaysWhatItDoes)
         EXPECT_FALSE(group.actions.isEmpty()) << group.title.toStdString();
         for (const QAction* action : group.actions) {
             EXPECT_TRUE(inMenus.contains(action)) << action->text().toStdString();
-            EXPECT_FALSE(action->toolTip().isEmpty());
+            // Without a sentence of its own it is the text.
+            const QString name = action->text().remove(QLatin1Char('&')).remove(QChar(0x2026));
+            if (group.title != QLatin1String("Canvas")) {
+                EXPECT_TRUE(!action->toolTip().isEmpty() && action->toolTip() != name)
+                    << name.toStdString();
+            }
             for (const QKeySequence& key : action->shortcuts()) {
                 EXPECT_FALSE(keys.contains(key.toString()))
                     << key.toString().toStdString() << ": " << action->text().toStdString()
@@ -704,6 +934,12 @@ TEST_F(WindowTest, shortcutsAreListedAndFound)
               .value(0);
     ASSERT_NE(undo, nullptr);
     EXPECT_TRUE(undo->text(1).contains(QLatin1String("Ctrl+Z"))) << undo->text(1).toStdString();
+    // What no command has is listed too.
+    for (const char* keys : { "Tab", "Backspace", "Ctrl+Arrows", "Middle drag", "Double click" }) {
+        const QList<QTreeWidgetItem*> lines
+            = list->findItems(QString::fromLatin1(keys), Qt::MatchContains | Qt::MatchRecursive, 1);
+        EXPECT_FALSE(lines.isEmpty()) << keys;
+    }
     QTest::keyClicks(page->findChild<QLineEdit*>(), QStringLiteral("ctrl+w"));
     EXPECT_TRUE(undo->isHidden());
     EXPECT_FALSE(itemNamed(list, "Close")->isHidden());
@@ -720,6 +956,26 @@ TEST_F(WindowTest, theLookIsSwitchedAndRemembered)
     EXPECT_TRUE(command("theme-dark")->isChecked());
     run("theme-light");
     EXPECT_FALSE(Theme::isDark(QApplication::palette()));
+    // Every item stands out from its ground, in any look.
+    ChoosyUser choosy;
+    choosy.ref(); // it stands on the stack
+    BrickyardPanel* palette = m_window->getBrickyard();
+    palette->setUser(&choosy);
+    for (const char* look : { "theme-dark", "theme-light", "theme-dark" }) {
+        run(look);
+        const QPalette colors = palette->getTree()->palette();
+        const int ground = colors.color(QPalette::Base).lightness();
+        const auto contrast = [&](const char* className) {
+            const QVariant brush
+                = palette->findItem(QString::fromLatin1(className))->data(0, Qt::ForegroundRole);
+            const QColor color
+                = brush.isNull() ? colors.color(QPalette::Text) : brush.value<QBrush>().color();
+            return qAbs(color.lightness() - ground) * color.alpha() / 255;
+        };
+        EXPECT_GT(contrast("VireoMatMatteBrick"), 120) << look;
+        EXPECT_GT(contrast("VireoMatGlassBrick"), 40) << look;
+    }
+    palette->setUser(nullptr);
     run("theme-system");
     EXPECT_TRUE(command("theme-system")->isChecked());
 }
@@ -754,6 +1010,47 @@ TEST_F(WindowTest, everythingTheKeyboardReachesHasAName)
         EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty())
             << widget->metaObject()->className() << ' ' << widget->objectName().toStdString()
             << " in " << widget->parentWidget()->metaObject()->className();
+    }
+}
+
+TEST_F(WindowTest, editingValuesShowsTheirPanel)
+{
+    select({ brick("Matte") });
+    run("dockProperties");
+    ASSERT_FALSE(m_window->getProperties()->isVisible());
+    m_window->activateWindow();
+    m_window->getView()->setFocus();
+    const auto hasKeyboard = [this] {
+        QWidget* focus = QApplication::focusWidget();
+        return focus && m_window->getProperties()->isAncestorOf(focus);
+    };
+    run("editValues");
+    EXPECT_TRUE(m_window->getProperties()->isVisible());
+    EXPECT_TRUE(hasKeyboard());
+    run("dockProperties");
+    m_window->getView()->setFocus();
+    QTest::keyClick(m_window->getView(), Qt::Key_Return);
+    EXPECT_TRUE(hasKeyboard());
+}
+
+TEST_F(WindowTest, aTabThatComesBackManyTimesIsListenedToOnce)
+{
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("3"));
+    struct Peek : QObject {
+        int count(const char* signal) const { return receivers(signal); }
+    };
+    const QObject* selection = document()->getSelection();
+    const auto listeners = [selection] {
+        return static_cast<const Peek*>(selection)->count(SIGNAL(selectionChanged()));
+    };
+    const int before = listeners();
+    m_window->getTabs()->close(document(), true);
+    for (int i = 0; i < 4; ++i) {
+        settle();
+        run("undo");
+        EXPECT_EQ(listeners(), before);
+        run("redo");
     }
 }
 

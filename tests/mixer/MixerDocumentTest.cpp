@@ -141,6 +141,80 @@ TEST(MixerDocument, savingClearsTheMarkAndUndoingBehindItSetsIt)
     EXPECT_FALSE(document->isModified());
 }
 
+TEST(MixerDocument, undoingBehindASavedStateIsAChangeAtOnce)
+{
+    QTemporaryDir dir;
+    const std::unique_ptr<MixerDocument> document = example("plain-matte.sskn");
+    property(brickNamed(*document, "Matte"), "Kd")->lock(true);
+    ASSERT_TRUE(document->save(dir.filePath(QStringLiteral("a.sskn"))));
+    dzUndoStack->undo();
+    EXPECT_TRUE(document->isModified());
+    EXPECT_FALSE(document->isPristine());
+}
+
+TEST(MixerDocument, stepsOfAnotherDocumentLieBetweenASavedStateAndTheWayBackToIt)
+{
+    QTemporaryDir dir;
+    const std::unique_ptr<MixerDocument> first = example("plain-matte.sskn");
+    const std::unique_ptr<MixerDocument> second = example("velvet.sskn");
+    const auto lock = [](MixerDocument& document, const char* name) {
+        property(document.getUser()->getBrick(2), name)->lock(true);
+    };
+    lock(*first, "Kd");
+    ASSERT_TRUE(first->save(dir.filePath(QStringLiteral("a.sskn"))));
+    lock(*second, "Kd");
+    lock(*first, "sigma");
+    dzUndoStack->undo();
+    rest();
+    EXPECT_FALSE(first->isModified());
+    EXPECT_TRUE(second->isModified());
+    dzUndoStack->undo();
+    rest();
+    EXPECT_FALSE(first->isModified());
+    EXPECT_FALSE(second->isModified());
+    dzUndoStack->undo();
+    EXPECT_TRUE(first->isModified());
+    // Another way from here leads to the same number of steps, and not to the file.
+    lock(*first, "sigma");
+    rest();
+    EXPECT_TRUE(first->isModified());
+}
+
+TEST(MixerDocument, whatIsTakenBackWithoutAStepLeavesNoMark)
+{
+    const std::unique_ptr<MixerDocument> document = example("plain-matte.sskn");
+    DzShaderBrick* band = nullptr;
+    {
+        const DzUndoStackLock lock;
+        band = document->getEdit()->addBrick(QStringLiteral("VireoTexFltBAndBrick"), QPointF());
+    }
+    rest();
+    EXPECT_TRUE(document->isModified()) << "a change without a step is one";
+    QTemporaryDir dir;
+    ASSERT_TRUE(document->save(dir.filePath(QStringLiteral("a.sskn"))));
+    auto* count = static_cast<DzNumericProperty*>(band->findProperty(QStringLiteral("count")));
+    {
+        const PropertyGroup group({ count });
+        const PropertySession session(group);
+        count->setDoubleValue(3);
+        rest();
+        EXPECT_TRUE(document->isModified()) << "while the drag goes on";
+    }
+    rest();
+    EXPECT_FALSE(document->isModified());
+    {
+        const PropertyGroup group({ count });
+        PropertySession session(group);
+        count->setDoubleValue(2);
+        session.accept(QStringLiteral("Drag"));
+    }
+    rest();
+    EXPECT_TRUE(document->isModified());
+    dzUndoStack->undo();
+    rest();
+    EXPECT_FALSE(document->isModified());
+}
+
 TEST(MixerDocument, aTemplateGetsAFreshIdentifierAndNoPath)
 {
     const std::unique_ptr<MixerDocument> first = MixerDocument::create(nullptr);
@@ -379,4 +453,35 @@ TEST(Autosaver, keepsACopyAfterAMomentAndForgetsItWhenSaved)
     EXPECT_EQ(copies(), 2);
     ASSERT_TRUE(document->save(dir.filePath(QStringLiteral("saved.sskn"))));
     EXPECT_EQ(copies(), 0);
+}
+
+TEST(Autosaver, aCopyThatFailedIsTriedAgain)
+{
+    QTemporaryDir dir;
+    // A file where the folder should be: nothing can be written there by anybody.
+    const QString folder = dir.filePath(QStringLiteral("store"));
+    QFile obstacle(folder);
+    ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
+    obstacle.close();
+    AutosaveStore store(folder);
+    Autosaver saver(&store);
+    saver.setRestTime(20);
+    QSignalSpy failures(&saver, &Autosaver::failed);
+    const std::unique_ptr<MixerDocument> document = example("plain-matte.sskn");
+    saver.watch(document.get());
+    property(brickNamed(*document, "Matte"), "Kd")->lock(true);
+    EXPECT_FALSE(saver.keepNow(document.get()));
+    EXPECT_FALSE(saver.keepNow(document.get())) << "there still is no copy";
+    EXPECT_EQ(failures.count(), 1);
+    ASSERT_TRUE(obstacle.remove());
+    const auto hasCopy = [&] {
+        const QDir sessions(folder);
+        for (const QString& name : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            if (!QDir(sessions.filePath(name)).entryList({ QStringLiteral("*.network") }).isEmpty())
+                return true;
+        return false;
+    };
+    for (int i = 0; i < 100 && !hasCopy(); ++i)
+        QTest::qWait(10);
+    EXPECT_TRUE(hasCopy());
 }

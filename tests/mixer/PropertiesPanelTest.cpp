@@ -4,6 +4,8 @@
 #include "WindowFixture.h"
 
 #include "BrickSelection.h"
+#include "DocumentController.h"
+#include "DocumentTabs.h"
 #include "FileField.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
@@ -26,11 +28,19 @@
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QDir>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QThreadPool>
 #include <QToolButton>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -343,6 +353,99 @@ TEST_F(PropertiesPanelTest, theTitleIsChangedInPlace)
     EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Plaster"));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
 }
+
+TEST_F(PropertiesPanelTest, aTitleIsForTheBrickItWasTypedFor)
+{
+    DzShaderBrick* first = brick("Matte");
+    MixerDocument* firstDocument = document();
+    run("new");
+    DzShaderBrick* other = brick("Matte");
+    select({ other });
+    m_window->getTabs()->setCurrentIndex(0);
+    select({ first });
+    m_window->activateWindow();
+    auto* title = m_window->getProperties()->findChild<QLineEdit*>();
+    const auto startTitle = [title](const char* text) {
+        QTest::mouseClick(title, Qt::LeftButton);
+        title->selectAll();
+        QTest::keyClicks(title, QString::fromLatin1(text));
+    };
+    startTitle("Only First");
+    run("nextTab");
+    ASSERT_NE(document(), firstDocument);
+    QTest::keyClick(title, Qt::Key_Return);
+    EXPECT_EQ(other->getBrickTitle(), QStringLiteral("Matte"));
+    EXPECT_EQ(first->getBrickTitle(), QStringLiteral("Only First"));
+    EXPECT_FALSE(document()->isModified());
+    // The same within one document.
+    startTitle("Plaster");
+    select({ document()->getUser()->getBrick(1) });
+    QTest::keyClick(title, Qt::Key_Return);
+    EXPECT_EQ(other->getBrickTitle(), QStringLiteral("Plaster"));
+    EXPECT_NE(document()->getUser()->getBrick(1)->getBrickTitle(), QStringLiteral("Plaster"));
+    // A brick that went takes nothing any more.
+    select({ other });
+    startTitle("Late");
+    document()->getEdit()->deleteBricks({ other });
+    const int steps = dzUndoStack->getNumUndoItems();
+    settle();
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), steps);
+}
+
+TEST_F(PropertiesPanelTest, choicesAmongOtherItemsAreNotChangedTogether)
+{
+    DzShaderBrick* lamp = add("VireoTexClrLampSpectrumBrick");
+    DzShaderBrick* metal = add("VireoTexFnlFresnelNameBrick");
+    select({ lamp });
+    ASSERT_NE(m_window->getProperties()->findRow(QStringLiteral("name")), nullptr);
+    select({ lamp, metal });
+    EXPECT_EQ(m_window->getProperties()->findRow(QStringLiteral("name")), nullptr);
+    DzShaderBrick* second = add("VireoTexClrLampSpectrumBrick");
+    select({ lamp, second });
+    QTest::keyClick(field<QComboBox>("name"), Qt::Key_Down);
+    EXPECT_EQ(propertyAs<DzEnumProperty>(lamp, "name")->getValue(), 1);
+    EXPECT_EQ(propertyAs<DzEnumProperty>(second, "name")->getValue(), 1);
+}
+
+TEST_F(PropertiesPanelTest, picturesAreLookedForBesideTheFile)
+{
+    ASSERT_TRUE(QDir(m_dir.path()).mkdir(QStringLiteral("sub")));
+    QImage image(4, 4, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(file("sub/picture.png")));
+    DzShaderBrick* matte = brick("Matte");
+    static_cast<DzNumericProperty*>(property(matte, "Kd"))->setMap(QStringLiteral("picture.png"));
+    select({ matte });
+    auto* picture = row("Diffuse")->findChild<FileField*>()->findChild<QLabel*>();
+    const auto waitFor = [picture](const QString& tip) {
+        for (int i = 0; i < 200 && picture->toolTip() != tip; ++i)
+            QTest::qWait(10);
+        return picture->toolTip();
+    };
+    EXPECT_EQ(
+        waitFor(QStringLiteral("There is no such file")), QStringLiteral("There is no such file"));
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), file("sub/a.sskn")));
+    EXPECT_EQ(waitFor(file("sub/picture.png")), file("sub/picture.png"));
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(PropertiesPanelTest, aPipeIsNoPicture)
+{
+    const QByteArray path = file("pipe.png").toLocal8Bit();
+    ASSERT_EQ(::mkfifo(path.constData(), 0600), 0);
+    DzShaderBrick* matte = brick("Matte");
+    static_cast<DzNumericProperty*>(property(matte, "Kd"))->setMap(file("pipe.png"));
+    select({ matte });
+    EXPECT_TRUE(QThreadPool::globalInstance()->waitForDone(2000)) << "somebody waits for the pipe";
+    // Whoever waits for somebody that writes goes on now.
+    const int writer = ::open(path.constData(), O_RDWR | O_NONBLOCK);
+    ASSERT_GE(writer, 0);
+    ::close(writer);
+    settle();
+    auto* picture = row("Diffuse")->findChild<FileField*>()->findChild<QLabel*>();
+    EXPECT_EQ(picture->toolTip(), QStringLiteral("This picture cannot be shown"));
+}
+#endif
 
 TEST_F(PropertiesPanelTest, aBrickThatGoesWhileItIsShownDoesNoHarm)
 {

@@ -23,6 +23,8 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QTreeWidget>
 #include <QUrl>
@@ -87,6 +89,19 @@ void WindowTest::run(const char* name) const
     settle();
 }
 
+QStringList WindowTest::recentMenu() const
+{
+    QStringList texts;
+    for (QMenu* menu : m_window->menuBar()->findChildren<QMenu*>()) {
+        if (menu->objectName() != QLatin1String("recent"))
+            continue;
+        emit menu->aboutToShow();
+        for (const QAction* action : menu->actions())
+            texts.append(action->text());
+    }
+    return texts;
+}
+
 void WindowTest::settle()
 {
     for (int i = 0; i < 3; ++i) {
@@ -146,14 +161,21 @@ PropertyRow* WindowTest::row(const char* label)
     return found;
 }
 
-void WindowTest::type(const char* label, const QString& text)
+QLineEdit* WindowTest::startTyping(const char* label, const QString& text)
 {
     auto* field = row(label)->findChild<PropertyEditor*>()->findChild<QLineEdit*>();
-    ASSERT_NE(field, nullptr) << label;
+    EXPECT_NE(field, nullptr) << label;
+    m_window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
     QTest::mouseClick(field, Qt::LeftButton);
     field->selectAll();
     QTest::keyClicks(field, text);
-    QTest::keyClick(field, Qt::Key_Return);
+    return field;
+}
+
+void WindowTest::type(const char* label, const QString& text)
+{
+    QTest::keyClick(startTyping(label, text), Qt::Key_Return);
     settle();
 }
 

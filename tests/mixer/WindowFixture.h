@@ -18,6 +18,7 @@
 
 class MixerDocument;
 class PropertyRow;
+class QLineEdit;
 class QTreeWidget;
 class QTreeWidgetItem;
 
@@ -37,6 +38,8 @@ protected:
     MixerDocument* document() const;
     DzShaderBrick* brick(const char* title) const;
     QAction* command(const char* name) const;
+    /// The texts of the menu of recent files.
+    QStringList recentMenu() const;
     void run(const char* command) const;
 
     /// Lets everything that was put off happen.
@@ -48,6 +51,8 @@ protected:
     /// Selects bricks and brings the panels up to date.
     void select(const QVector<DzShaderBrick*>& bricks);
     PropertyRow* row(const char* label);
+    /// Types into the field of a row, and leaves the keyboard there.
+    QLineEdit* startTyping(const char* label, const QString& text);
     /// Types into the field of a row and presses Return.
     void type(const char* label, const QString& text);
 
