@@ -908,10 +908,8 @@ TEST_F(WindowTest, everyCommandIsInAMenuAndSaysWhatItDoes)
             EXPECT_TRUE(inMenus.contains(action)) << action->text().toStdString();
             // Without a sentence of its own it is the text.
             const QString name = action->text().remove(QLatin1Char('&')).remove(QChar(0x2026));
-            if (group.title != QLatin1String("Canvas")) {
-                EXPECT_TRUE(!action->toolTip().isEmpty() && action->toolTip() != name)
-                    << name.toStdString();
-            }
+            EXPECT_TRUE(!action->toolTip().isEmpty() && action->toolTip() != name)
+                << name.toStdString();
             for (const QKeySequence& key : action->shortcuts()) {
                 EXPECT_FALSE(keys.contains(key.toString()))
                     << key.toString().toStdString() << ": " << action->text().toStdString()
