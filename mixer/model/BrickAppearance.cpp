@@ -4,10 +4,12 @@
 #include "BrickAppearance.h"
 
 #include "dzbrickparam.h"
-#include "dzproperty.h"
+#include "dznumericproperty.h"
 #include "dzsettings.h"
 #include "dzshaderbrick.h"
+#include "dztexture.h"
 
+#include <QFileInfo>
 #include <QStringList>
 #include <cmath>
 
@@ -54,6 +56,21 @@ QString oneLine(QString text)
         if (letter < QLatin1Char(' '))
             letter = QLatin1Char(' ');
     return text;
+}
+
+/// The file of an image that stands for the value; the folder would take the room of the name.
+QString imageName(const DzProperty* property)
+{
+    auto* numeric = qobject_cast<const DzNumericProperty*>(property);
+    return numeric && numeric->isMapped()
+        ? QFileInfo(numeric->getMapValue()->getFilename()).fileName()
+        : QString();
+}
+
+QString valueOrImage(const DzProperty* property)
+{
+    const QString image = imageName(property);
+    return image.isEmpty() ? property->getValueText() : image;
 }
 
 } // namespace
@@ -168,13 +185,13 @@ QString rowLabel(const Row& row)
 QString rowValue(const Row& row)
 {
     if (!row.param)
-        return oneLine(row.property->getValueText());
+        return oneLine(valueOrImage(row.property));
     if (row.kind == Row::Output)
         return QString();
     QStringList parts;
     for (int i = 0; i < row.param->getNumProperties(); ++i)
         if (const DzProperty* property = row.param->getProperty(i))
-            parts.append(property->getValueText().left(longestValue));
+            parts.append(valueOrImage(property).left(longestValue));
     return oneLine(parts.join(QLatin1String(", ")));
 }
 

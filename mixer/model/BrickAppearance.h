@@ -71,7 +71,7 @@ qreal rowCentre(int row);
 QPointF pinOffset(const DzShaderBrick* brick, const DzBrickParam* param);
 
 QString rowLabel(const Row& row);
-/// The value as one line; empty when there is none.
+/// The value as one line, or the name of the image that stands for it; empty when there is none.
 QString rowValue(const Row& row);
 
 } // namespace BrickAppearance

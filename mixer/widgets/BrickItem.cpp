@@ -279,7 +279,7 @@ BrickItem::RowText BrickItem::makeText(const Row& row) const
     const qreal room = m_size.width() - 2 * sideMargin;
     const QString label = BrickAppearance::rowLabel(row);
     const DzColorProperty* color = colorOf(row);
-    if (color && !text.isLinked)
+    if (color && !color->isMapped() && !text.isLinked)
         text.swatch = color->getColorValue();
     else if (!text.isLinked)
         text.value = BrickAppearance::rowValue(row);

@@ -7,6 +7,7 @@
 #include "MiniMap.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
+#include "dzcolorproperty.h"
 #include "dzfloatproperty.h"
 #include "dzintproperty.h"
 #include "dzundostack.h"
@@ -1351,6 +1352,27 @@ TEST_F(Canvas, valuesInRowsFollowTheirProperties)
         propertyAs<DzFloatProperty>(matte, "sigma")->setValue(12.5f);
     }
     EXPECT_NE(m_view.grab().toImage(), before);
+}
+
+TEST_F(Canvas, anImageIsNamedInTheRowInPlaceOfItsValue)
+{
+    addThree();
+    auto* color = propertyAs<DzColorProperty>(matte, "Kd");
+    const auto shown = [&] {
+        for (const BrickAppearance::Row& row : BrickAppearance::rows(matte))
+            if (row.param && row.param->getProperty(0) == color)
+                return BrickAppearance::rowValue(row);
+        return QString();
+    };
+    const QImage before = m_view.grab().toImage();
+    color->setMap(QStringLiteral("textures/wood.png"));
+    EXPECT_EQ(shown(), QStringLiteral("wood.png"));
+    const QImage named = m_view.grab().toImage();
+    EXPECT_NE(named, before);
+    color->setMap(QStringLiteral("textures/stone.png"));
+    EXPECT_NE(m_view.grab().toImage(), named);
+    color->clearMap();
+    EXPECT_EQ(m_view.grab().toImage(), before);
 }
 
 TEST_F(Canvas, valuesAreStillFollowedWhenRowsWereMadeAnew)
