@@ -11,6 +11,7 @@
 #include "CommandSet.h"
 #include "DocumentController.h"
 #include "DocumentTabs.h"
+#include "MessageLine.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
 #include "NetworkView.h"
@@ -195,6 +196,32 @@ TEST_F(WindowTest, paletteFollowsTheCategoriesAndFiltersWhileTyping)
     EXPECT_FALSE(palette->getTree()->isVisible());
     QTest::keyClick(palette->getSearch(), Qt::Key_Return);
     EXPECT_EQ(document()->getUser()->getNumBricks(), 2);
+}
+
+TEST_F(WindowTest, dotsOfThePaletteAreRound)
+{
+    QTreeWidget* tree = m_window->getBrickyard()->getTree();
+    QTest::keyClicks(m_window->getBrickyard()->getSearch(), QStringLiteral("scale"));
+    settle();
+    const QImage shown = tree->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    int count = 0;
+    for (const BrickKind& kind : BrickCatalogue::instance()->getKinds()) {
+        const QTreeWidgetItem* item = m_window->getBrickyard()->findItem(kind.className);
+        const QRect row = tree->visualItemRect(item) & tree->viewport()->rect();
+        if (item->isHidden() || row.isEmpty() || item->icon(0).isNull())
+            continue;
+        // What differs from the row's ground where the icon is.
+        const QRgb ground = shown.pixel(row.right() - 2, row.center().y());
+        QRect dot;
+        for (int y = row.top(); y <= row.bottom(); ++y)
+            for (int x = row.left(); x < row.left() + 18; ++x)
+                if (shown.pixel(x, y) != ground)
+                    dot |= QRect(x, y, 1, 1);
+        EXPECT_GE(dot.width(), 7) << kind.className.toStdString();
+        EXPECT_EQ(dot.width(), dot.height()) << kind.className.toStdString();
+        ++count;
+    }
+    EXPECT_GE(count, 2);
 }
 
 TEST_F(WindowTest, doubleClickAddsABrickWhereItIsSeen)
@@ -450,7 +477,84 @@ TEST_F(WindowTest, aProblemLeadsToItsBrickWhichHasABadge)
     EXPECT_FALSE(list->isVisible());
 }
 
+TEST_F(WindowTest, whoGoesToABrickInViewStaysWhereHeIs)
+{
+    NetworkView* view = m_window->getView();
+    const QRectF before = view->getVisibleBox();
+    m_window->showBrick(brick("Matte"));
+    EXPECT_EQ(view->getVisibleBox(), before);
+    view->goTo(QPointF(5000, 5000));
+    m_window->showBrick(brick("Matte"));
+    EXPECT_TRUE(view->getVisibleBox().contains(
+        QRectF(BrickAppearance::position(brick("Matte")), BrickAppearance::size(brick("Matte")))));
+}
+
+TEST_F(WindowTest, doubleClickOnARowOfTheCanvasEditsItsValue)
+{
+    NetworkView* view = m_window->getView();
+    DzShaderBrick* matte = brick("Matte");
+    const QPoint place = view->mapFromScene(BrickAppearance::position(matte)
+        + BrickAppearance::pinOffset(matte, param(matte, "sigma")) + QPointF(60, 0));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    settle();
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    settle();
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Sigma"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("12"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(property(matte, "sigma")->getValueText(), QStringLiteral("12"));
+}
+
+TEST_F(WindowTest, messagesGoAfterAWhile)
+{
+    auto* line = m_window->findChild<MessageLine*>();
+    ASSERT_NE(line, nullptr);
+    auto* end = line->findChild<QTimer*>();
+    m_window->showMessage(QStringLiteral("Done."));
+    ASSERT_TRUE(end->isActive());
+    const int notice = end->interval();
+    m_window->showWarning(QStringLiteral("Nothing was done."));
+    EXPECT_GT(end->interval(), notice) << "what went wrong stays longer";
+    EXPECT_EQ(m_window->getMessage(), QStringLiteral("Nothing was done."));
+    QTimerEvent over(end->timerId());
+    QApplication::sendEvent(end, &over);
+    EXPECT_EQ(m_window->getMessage(), QString());
+    EXPECT_FALSE(end->isActive());
+}
+
 // Surfaces.
+
+TEST_F(WindowTest, surfacesThatKeepANetworkAreMarked)
+{
+    m_settings->setApplyListShown(false);
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    settle();
+    QTreeWidget* tree = m_window->getSurfaces()->getTree();
+    const auto mark = [tree](const char* surface) { return itemNamed(tree, surface)->text(2); };
+    EXPECT_EQ(mark("Body"), QString());
+    run("apply");
+    EXPECT_NE(mark("Body"), QString());
+    EXPECT_EQ(mark("Rim"), QString());
+    EXPECT_TRUE(itemNamed(tree, "Body")->isSelected());
+    run("undo");
+    EXPECT_EQ(mark("Body"), QString());
+    run("redo");
+    EXPECT_NE(mark("Body"), QString());
+    const QString path = file("scene.duf");
+    ASSERT_TRUE(m_window->getScene()->saveTo(path));
+    ASSERT_TRUE(m_window->openFile(path));
+    settle();
+    EXPECT_NE(mark("Body"), QString());
+    EXPECT_EQ(mark("Rim"), QString());
+    // Another item of data is no network.
+    DzUndoStackHold hold;
+    materialNamed("Rim")->addDataItem(new DzSimpleElementData(QStringLiteral("Other"), true));
+    hold.accept(QStringLiteral("Other"));
+    settle();
+    EXPECT_EQ(mark("Rim"), QString());
+}
 
 TEST_F(WindowTest, selectionOfSurfacesAndMaterialsIsOne)
 {
