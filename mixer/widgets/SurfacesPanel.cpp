@@ -57,7 +57,7 @@ SurfacesPanel::SurfacesPanel(const QList<QAction*>& actions, QWidget* parent)
     m_tree->header()->setSectionResizeMode(SurfaceColumn, QHeaderView::Stretch);
     m_tree->header()->setSectionResizeMode(NetworkColumn, QHeaderView::ResizeToContents);
     m_tree->header()->setStretchLastSection(false);
-    m_tree->setColumnWidth(MaterialColumn, 90);
+    m_tree->setColumnWidth(MaterialColumn, 70);
     m_empty->setAlignment(Qt::AlignCenter);
     m_empty->setWordWrap(true);
     m_empty->setForegroundRole(QPalette::PlaceholderText);
@@ -145,6 +145,8 @@ void SurfacesPanel::addNode(DzNode* node, QTreeWidgetItem* parent)
             next.parent->addChild(item);
         else
             m_tree->addTopLevelItem(item);
+        // Spans only when it is in the tree; nodes have nothing in the other columns.
+        item->setFirstColumnSpanned(true);
         forEachMaterial(next.node, [&](DzMaterial* material) {
             auto* surface
                 = new QTreeWidgetItem(item, { labelOf(material), material->getMaterialName() });
