@@ -58,6 +58,8 @@
 #include <QUndoStack>
 #include <QUndoView>
 
+#include <algorithm>
+
 namespace {
 
 QString scenePath()
@@ -99,6 +101,32 @@ QList<QWidget*> focusable(QWidget* top)
         if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && !widget->focusProxy())
             result.append(widget);
     return result;
+}
+
+/// Width and height of a dot on an even ground, in pixels of the picture and parts of them.
+QSizeF sizeOfDot(const QImage& picture, const QRectF& place)
+{
+    const qreal ratio = picture.devicePixelRatio();
+    const QRect area
+        = QRectF(place.topLeft() * ratio, place.size() * ratio).toRect() & picture.rect();
+    const QColor ground = picture.pixelColor(area.topLeft());
+    const auto contrast = [&](int x, int y) {
+        return qAbs(picture.pixelColor(x, y).lightnessF() - ground.lightnessF());
+    };
+    qreal strongest = 0;
+    QVector<qreal> rows(area.height());
+    QVector<qreal> columns(area.width());
+    for (int y = 0; y < area.height(); ++y)
+        for (int x = 0; x < area.width(); ++x) {
+            const qreal found = contrast(area.x() + x, area.y() + y);
+            strongest = qMax(strongest, found);
+            rows[y] += found;
+            columns[x] += found;
+        }
+    const auto most = [&](const QVector<qreal>& sums) {
+        return *std::max_element(sums.begin(), sums.end()) / qMax(strongest, 1e-3);
+    };
+    return QSizeF(most(rows), most(columns));
 }
 
 } // namespace
@@ -198,30 +226,32 @@ TEST_F(WindowTest, paletteFollowsTheCategoriesAndFiltersWhileTyping)
     EXPECT_EQ(document()->getUser()->getNumBricks(), 2);
 }
 
-TEST_F(WindowTest, dotsOfThePaletteAreRound)
+TEST_F(WindowTest, dotsOfThePaletteAreRoundAtAnyScaleOfTheScreen)
 {
     QTreeWidget* tree = m_window->getBrickyard()->getTree();
     QTest::keyClicks(m_window->getBrickyard()->getSearch(), QStringLiteral("scale"));
+    tree->setCurrentItem(nullptr);
     settle();
-    const QImage shown = tree->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
-    int count = 0;
-    for (const BrickKind& kind : BrickCatalogue::instance()->getKinds()) {
-        const QTreeWidgetItem* item = m_window->getBrickyard()->findItem(kind.className);
-        const QRect row = tree->visualItemRect(item) & tree->viewport()->rect();
-        if (item->isHidden() || row.isEmpty() || item->icon(0).isNull())
-            continue;
-        // What differs from the row's ground where the icon is.
-        const QRgb ground = shown.pixel(row.right() - 2, row.center().y());
-        QRect dot;
-        for (int y = row.top(); y <= row.bottom(); ++y)
-            for (int x = row.left(); x < row.left() + 18; ++x)
-                if (shown.pixel(x, y) != ground)
-                    dot |= QRect(x, y, 1, 1);
-        EXPECT_GE(dot.width(), 7) << kind.className.toStdString();
-        EXPECT_EQ(dot.width(), dot.height()) << kind.className.toStdString();
-        ++count;
+    // As in the program.
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    for (const qreal ratio : { 1.0, 1.0417, 1.25, 1.5, 2.0 }) {
+        QImage shown(tree->viewport()->size() * ratio, QImage::Format_RGB32);
+        shown.setDevicePixelRatio(ratio);
+        tree->viewport()->render(&shown);
+        int count = 0;
+        for (const BrickKind& kind : BrickCatalogue::instance()->getKinds()) {
+            const QTreeWidgetItem* item = m_window->getBrickyard()->findItem(kind.className);
+            const QRect row = tree->visualItemRect(item) & tree->viewport()->rect();
+            if (item->isHidden() || row.isEmpty())
+                continue;
+            const QSizeF dot = sizeOfDot(shown, QRectF(row.left(), row.top(), 18, row.height()));
+            EXPECT_GE(dot.width(), 7 * ratio) << kind.className.toStdString();
+            EXPECT_NEAR(dot.width(), dot.height(), 0.5) << ratio;
+            ++count;
+        }
+        EXPECT_GE(count, 2);
     }
-    EXPECT_GE(count, 2);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, false);
 }
 
 TEST_F(WindowTest, doubleClickAddsABrickWhereItIsSeen)
