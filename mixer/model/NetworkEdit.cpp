@@ -413,7 +413,7 @@ void NetworkEdit::cutLinks(const QVector<BrickLink>& links)
     DzUndoStackHold hold;
     for (const BrickLink& link : links)
         link.input->removeConnection(link.output);
-    hold.accept(links.size() == 1 ? tr("Delete Wire") : tr("Cut %n Wires", nullptr, links.size()));
+    hold.accept(links.size() == 1 ? tr("Cut Wire") : tr("Cut %n Wires", nullptr, links.size()));
 }
 
 namespace {
@@ -632,16 +632,19 @@ QString NetworkEdit::moveCaption(const QVector<Move>& moves)
 
 void NetworkEdit::moveBricks(const QVector<Move>& moves)
 {
-    QVector<BrickMoveItem::Entry> entries;
-    entries.reserve(moves.size());
+    QVector<Move> moved;
     for (const Move& move : moves)
         if (!BrickAppearance::hasPosition(move.brick) || position(move.brick) != move.position)
-            entries.append(BrickMoveItem::Entry(move.brick, move.position));
-    if (entries.isEmpty())
+            moved.append(move);
+    if (moved.isEmpty())
         return;
+    QVector<BrickMoveItem::Entry> entries;
+    entries.reserve(moved.size());
+    for (const Move& move : qAsConst(moved))
+        entries.append(BrickMoveItem::Entry(move.brick, move.position));
     std::unique_ptr<BrickMoveItem> item(new BrickMoveItem(this, entries));
     item->redo();
-    dzUndoStack->push(item.release(), moveCaption(moves));
+    dzUndoStack->push(item.release(), moveCaption(moved));
 }
 
 namespace {

@@ -91,6 +91,14 @@ int wayInto(int first, int last, int from, int to)
     return qMin(0, to - last);
 }
 
+/// The same for a box, which keeps off the edges.
+QPoint wayInto(const QRect& box, const QRect& room)
+{
+    const QRect inner = room.adjusted(viewMargin, viewMargin, -viewMargin, -viewMargin);
+    return QPoint(wayInto(box.left(), box.right(), inner.left(), inner.right()),
+        wayInto(box.top(), box.bottom(), inner.top(), inner.bottom()));
+}
+
 } // namespace
 
 NetworkView::NetworkView(NetworkEdit* edit, BrickSelection* selection, QWidget* parent)
@@ -704,12 +712,9 @@ QRect NetworkView::roomFor(const QSizeF& shape) const
 /// How far a box of the view has to go to be wholly in view and not under the mini-map.
 QPoint NetworkView::wayIntoView(const QRect& box) const
 {
-    if (viewport()->rect().contains(box) && !isUnderMiniMap(box))
-        return QPoint();
-    const QRect room
-        = roomFor(box.size()).adjusted(viewMargin, viewMargin, -viewMargin, -viewMargin);
-    return QPoint(wayInto(box.left(), box.right(), room.left(), room.right()),
-        wayInto(box.top(), box.bottom(), room.top(), room.bottom()));
+    const QRect all = viewport()->rect();
+    const QPoint way = all.contains(box) ? QPoint() : wayInto(box, all);
+    return isUnderMiniMap(box.translated(way)) ? wayInto(box, roomFor(box.size())) : way;
 }
 
 void NetworkView::zoomToSelection()

@@ -667,7 +667,11 @@ TEST_F(Canvas, newBricksAreWhollyInView)
     bool taken = false;
     for (const QPoint& place : { QPoint(2, 2), QPoint(last.x(), 300), QPoint(300, last.y()) }) {
         dropOn(&m_view, place, &data, &taken);
-        check(uint(m_user.getNumBricks()));
+        const uint id = uint(m_user.getNumBricks());
+        check(id);
+        const QRectF box = m_view.getScene()->boxOf({ m_user.getBrick(id) });
+        EXPECT_TRUE(box.adjusted(-20, -20, 20, 20).contains(m_view.mapToScene(place)))
+            << "no farther than needed";
     }
     moveTo(QPoint(last.x(), 200));
     key(Qt::Key_Tab);
@@ -859,7 +863,7 @@ TEST_F(Canvas, stepsAreNamedAsPeopleCount)
     };
     cut(middleOfWire(texture, matte, "Kd"));
     EXPECT_FALSE(isLinked(texture, matte, "Kd"));
-    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Delete Wire"));
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Cut Wire"));
 }
 
 TEST_F(Canvas, doubleClickOnAFramesTitleChangesIt)
