@@ -78,7 +78,7 @@ int run(int argc, char** argv, const Options& options)
         if (type != DzApp::WarningMessage)
             return;
         std::fprintf(stderr, "vireo-mixer: warning: %s\n", message.toUtf8().constData());
-        window.showMessage(message);
+        window.showWarning(message);
     });
     window.show();
     for (const std::string& file : options.files)

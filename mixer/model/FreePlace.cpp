@@ -16,12 +16,14 @@ namespace {
 const qreal margin = 18;
 /// Places that are tried in each direction.
 const int mostSteps = 24;
+/// How far a brick is taken from where it was put.
+const qreal nearby = 400;
 
-QVector<QRectF> takenPlaces(const NetworkEdit& edit)
+QVector<QRectF> takenPlaces(const NetworkEdit& edit, const DzShaderBrick* except)
 {
     QVector<QRectF> taken;
     for (const DzShaderBrick* brick : edit.getBricks())
-        if (BrickAppearance::hasPosition(brick))
+        if (brick != except && BrickAppearance::hasPosition(brick))
             taken.append(QRectF(BrickAppearance::position(brick), BrickAppearance::size(brick))
                              .adjusted(-margin, -margin, margin, margin));
     return taken;
@@ -48,23 +50,44 @@ QVector<QPointF> placesIn(const QRectF& view, const QSizeF& size)
     return places;
 }
 
-} // namespace
-
-QPointF findFreePlace(const NetworkEdit& edit, const QRectF& view, const QSizeF& size)
+/// The nearest place to the middle of `view` that is free; false when there is none.
+bool findPlace(const QVector<QRectF>& taken, const QRectF& view, const QSizeF& size, QPointF* found)
 {
     QVector<QRectF> inView;
-    QRectF all;
-    for (const QRectF& box : takenPlaces(edit)) {
-        all |= box;
+    for (const QRectF& box : taken)
         if (box.intersects(view))
             inView.append(box);
-    }
     for (const QPointF& place : placesIn(view, size)) {
         const QRectF box(place, size);
         const bool isFree = std::none_of(inView.begin(), inView.end(),
             [&](const QRectF& other) { return other.intersects(box); });
-        if (isFree)
-            return place;
+        if (isFree) {
+            *found = place;
+            return true;
+        }
     }
+    return false;
+}
+
+} // namespace
+
+QPointF findFreePlace(const NetworkEdit& edit, const QRectF& view, const QSizeF& size)
+{
+    const QVector<QRectF> taken = takenPlaces(edit, nullptr);
+    QPointF place;
+    if (findPlace(taken, view, size, &place))
+        return place;
+    QRectF all;
+    for (const QRectF& box : taken)
+        all |= box;
     return QPointF(QPointF(view.center().x() - size.width() / 2, all.bottom() + margin).toPoint());
+}
+
+QPointF findFreePlaceNear(
+    const NetworkEdit& edit, const QPointF& wanted, const QSizeF& size, const DzShaderBrick* moved)
+{
+    const QRectF around = QRectF(wanted, size).adjusted(-nearby, -nearby, nearby, nearby);
+    QPointF place = wanted;
+    findPlace(takenPlaces(edit, moved), around, size, &place);
+    return place;
 }

@@ -6,8 +6,14 @@
 #include <QRectF>
 #include <QSizeF>
 
+class DzShaderBrick;
 class NetworkEdit;
 
 /// Where a new brick of this size lies on no other: as near to the middle of `view` as can be, and
 /// below everything when there is no room in view.
 QPointF findFreePlace(const NetworkEdit& edit, const QRectF& view, const QSizeF& size);
+
+/// The place nearest to `wanted` where a brick of this size lies on none other than `moved`, which
+/// may be null; `wanted` itself when there is none close by.
+QPointF findFreePlaceNear(const NetworkEdit& edit, const QPointF& wanted, const QSizeF& size,
+    const DzShaderBrick* moved = nullptr);

@@ -8,6 +8,7 @@
 #include "LayeredLayout.h"
 #include "NetworkUndo.h"
 #include "NetworkWalk.h"
+#include "StoredNetworks.h"
 #include "dzapp.h"
 #include "dzbrickparam.h"
 #include "dzbrickstate.h"
@@ -412,7 +413,7 @@ void NetworkEdit::cutLinks(const QVector<BrickLink>& links)
     DzUndoStackHold hold;
     for (const BrickLink& link : links)
         link.input->removeConnection(link.output);
-    hold.accept(tr("Cut %n Link(s)", nullptr, links.size()));
+    hold.accept(links.size() == 1 ? tr("Cut Wire") : tr("Cut %n Wires", nullptr, links.size()));
 }
 
 namespace {
@@ -474,6 +475,12 @@ QString NetworkEdit::copy(const QVector<DzShaderBrick*>& bricks) const
         ids.append(brick->getBrickID());
     std::sort(ids.begin(), ids.end());
     return QString::fromUtf8(DzBrickUserFile().saveText(user, ids));
+}
+
+bool NetworkEdit::mayPaste(const QString& text)
+{
+    return text.size() <= longestPaste
+        && text.contains(QLatin1Char('"') + networkKey() + QLatin1Char('"'));
 }
 
 QVector<DzShaderBrick*> NetworkEdit::paste(
@@ -591,8 +598,10 @@ QVector<DzShaderBrick*> NetworkEdit::addCopies(const QString& text, const QStrin
     }
     if (loose.unusableCount > 0)
         setError(error,
-            tr("%n brick(s) of unknown class cannot be copied and were left out.", nullptr,
-                loose.unusableCount));
+            loose.unusableCount == 1
+                ? tr("A brick of unknown class cannot be copied and was left out.")
+                : tr("%n bricks of unknown class cannot be copied and were left out.", nullptr,
+                    loose.unusableCount));
     else if (loose.bricks.isEmpty())
         setError(error, tr("The network to paste has no bricks."));
     QVector<DzShaderBrick*> bricks;
@@ -615,21 +624,27 @@ QVector<DzShaderBrick*> NetworkEdit::addCopies(const QString& text, const QStrin
 
 // Places.
 
+QString NetworkEdit::moveCaption(const QVector<Move>& moves)
+{
+    return moves.size() == 1 ? tr("Move %1").arg(moves.first().brick->getBrickTitle())
+                             : tr("Move %n Bricks", nullptr, moves.size());
+}
+
 void NetworkEdit::moveBricks(const QVector<Move>& moves)
 {
-    QVector<BrickMoveItem::Entry> entries;
-    entries.reserve(moves.size());
+    QVector<Move> moved;
     for (const Move& move : moves)
         if (!BrickAppearance::hasPosition(move.brick) || position(move.brick) != move.position)
-            entries.append(BrickMoveItem::Entry(move.brick, move.position));
-    if (entries.isEmpty())
+            moved.append(move);
+    if (moved.isEmpty())
         return;
+    QVector<BrickMoveItem::Entry> entries;
+    entries.reserve(moved.size());
+    for (const Move& move : qAsConst(moved))
+        entries.append(BrickMoveItem::Entry(move.brick, move.position));
     std::unique_ptr<BrickMoveItem> item(new BrickMoveItem(this, entries));
     item->redo();
-    const QString caption = entries.size() == 1
-        ? tr("Move %1").arg(entries.first().brick->getBrickTitle())
-        : tr("Move %n Bricks", nullptr, entries.size());
-    dzUndoStack->push(item.release(), caption);
+    dzUndoStack->push(item.release(), moveCaption(moved));
 }
 
 namespace {

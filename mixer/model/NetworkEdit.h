@@ -95,6 +95,8 @@ public:
     // Copies.
     /// The bricks and the links among them as text, which is a network file of its own.
     QString copy(const QVector<DzShaderBrick*>& bricks) const;
+    /// False for a text that surely holds no network, told without reading it as one.
+    static bool mayPaste(const QString& text);
     /// Adds what such a text holds, with its middle at `position`, and returns the new bricks.
     /// None, with the reason in `error`, for any other text.
     QVector<DzShaderBrick*> paste(const QString& text, const QPointF& position, QString* error);
@@ -107,6 +109,8 @@ public:
         DzShaderBrick* brick;
         QPointF position;
     };
+    /// What a step that moves these is called.
+    static QString moveCaption(const QVector<Move>& moves);
     void moveBricks(const QVector<Move>& moves);
     enum Alignment {
         AlignLeft,

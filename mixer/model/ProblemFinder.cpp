@@ -3,6 +3,7 @@
 
 #include "ProblemFinder.h"
 
+#include "BrickAppearance.h"
 #include "NetworkWalk.h"
 #include "dzbrickparam.h"
 #include "dzfileproperty.h"
@@ -44,7 +45,9 @@ public:
         const QVector<DzShaderBrick*> bricks = bricksOf(m_user);
         findRoots(bricks);
         if (!m_roots.isEmpty())
-            markReachable(m_roots.last());
+            m_reachable = reachableFrom({ m_roots.last() });
+        if (m_roots.size() > 1)
+            m_reachableFromAny = reachableFrom(m_roots);
         for (DzShaderBrick* brick : bricks) {
             checkReach(brick);
             checkClass(brick);
@@ -72,14 +75,21 @@ private:
                         "material to it."));
         for (int i = 0; i + 1 < m_roots.size(); ++i)
             add(Problem::SeveralRoots, m_roots.at(i),
-                message("Only the last of several root bricks is written; delete this one."));
+                message("This root is not written: \"%1\", the last root, is. Delete the one that "
+                        "you do not want.")
+                    .arg(writtenRoot()));
     }
 
+    QString writtenRoot() const { return BrickAppearance::titleText(m_roots.last()); }
+
+    typedef QSet<const DzShaderBrick*> BrickSet;
     /// Without recursion: networks may be deeper than the stack.
-    void markReachable(DzShaderBrick* written)
+    static BrickSet reachableFrom(const QVector<DzShaderBrick*>& roots)
     {
-        QVector<DzShaderBrick*> open { written };
-        m_reachable.insert(written);
+        QVector<DzShaderBrick*> open = roots;
+        BrickSet reachable;
+        for (const DzShaderBrick* root : roots)
+            reachable.insert(root);
         while (!open.isEmpty()) {
             const DzShaderBrick* brick = open.takeLast();
             for (int i = 0; i < brick->getNumParameters(); ++i) {
@@ -88,22 +98,30 @@ private:
                     continue;
                 for (int k = 0; k < param->getNumConnections(); ++k) {
                     DzShaderBrick* source = param->getConnection(k)->getTopBrickOwner();
-                    if (source && !m_reachable.contains(source)) {
-                        m_reachable.insert(source);
+                    if (source && !reachable.contains(source)) {
+                        reachable.insert(source);
                         open.append(source);
                     }
                 }
             }
         }
+        return reachable;
     }
 
     void checkReach(DzShaderBrick* brick)
     {
         // Without a root nothing is reachable, which is said once, and so it is of further roots.
-        if (!m_roots.isEmpty() && !isRoot(brick) && !m_reachable.contains(brick))
-            add(Problem::UnreachableBrick, brick,
-                message("It does not lead to the root, so it is not written; link it or delete "
-                        "it."));
+        if (m_roots.isEmpty() || isRoot(brick) || m_reachable.contains(brick))
+            return;
+        // Whoever put in a root too many has not lost the network before it.
+        add(Problem::UnreachableBrick, brick,
+            m_reachableFromAny.contains(brick)
+                ? message(
+                    "It leads only to a root that is not written; link it to \"%1\" or delete "
+                    "that root.")
+                      .arg(writtenRoot())
+                : message("It does not lead to the root, so it is not written; link it or delete "
+                          "it."));
     }
 
     void checkClass(DzShaderBrick* brick)
@@ -181,7 +199,8 @@ private:
     const IDzBrickUser* m_user;
     QString m_folder;
     QVector<DzShaderBrick*> m_roots;
-    QSet<const DzShaderBrick*> m_reachable;
+    BrickSet m_reachable;        ///< from the root that is written
+    BrickSet m_reachableFromAny; ///< when there are several roots
     QHash<QString, bool> m_files;
     QVector<Problem> m_problems;
 };

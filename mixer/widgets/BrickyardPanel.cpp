@@ -29,18 +29,8 @@ enum { ClassNameRole = Qt::UserRole, RefusedRole };
 /// The colour of what the brick gives out, as on the canvas; roots have an empty ring.
 QIcon iconFor(const BrickKind& kind)
 {
-    const int size = 32;
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QColor color
-        = kind.isRoot() ? QColor(Qt::gray) : linkColor(kind.outputs.first().typeText);
-    painter.setPen(QPen(color, 4));
-    if (!kind.isRoot())
-        painter.setBrush(color);
-    painter.drawEllipse(QRectF(9, 9, 14, 14));
-    return QIcon(pixmap);
+    return kind.isRoot() ? LineIcon::makeDot(Qt::gray, true)
+                         : LineIcon::makeDot(linkColor(kind.outputs.first().typeText), false);
 }
 
 /// What is dragged looks like a brick's title.

@@ -6,6 +6,7 @@
 #include "BrickCatalogue.h"
 #include "BrickItem.h"
 #include "BrickSelection.h"
+#include "FreePlace.h"
 #include "LinkColors.h"
 #include "NetworkView.h"
 #include "dzbrickparam.h"
@@ -218,9 +219,14 @@ void MoveGesture::finish(const QPointF& place, Qt::KeyboardModifiers modifiers)
 void MoveGesture::drop(const QVector<NetworkEdit::Move>& moves, const QPointF& place)
 {
     const BrickLink link = scene()->getMarkedWire();
-    if (!link.isNull() && moves.size() == 1
-        && edit()->insertOnLink(moves.first().brick, link, &moves.first().position))
-        return;
+    if (!link.isNull() && moves.size() == 1) {
+        // Wires are often shorter than the brick that is put into them.
+        DzShaderBrick* brick = moves.first().brick;
+        const QPointF free = findFreePlaceNear(
+            *edit(), moves.first().position, BrickAppearance::size(brick), brick);
+        if (edit()->insertOnLink(brick, link, &free))
+            return;
+    }
     QVector<DzShaderBrick*> unframed;
     for (const NetworkEdit::Move& move : moves)
         if (BrickAppearance::frameNumber(move.brick) == 0)
@@ -230,7 +236,7 @@ void MoveGesture::drop(const QVector<NetworkEdit::Move>& moves, const QPointF& p
     edit()->moveBricks(moves);
     if (frame != 0)
         edit()->addToFrame(unframed, frame);
-    hold.accept(NetworkEdit::tr("Move %n Brick(s)", nullptr, moves.size()));
+    hold.accept(NetworkEdit::moveCaption(moves));
 }
 
 void MoveGesture::cancel()

@@ -160,29 +160,20 @@ QPainterPath pathOf(Name name)
     return path;
 }
 
+/// Drawn anew wherever it is shown: screens may have any scale, and a picture that is fitted to it
+/// gets uneven.
 class Engine : public QIconEngine
 {
 public:
-    explicit Engine(Name name)
-        : m_name(name)
-    {
-    }
-
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
-        const QPalette palette = QApplication::palette();
-        QColor color = palette.color(
-            mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
-        if (mode == QIcon::Selected)
-            color = palette.color(QPalette::HighlightedText);
         const qreal scale = qMin(rect.width(), rect.height()) / unitSize;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(rect.center() + QPointF(0.5, 0.5));
         painter->scale(scale, scale);
         painter->translate(-unitSize / 2, -unitSize / 2);
-        painter->setPen(QPen(color, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter->drawPath(pathOf(m_name));
+        draw(painter, mode);
         painter->restore();
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
@@ -193,17 +184,70 @@ public:
         paint(&painter, QRect(QPoint(), size), mode, state);
         return pixmap;
     }
-    QIconEngine* clone() const override { return new Engine(m_name); }
+
+protected:
+    /// In a square of `unitSize`.
+    virtual void draw(QPainter* painter, QIcon::Mode mode) const = 0;
+};
+
+class LineEngine : public Engine
+{
+public:
+    explicit LineEngine(Name name)
+        : m_name(name)
+    {
+    }
+    QIconEngine* clone() const override { return new LineEngine(m_name); }
+
+protected:
+    void draw(QPainter* painter, QIcon::Mode mode) const override
+    {
+        const QPalette palette = QApplication::palette();
+        QColor color = palette.color(
+            mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
+        if (mode == QIcon::Selected)
+            color = palette.color(QPalette::HighlightedText);
+        painter->setPen(QPen(color, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter->drawPath(pathOf(m_name));
+    }
 
 private:
     Name m_name;
+};
+
+class DotEngine : public Engine
+{
+public:
+    DotEngine(const QColor& color, bool isRing)
+        : m_color(color)
+        , m_isRing(isRing)
+    {
+    }
+    QIconEngine* clone() const override { return new DotEngine(m_color, m_isRing); }
+
+protected:
+    void draw(QPainter* painter, QIcon::Mode) const override
+    {
+        painter->setPen(QPen(m_color, 2));
+        painter->setBrush(m_isRing ? QBrush() : QBrush(m_color));
+        painter->drawEllipse(QPointF(unitSize / 2, unitSize / 2), 3.5, 3.5);
+    }
+
+private:
+    QColor m_color;
+    bool m_isRing;
 };
 
 } // namespace
 
 QIcon make(Name name)
 {
-    return QIcon(new Engine(name));
+    return QIcon(new LineEngine(name));
+}
+
+QIcon makeDot(const QColor& color, bool isRing)
+{
+    return QIcon(new DotEngine(color, isRing));
 }
 
 } // namespace LineIcon

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 
 /// Small icons that are drawn as lines in the colour of text, at any size and in any theme.
@@ -28,5 +29,8 @@ enum Name {
 };
 
 QIcon make(Name name);
+
+/// A dot in a colour of its own, or only its ring.
+QIcon makeDot(const QColor& color, bool isRing);
 
 } // namespace LineIcon

@@ -14,6 +14,7 @@
 #include "DocumentTabs.h"
 #include "FreePlace.h"
 #include "LineIcon.h"
+#include "MessageLine.h"
 #include "Messages.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
@@ -40,7 +41,6 @@
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
@@ -138,9 +138,9 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     connect(
         m_welcome, &WelcomePage::exampleChosen, m_documents.get(), &DocumentController::openAsNew);
     connect(m_brickyard, &BrickyardPanel::brickChosen, this, &MainWindow::addBrick);
-    connect(m_brickyard, &BrickyardPanel::message, this, &MainWindow::showMessage);
+    connect(m_brickyard, &BrickyardPanel::message, this, &MainWindow::showWarning);
     connect(m_properties, &PropertiesPanel::brickActivated, this, &MainWindow::showBrick);
-    connect(m_properties, &PropertiesPanel::message, this, &MainWindow::showMessage);
+    connect(m_properties, &PropertiesPanel::message, this, &MainWindow::showWarning);
     connect(m_sceneCode, &SceneCodePanel::brickActivated, this, &MainWindow::showBrick);
     connect(m_sceneCode, &SceneCodePanel::message, this, &MainWindow::showMessage);
     connect(m_problems, &ProblemsPanel::brickActivated, this, &MainWindow::showBrick);
@@ -188,8 +188,12 @@ QString MainWindow::getMessage() const
 
 void MainWindow::showMessage(const QString& text)
 {
-    m_message->setText(text.simplified());
-    m_message->setToolTip(text);
+    m_message->tell(text, MessageLine::Notice);
+}
+
+void MainWindow::showWarning(const QString& text)
+{
+    m_message->tell(text, MessageLine::Warning);
 }
 
 bool MainWindow::openFile(const QString& path)
@@ -537,10 +541,7 @@ void MainWindow::makeToolBar()
 
 void MainWindow::makeStatusBar()
 {
-    m_message = new QLabel;
-    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_message->setAccessibleName(tr("Message"));
-    m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_message = new MessageLine;
     m_problemButton = new QToolButton;
     m_problemButton->setAutoRaise(true);
     m_problemButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -611,7 +612,8 @@ void MainWindow::setTheme(const QString& word)
 void MainWindow::documentOpened(MixerDocument* document)
 {
     NetworkView* view = m_tabs->getView(document);
-    connect(view, &NetworkView::statusMessage, this, &MainWindow::showMessage);
+    connect(view, &NetworkView::statusMessage, this, &MainWindow::showWarning);
+    connect(view, &NetworkView::valueActivated, this, &MainWindow::editValue);
     connect(view, &NetworkView::brickActivated, this, &MainWindow::editValues);
     connect(document->getSelection(), &BrickSelection::selectionChanged, this,
         &MainWindow::updateCommands);
@@ -687,10 +689,21 @@ void MainWindow::updateCommands()
 /// Takes the keyboard to the first value, also when the panel is hidden.
 void MainWindow::editValues()
 {
+    showProperties();
+    m_properties->focusFirst();
+}
+
+void MainWindow::editValue(DzProperty* property)
+{
+    showProperties();
+    m_properties->focusOn(property);
+}
+
+void MainWindow::showProperties()
+{
     QDockWidget* dock = dockOf(m_properties);
     dock->show();
     dock->raise();
-    m_properties->focusFirst();
 }
 
 QDockWidget* MainWindow::dockOf(const QWidget* panel) const
@@ -707,7 +720,7 @@ void MainWindow::showBrick(DzShaderBrick* brick)
     if (!view)
         return;
     getDocument()->getSelection()->set({ brick });
-    view->zoomToSelection();
+    view->showBrick(brick);
 }
 
 void MainWindow::addBrick(const QString& className)

@@ -12,7 +12,9 @@ class BrickyardPanel;
 class CommandSet;
 class DocumentController;
 class DocumentTabs;
+class DzProperty;
 class DzShaderBrick;
+class MessageLine;
 class MixerDocument;
 class NetworkView;
 class ProblemsPanel;
@@ -20,7 +22,6 @@ class ProgramSettings;
 class PropertiesPanel;
 class QActionGroup;
 class QDockWidget;
-class QLabel;
 class QMenu;
 class QStackedWidget;
 class QToolButton;
@@ -60,7 +61,9 @@ public:
     QString getMessage() const;
 
 public slots:
+    /// Says something there for a while, and for longer what went wrong.
     void showMessage(const QString& text);
+    void showWarning(const QString& text);
     /// Selects a brick and brings it into view.
     void showBrick(DzShaderBrick* brick);
 
@@ -93,6 +96,8 @@ private:
     void documentOpened(MixerDocument* document);
     void documentClosed(MixerDocument* document);
     void editValues();
+    void editValue(DzProperty* property);
+    void showProperties();
     void currentChanged();
     void updateCommands();
     void updateTitle();
@@ -126,7 +131,7 @@ private:
     /// The canvas whose commands are shown; compared only.
     const NetworkView* m_canvasView = nullptr;
     QToolButton* m_problemButton = nullptr;
-    QLabel* m_message = nullptr;
+    MessageLine* m_message = nullptr;
     QList<QDockWidget*> m_docks;
     QByteArray m_firstLayout;
 };

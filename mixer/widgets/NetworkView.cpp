@@ -10,6 +10,7 @@
 #include "BrickSelection.h"
 #include "CanvasGestures.h"
 #include "CommandSet.h"
+#include "FreePlace.h"
 #include "InlineEditor.h"
 #include "MiniMap.h"
 #include "NetworkScene.h"
@@ -29,6 +30,8 @@
 #include <QToolTip>
 #include <QtMath>
 
+#include <algorithm>
+
 namespace {
 
 const qreal gridStep = 20;
@@ -45,6 +48,56 @@ const QPointF duplicateOffset(40, 40);
 const QPointF titleGrip(BrickAppearance::defaultWidth / 2, BrickAppearance::titleHeight / 2);
 /// No canvas is wider; the view scrolls in it as if there were no end.
 const qreal sceneReach = 4 * BrickAppearance::farthestPlace;
+/// Room between the view's edge and a brick that is brought into view, in pixels.
+const int viewMargin = 16;
+
+/// A brick of the class as it comes.
+QSizeF sizeOf(const QString& className)
+{
+    const BrickKind* kind = BrickCatalogue::instance()->find(className);
+    return kind ? BrickAppearance::size(kind->sample) : QSizeF();
+}
+
+/// Where the pin of a new brick is that `pin` is linked with, seen from the brick's place.
+QPointF pinGrip(const QString& className, DzBrickParam* pin)
+{
+    const BrickKind* kind = BrickCatalogue::instance()->find(className);
+    const DzBrickParam* fitting = kind ? BrickCatalogue::findFitting(kind->sample, pin) : nullptr;
+    return fitting ? BrickAppearance::pinOffset(kind->sample, fitting) : QPointF();
+}
+
+bool isAnyFramed(const QVector<DzShaderBrick*>& bricks)
+{
+    return std::any_of(bricks.begin(), bricks.end(),
+        [](const DzShaderBrick* brick) { return BrickAppearance::frameNumber(brick) != 0; });
+}
+
+QRectF wideBox(const QRectF& box)
+{
+    return box.adjusted(-zoomMargin, -zoomMargin, zoomMargin, zoomMargin);
+}
+
+/// The zoom at which a box fits.
+qreal fitOf(const QSizeF& box, const QSizeF& room)
+{
+    return qMin(room.width() / box.width(), room.height() / box.height());
+}
+
+/// How far a stretch has to go to lie within another; with its beginning when it is too long.
+int wayInto(int first, int last, int from, int to)
+{
+    if (first < from || last - first > to - from)
+        return from - first;
+    return qMin(0, to - last);
+}
+
+/// The same for a box, which keeps off the edges.
+QPoint wayInto(const QRect& box, const QRect& room)
+{
+    const QRect inner = room.adjusted(viewMargin, viewMargin, -viewMargin, -viewMargin);
+    return QPoint(wayInto(box.left(), box.right(), inner.left(), inner.right()),
+        wayInto(box.top(), box.bottom(), inner.top(), inner.bottom()));
+}
 
 } // namespace
 
@@ -77,6 +130,8 @@ NetworkView::NetworkView(NetworkEdit* edit, BrickSelection* selection, QWidget* 
     updateStyle();
     connect(selection, &BrickSelection::selectionChanged, this, &NetworkView::updateActions);
     connect(m_scene, &NetworkScene::layoutChanged, this, &NetworkView::updateActions);
+    connect(
+        QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &NetworkView::noteClipboard);
     updateActions();
     zoomToAll();
 }
@@ -255,15 +310,29 @@ void NetworkView::updateActions()
 
 bool NetworkView::canRun(Command command) const
 {
-    if (command == AddBrickCommand || command == PasteCommand)
+    if (command == AddBrickCommand)
         return m_edit->getUser();
+    if (command == PasteCommand)
+        return m_edit->getUser() && m_canPaste;
     if (command == SelectAllCommand || command == ArrangeCommand || command == ZoomToAllCommand)
         return !m_scene->getItems().isEmpty();
     if (command == FrameTitleCommand || command == RemoveFrameCommand)
         return currentFrame() != 0;
+    if (command == UnframeCommand)
+        return isAnyFramed(m_selection->getBricks());
     if (command >= AlignLeftCommand && command <= DistributeVerticallyCommand)
         return m_selection->size() >= 2;
     return command >= ZoomToSelectionCommand || !m_selection->isEmpty();
+}
+
+/// Sees whether the clipboard can be pasted. Other programs' texts are asked for only while this
+/// one is used: they may be long, or their program may not answer.
+void NetworkView::noteClipboard()
+{
+    if (!isVisible() || !isActiveWindow())
+        return;
+    m_canPaste = NetworkEdit::mayPaste(QGuiApplication::clipboard()->text());
+    m_actions.at(PasteCommand)->setEnabled(canRun(PasteCommand));
 }
 
 /// True while a button of the mouse is held down for something.
@@ -485,7 +554,8 @@ void NetworkView::openSearch(const QPointF& place, DzBrickParam* pin)
     if (!pin) {
         startSearch(new BrickSearchPopup(m_edit, tr("Add a brick"), nullptr, this), place,
             [=](const QString& className, QString* error) {
-                return m_edit->addBrick(className, place, error);
+                return m_edit->addBrick(
+                    className, broughtIntoView(place, sizeOf(className)), error);
             });
         return;
     }
@@ -496,7 +566,11 @@ void NetworkView::openSearch(const QPointF& place, DzBrickParam* pin)
     startSearch(new BrickSearchPopup(
                     m_edit, tr("Add what fits %1").arg(pin->getTypeString()), accepts, this),
         place, [=](const QString& className, QString* error) {
-            return guarded ? m_edit->addBrickLinked(className, place, guarded, error) : nullptr;
+            if (!guarded)
+                return static_cast<DzShaderBrick*>(nullptr);
+            const QPointF grip = pinGrip(className, guarded);
+            return m_edit->addBrickLinked(
+                className, broughtIntoView(place - grip, sizeOf(className)) + grip, guarded, error);
         });
 }
 
@@ -515,8 +589,23 @@ void NetworkView::openInsertSearch(const BrickLink& link)
     };
     startSearch(new BrickSearchPopup(m_edit, tr("Put into the wire"), accepts, this), middle,
         [=](const QString& className, QString* error) {
-            return m_edit->addBrickOnLink(className, (middle - titleGrip).toPoint(), wire(), error);
+            return m_edit->addBrickOnLink(className, placeOnWire(className, middle), wire(), error);
         });
+}
+
+/// The place nearest to the wanted one where a brick of this size is wholly in view.
+QPointF NetworkView::broughtIntoView(const QPointF& place, const QSizeF& size) const
+{
+    const QRect box = mapFromScene(QRectF(place, size)).boundingRect();
+    const QPointF way = QPointF(wayIntoView(box)) / getZoom();
+    return way.isNull() ? place : QPointF((place + way).toPoint());
+}
+
+/// Where a brick that is put into a wire there hides no other.
+QPointF NetworkView::placeOnWire(const QString& className, const QPointF& place) const
+{
+    const QSizeF size = sizeOf(className);
+    return findFreePlaceNear(*m_edit, broughtIntoView((place - titleGrip).toPoint(), size), size);
 }
 
 QRect NetworkView::editorPlace(const QRectF& box) const
@@ -584,14 +673,48 @@ void NetworkView::zoomAt(const QPointF& place, qreal factor)
 
 void NetworkView::zoomTo(const QRectF& box)
 {
-    const QRectF wide = box.adjusted(-zoomMargin, -zoomMargin, zoomMargin, zoomMargin);
-    const QSizeF room = viewport()->size();
-    const qreal fit = qMin(room.width() / wide.width(), room.height() / wide.height());
+    fitInto(viewport()->rect(), box);
+    if (isUnderMiniMap(mapFromScene(box).boundingRect()))
+        fitInto(roomFor(wideBox(box).size()), box);
+    emit zoomChanged(getZoom());
+}
+
+/// Shows a box of the scene as large as it fits in the middle of a part of the view.
+void NetworkView::fitInto(const QRect& room, const QRectF& box)
+{
     // Nobody wants to see a single brick fill the screen.
-    const qreal zoom = qBound(smallestZoom, fit, qreal(1));
+    const qreal zoom = qBound(smallestZoom, fitOf(wideBox(box).size(), room.size()), qreal(1));
     setTransform(QTransform::fromScale(zoom, zoom));
-    goTo(box.center());
-    emit zoomChanged(zoom);
+    goTo(box.center() + (QRectF(viewport()->rect()).center() - QRectF(room).center()) / zoom);
+}
+
+bool NetworkView::isUnderMiniMap(const QRect& box) const
+{
+    return !m_miniMap->isHidden() && m_miniMap->geometry().intersects(box);
+}
+
+/// The part of the view beside or above the mini-map, whichever shows a box of this shape larger;
+/// the whole view when it is hardly larger than the mini-map.
+QRect NetworkView::roomFor(const QSizeF& shape) const
+{
+    const QRect all = viewport()->rect();
+    if (m_miniMap->isHidden())
+        return all;
+    QRect beside = all;
+    beside.setRight(m_miniMap->x() - 1);
+    QRect above = all;
+    above.setBottom(m_miniMap->y() - 1);
+    const QRect room = fitOf(shape, beside.size()) > fitOf(shape, above.size()) ? beside : above;
+    const bool isWorthIt = room.width() > all.width() / 2 && room.height() > all.height() / 2;
+    return isWorthIt ? room : all;
+}
+
+/// How far a box of the view has to go to be wholly in view and not under the mini-map.
+QPoint NetworkView::wayIntoView(const QRect& box) const
+{
+    const QRect all = viewport()->rect();
+    const QPoint way = all.contains(box) ? QPoint() : wayInto(box, all);
+    return isUnderMiniMap(box.translated(way)) ? wayInto(box, roomFor(box.size())) : way;
 }
 
 void NetworkView::zoomToSelection()
@@ -629,8 +752,13 @@ void NetworkView::goTo(const QPointF& place)
 void NetworkView::showBrick(const DzShaderBrick* brick)
 {
     m_scene->flush();
-    if (const BrickItem* item = m_scene->getItem(brick))
-        ensureVisible(QRectF(item->pos(), item->getSize()), int(zoomMargin), int(zoomMargin));
+    const BrickItem* item = m_scene->getItem(brick);
+    if (!item)
+        return;
+    const QPoint way
+        = wayIntoView(mapFromScene(QRectF(item->pos(), item->getSize())).boundingRect());
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - way.y());
 }
 
 QRectF NetworkView::getVisibleBox() const
@@ -803,12 +931,22 @@ void NetworkView::mouseDoubleClickEvent(QMouseEvent* event)
     // Where nothing is to be opened, a second quick press is a press like any other.
     if (isPress || hit.kind == CanvasHit::Pin || hit.kind == CanvasHit::Wire)
         mousePressEvent(event);
+    else if (hit.kind == CanvasHit::Row)
+        activateRow(hit.item->getRows().at(hit.row));
     else if (hit.item)
-        emit brickActivated(hit.item->getBrick());
+        editTitle(hit.item->getBrick());
     else if (hit.kind == CanvasHit::FrameTitle)
         editFrameTitle(hit.frame);
     else
         openSearch(place);
+}
+
+/// An output has no value.
+void NetworkView::activateRow(const BrickAppearance::Row& row)
+{
+    DzProperty* property = row.param ? row.param->getProperty(0) : row.property;
+    if (row.kind != BrickAppearance::Row::Output && property)
+        emit valueActivated(property);
 }
 
 void NetworkView::wheelEvent(QWheelEvent* event)
@@ -851,6 +989,9 @@ bool NetworkView::event(QEvent* event)
             return true;
         }
     }
+    // What was copied elsewhere meanwhile.
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Show)
+        noteClipboard();
     return QGraphicsView::event(event);
 }
 
@@ -959,7 +1100,7 @@ void NetworkView::fillWireMenu(QMenu* menu, const BrickLink& link)
 {
     const QPointer<DzBrickParam> output(link.output);
     const QPointer<DzBrickParam> input(link.input);
-    menu->addAction(tr("&Cut This Wire"), this, [this, output, input] {
+    menu->addAction(tr("&Delete Wire"), this, [this, output, input] {
         if (output && input)
             m_edit->disconnect(output, input);
     });
@@ -1095,10 +1236,12 @@ void NetworkView::dropEvent(QDropEvent* event)
         return;
     }
     const BrickLink link = wireFor(className, mapToScene(event->pos()));
-    const QPointF place((mapToScene(event->pos()) - titleGrip).toPoint());
+    const QPointF place = mapToScene(event->pos());
     QString error;
-    DzShaderBrick* brick = link.isNull() ? m_edit->addBrick(className, place, &error)
-                                         : m_edit->addBrickOnLink(className, place, link, &error);
+    DzShaderBrick* brick = link.isNull()
+        ? m_edit->addBrick(
+            className, broughtIntoView((place - titleGrip).toPoint(), sizeOf(className)), &error)
+        : m_edit->addBrickOnLink(className, placeOnWire(className, place), link, &error);
     if (brick)
         m_selection->set({ brick });
     else

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "BrickAppearance.h"
 #include "CanvasKeyboard.h"
 #include "NetworkEdit.h"
 
@@ -25,7 +26,8 @@ class QMenu;
 /// fits, with Shift on an input to keep the links it has. Drag a brick to move the selection, a
 /// loose one onto a wire to insert it. Drag in the void to select with a box (Shift adds, Ctrl
 /// removes), Ctrl and the right button to cut wires, the middle button or Space to pan, the wheel
-/// to zoom. Keys: see CanvasKeyboard and the commands.
+/// to zoom. A double click changes what it hits: a title or a value. Keys: see CanvasKeyboard and
+/// the commands.
 class NetworkView : public QGraphicsView
 {
     Q_OBJECT
@@ -99,12 +101,13 @@ public:
     qreal getZoom() const { return transform().m11(); }
     /// Zooms with the place of the scene staying where it is on the screen.
     void zoomAt(const QPointF& place, qreal factor);
+    /// As large as it fits, clear of the mini-map.
     void zoomTo(const QRectF& box);
     void zoomToSelection();
     void zoomToAll();
     /// Brings a place of the scene to the middle.
     void goTo(const QPointF& place);
-    /// Scrolls as little as needed to have the brick in view.
+    /// Scrolls as little as needed to have the whole brick in view, and not at all when it is.
     void showBrick(const DzShaderBrick* brick);
     /// The part of the scene that is in view.
     QRectF getVisibleBox() const;
@@ -120,8 +123,10 @@ public:
 signals:
     /// One line for the window's status bar.
     void statusMessage(const QString& text);
-    /// The user double-clicked a brick, or pressed Return on it.
+    /// The user pressed Return on a brick.
     void brickActivated(DzShaderBrick* brick);
+    /// The user double-clicked a row that shows this value.
+    void valueActivated(DzProperty* property);
     void zoomChanged(qreal zoom);
 
 protected:
@@ -160,6 +165,7 @@ private:
         Command command, const QString& text, const QString& tip, NetworkEdit::Alignment alignment);
     void updateActions();
     bool canRun(Command command) const;
+    void noteClipboard();
     void updateStyle();
     void placeMiniMap();
 
@@ -215,6 +221,13 @@ private:
     QPointF placeForNew() const;
     QString droppedClass(const QDropEvent* event) const;
     BrickLink wireFor(const QString& className, const QPointF& place) const;
+    QPointF broughtIntoView(const QPointF& place, const QSizeF& size) const;
+    QPointF placeOnWire(const QString& className, const QPointF& place) const;
+    void fitInto(const QRect& room, const QRectF& box);
+    bool isUnderMiniMap(const QRect& box) const;
+    QRect roomFor(const QSizeF& shape) const;
+    QPoint wayIntoView(const QRect& box) const;
+    void activateRow(const BrickAppearance::Row& row);
     QRect editorPlace(const QRectF& box) const;
     void startEditor(
         const QString& text, const QRectF& box, const std::function<void(const QString&)>& commit);
@@ -230,6 +243,7 @@ private:
     QPointer<InlineEditor> m_editor;
     QPoint m_mouse;
     bool m_isMouseInside = false;
+    bool m_canPaste = false;
     bool m_isPanning = false;
     bool m_isSpaceDown = false;
     bool m_isMenuDue = false;

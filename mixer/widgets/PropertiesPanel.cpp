@@ -139,17 +139,37 @@ PropertyRow* PropertiesPanel::findRow(const QString& label) const
     return nullptr;
 }
 
-void PropertiesPanel::focusFirst()
+namespace {
+
+void focusFirstIn(QWidget* top)
 {
-    updateNow();
-    for (QWidget* widget = m_scroll->widget()->nextInFocusChain();
-         widget && widget != m_scroll->widget(); widget = widget->nextInFocusChain()) {
-        if (m_scroll->widget()->isAncestorOf(widget) && widget->isVisible() && widget->isEnabled()
+    for (QWidget* widget = top->nextInFocusChain(); widget && widget != top;
+         widget = widget->nextInFocusChain()) {
+        if (top->isAncestorOf(widget) && widget->isVisible() && widget->isEnabled()
             && widget->focusPolicy() & Qt::TabFocus) {
             widget->setFocus(Qt::TabFocusReason);
             return;
         }
     }
+}
+
+} // namespace
+
+void PropertiesPanel::focusFirst()
+{
+    updateNow();
+    focusFirstIn(m_scroll->widget());
+}
+
+void PropertiesPanel::focusOn(DzProperty* property)
+{
+    updateNow();
+    for (PropertyRow* row : m_rows)
+        if (row->getGroup().getAll().contains(property)) {
+            focusFirstIn(row);
+            m_scroll->ensureWidgetVisible(row);
+            return;
+        }
 }
 
 void PropertiesPanel::scheduleRebuild()

@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <vector>
 
+class DzProperty;
 class DzShaderBrick;
 class MixerDocument;
 class PropertyGroup;
@@ -32,6 +33,8 @@ public:
     void updateNow();
     /// Takes the keyboard to the first value.
     void focusFirst();
+    /// Takes it to the row of this value.
+    void focusOn(DzProperty* property);
 
 signals:
     void brickActivated(DzShaderBrick* brick);

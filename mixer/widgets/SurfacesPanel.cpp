@@ -3,11 +3,13 @@
 
 #include "SurfacesPanel.h"
 
+#include "StoredNetworks.h"
 #include "dzmaterial.h"
 #include "dznode.h"
 #include "dzobject.h"
 #include "dzscene.h"
 #include "dzshape.h"
+#include "dzundostack.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -16,10 +18,13 @@
 #include <QSet>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <QUndoStack>
 
 #include <functional>
 
 namespace {
+
+enum Column { SurfaceColumn, MaterialColumn, NetworkColumn, ColumnCount };
 
 void forEachMaterial(const DzNode* node, const std::function<void(DzMaterial*)>& visit)
 {
@@ -41,15 +46,18 @@ SurfacesPanel::SurfacesPanel(const QList<QAction*>& actions, QWidget* parent)
     , m_tree(new QTreeWidget)
     , m_empty(new QLabel(tr("Open a scene to put materials on its surfaces.")))
 {
-    m_tree->setColumnCount(2);
-    m_tree->setHeaderLabels({ tr("Surface"), tr("Material") });
+    m_tree->setColumnCount(ColumnCount);
+    m_tree->setHeaderLabels({ tr("Surface"), tr("Material"), tr("Network") });
+    m_tree->headerItem()->setToolTip(NetworkColumn,
+        tr("Surfaces that keep the network that was applied to them; From Scene opens it"));
     m_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_tree->setUniformRowHeights(true);
     m_tree->setFrameShape(QFrame::NoFrame);
     m_tree->setAccessibleName(tr("Surfaces"));
-    m_tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_tree->header()->setSectionResizeMode(SurfaceColumn, QHeaderView::Stretch);
+    m_tree->header()->setSectionResizeMode(NetworkColumn, QHeaderView::ResizeToContents);
     m_tree->header()->setStretchLastSection(false);
-    m_tree->setColumnWidth(1, 90);
+    m_tree->setColumnWidth(MaterialColumn, 70);
     m_empty->setAlignment(Qt::AlignCenter);
     m_empty->setWordWrap(true);
     m_empty->setForegroundRole(QPalette::PlaceholderText);
@@ -79,6 +87,11 @@ SurfacesPanel::SurfacesPanel(const QList<QAction*>& actions, QWidget* parent)
     connect(dzScene, &DzScene::materialListChanged, this, schedule);
     connect(dzScene, &DzScene::sceneLoaded, this, schedule);
     connect(dzScene, &DzScene::sceneCleared, this, schedule);
+    // What surfaces keep has no signal of its own; whoever changes it leaves a step.
+    m_updateMarks.setSingleShot(true);
+    connect(&m_updateMarks, &QTimer::timeout, this, &SurfacesPanel::updateMarks);
+    connect(dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this,
+        [this] { m_updateMarks.start(0); });
     // Nodes and materials may go at any time: nothing of them is kept until the list is made anew.
     connect(dzScene, &DzScene::sceneClearStarting, this, [this] {
         m_materials.clear();
@@ -132,15 +145,33 @@ void SurfacesPanel::addNode(DzNode* node, QTreeWidgetItem* parent)
             next.parent->addChild(item);
         else
             m_tree->addTopLevelItem(item);
+        // Spans only when it is in the tree; nodes have nothing in the other columns.
+        item->setFirstColumnSpanned(true);
         forEachMaterial(next.node, [&](DzMaterial* material) {
             auto* surface
                 = new QTreeWidgetItem(item, { labelOf(material), material->getMaterialName() });
-            surface->setToolTip(1, material->getMaterialName());
+            surface->setToolTip(MaterialColumn, material->getMaterialName());
             m_materials.insert(surface, material);
+            mark(surface, material);
         });
         for (int i = next.node->getNumNodeChildren() - 1; i >= 0; --i)
             open.append(Open { next.node->getNodeChild(i), item });
     }
+}
+
+void SurfacesPanel::mark(QTreeWidgetItem* surface, const DzMaterial* material)
+{
+    const bool isKept = keepsNetwork(material);
+    surface->setText(NetworkColumn, isKept ? tr("Yes") : QString());
+}
+
+void SurfacesPanel::updateMarks()
+{
+    // A list that is about to be made anew may hold materials that are gone.
+    if (m_rebuild.isActive())
+        return;
+    for (auto entry = m_materials.begin(); entry != m_materials.end(); ++entry)
+        mark(const_cast<QTreeWidgetItem*>(entry.key()), entry.value());
 }
 
 void SurfacesPanel::takeSelectionFromScene()

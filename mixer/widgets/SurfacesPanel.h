@@ -13,8 +13,8 @@ class QLabel;
 class QTreeWidget;
 class QTreeWidgetItem;
 
-/// The scene's nodes and their surfaces. The selection of surfaces and that of their materials are
-/// one.
+/// The scene's nodes and their surfaces, and which of them keep a network. The selection of
+/// surfaces and that of their materials are one.
 class SurfacesPanel : public QWidget
 {
     Q_OBJECT
@@ -33,12 +33,15 @@ signals:
 private:
     void rebuild();
     void addNode(DzNode* node, QTreeWidgetItem* parent);
+    static void mark(QTreeWidgetItem* surface, const DzMaterial* material);
+    void updateMarks();
     void takeSelectionFromScene();
     void giveSelectionToScene();
 
     QTreeWidget* m_tree;
     QLabel* m_empty;
     QTimer m_rebuild;
+    QTimer m_updateMarks;
     QHash<const QTreeWidgetItem*, DzMaterial*> m_materials;
     bool m_exchanging = false;
 };

@@ -652,6 +652,68 @@ TEST_F(Canvas, aBrickDraggedFromElsewhereIsAddedWhereItIsDropped)
                     .contains(m_view.mapToScene(QPoint(300, 200))));
 }
 
+TEST_F(Canvas, newBricksAreWhollyInView)
+{
+    QMimeData data;
+    data.setData(BrickCatalogue::mimeType(), "VireoMatMatteBrick");
+    const auto* map = m_view.findChild<MiniMap*>();
+    const QPoint last(m_view.width() - 3, m_view.height() - 3);
+    const auto check = [&](uint id) {
+        DzShaderBrick* brick = m_user.getBrick(id);
+        ASSERT_NE(brick, nullptr);
+        const QRectF box = m_view.getScene()->boxOf({ brick });
+        EXPECT_TRUE(m_view.getVisibleBox().contains(box)) << id;
+        EXPECT_FALSE(m_view.mapFromScene(box).boundingRect().intersects(map->geometry())) << id;
+    };
+    bool taken = false;
+    for (const QPoint& place : { QPoint(2, 2), QPoint(last.x(), 300), QPoint(300, last.y()) }) {
+        dropOn(&m_view, place, &data, &taken);
+        const uint id = uint(m_user.getNumBricks());
+        check(id);
+        const QRectF box = m_view.getScene()->boxOf({ m_user.getBrick(id) });
+        EXPECT_TRUE(box.adjusted(-20, -20, 20, 20).contains(m_view.mapToScene(place)))
+            << "no farther than needed";
+    }
+    moveTo(QPoint(last.x(), 200));
+    key(Qt::Key_Tab);
+    typeInSearch(QStringLiteral("glossy"));
+    check(4);
+    // With a wire that is dropped near the edge.
+    dzUndoStack->clearAll();
+    drag(pinOf(m_user.getBrick(1), "Kd"), QPoint(4, last.y()));
+    typeInSearch(QStringLiteral("mix"));
+    check(5);
+    EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+}
+
+TEST_F(Canvas, aBrickThatIsPutIntoAWireHidesNoOther)
+{
+    addThree();
+    {
+        DzUndoStackLock lock;
+        ASSERT_TRUE(m_edit.connect(output(texture), param(matte, "Kd")));
+    }
+    const auto check = [&](VireoBrickBase* brick) {
+        for (VireoBrickBase* other : { root, matte, texture })
+            EXPECT_FALSE(m_view.getScene()->boxOf({ brick }).intersects(
+                m_view.getScene()->boxOf({ other })));
+        EXPECT_TRUE(isLinked(brick, matte, "Kd"));
+        EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
+        dzUndoStack->undo();
+        EXPECT_TRUE(isLinked(texture, matte, "Kd"));
+        dzUndoStack->clearAll();
+    };
+    VireoBrickBase* mix = add("VireoTexClrMixBrick", -400, 150);
+    drag(titleOf(mix), middleOfWire(texture, matte, "Kd"));
+    check(mix);
+    EXPECT_EQ(BrickAppearance::position(mix), QPointF(-400, 150));
+    QMimeData data;
+    data.setData(BrickCatalogue::mimeType(), "VireoTexClrMixBrick");
+    bool taken = false;
+    dropOn(&m_view, middleOfWire(texture, matte, "Kd"), &data, &taken);
+    check(qobject_cast<VireoBrickBase*>(m_user.getBrick(5)));
+}
+
 TEST_F(Canvas, whatIsNoBrickOfThisNetworkIsNotTaken)
 {
     QMimeData data;
@@ -713,9 +775,16 @@ TEST_F(Canvas, cutTakesTheBricksAway)
 TEST_F(Canvas, textOfOtherProgramsIsNotPasted)
 {
     addThree();
-    const QStringList texts { QStringLiteral("Dear Sir or Madam"), QStringLiteral("{}"),
+    const QStringList strange { QStringLiteral("Dear Sir or Madam"), QStringLiteral("{}"),
         QStringLiteral("{\"format\": \"sskn\"}"), QStringLiteral("[1, 2"), QString(4096, '{') };
-    for (const QString& text : texts) {
+    for (const QString& text : strange) {
+        QGuiApplication::clipboard()->setText(text);
+        key(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(m_user.getNumBricks(), 3);
+    }
+    const QStringList damaged { QStringLiteral("\"BrickSetup\""),
+        QStringLiteral("{\"BrickSetup\": 3}"), QStringLiteral("{\"BrickSetup\": {\"type\": ") };
+    for (const QString& text : damaged) {
         m_messages.clear();
         QGuiApplication::clipboard()->setText(text);
         key(Qt::Key_V, Qt::ControlModifier);
@@ -780,6 +849,22 @@ TEST_F(Canvas, framesAreMadeNamedAndMoved)
     EXPECT_EQ(BrickAppearance::position(matte), QPointF(-80, -40));
     EXPECT_EQ(BrickAppearance::position(texture), QPointF(-380, -40));
     EXPECT_EQ(BrickAppearance::position(root), QPointF(200, -100));
+}
+
+TEST_F(Canvas, stepsAreNamedAsPeopleCount)
+{
+    linkThree();
+    drag(titleOf(root), titleOf(root) + QPoint(30, 30));
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Move ") + root->getBrickTitle());
+    m_selection.set({ matte, texture });
+    drag(titleOf(matte), titleOf(matte) + QPoint(30, 30));
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Move 2 Bricks"));
+    const auto cut = [this](const QPoint& place) {
+        drag(place - QPoint(0, 40), place + QPoint(0, 40), Qt::RightButton, Qt::ControlModifier);
+    };
+    cut(middleOfWire(texture, matte, "Kd"));
+    EXPECT_FALSE(isLinked(texture, matte, "Kd"));
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Cut Wire"));
 }
 
 TEST_F(Canvas, doubleClickOnAFramesTitleChangesIt)
@@ -957,6 +1042,53 @@ TEST_F(Canvas, keysZoomToTheSelectionAndToAll)
     lookAt(5000, 5000);
     key(Qt::Key_Home);
     EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getScene()->boxOfAll()));
+}
+
+TEST_F(Canvas, zoomingLeavesNothingUnderTheMiniMap)
+{
+    addThree();
+    VireoBrickBase* far = add("VireoTexClrMixBrick", 1800, 1200);
+    m_edit.frameBricks({ far }, QStringLiteral("Frame"));
+    m_view.getScene()->flush();
+    const auto* map = m_view.findChild<MiniMap*>();
+    const auto isUnderMap = [&](const QRectF& box) {
+        return m_view.mapFromScene(box).boundingRect().intersects(map->geometry());
+    };
+    const QRectF all = m_view.getScene()->boxOfAll();
+    key(Qt::Key_A);
+    EXPECT_TRUE(m_view.getVisibleBox().contains(all));
+    EXPECT_FALSE(isUnderMap(all));
+    m_selection.set({ texture, far });
+    key(Qt::Key_F);
+    EXPECT_FALSE(isUnderMap(m_view.getScene()->boxOf({ texture, far })));
+    const qreal beside = m_view.getZoom();
+    key(Qt::Key_M);
+    key(Qt::Key_F);
+    EXPECT_GT(m_view.getZoom(), beside) << "without it there is more room";
+    // A view that is hardly larger than the mini-map shows more with it on top.
+    key(Qt::Key_M);
+    m_view.resize(220, 160);
+    key(Qt::Key_A);
+    EXPECT_TRUE(m_view.getVisibleBox().contains(all));
+}
+
+TEST_F(Canvas, showingABrickScrollsOnlyAsFarAsNeeded)
+{
+    addThree();
+    const QPointF before = m_view.getVisibleBox().topLeft();
+    m_view.showBrick(texture);
+    EXPECT_EQ(m_view.getVisibleBox().topLeft(), before);
+    const auto* map = m_view.findChild<MiniMap*>();
+    VireoBrickBase* hidden = add("VireoTexClrMixBrick", 0, 0);
+    m_edit.moveBricks({ NetworkEdit::Move { hidden, m_view.mapToScene(map->pos()) } });
+    VireoBrickBase* outside = add("VireoTexClrMixBrick", 3000, -2000);
+    for (VireoBrickBase* brick : { hidden, outside, root }) {
+        m_view.showBrick(brick);
+        const QRectF box = m_view.getScene()->boxOf({ brick });
+        EXPECT_TRUE(m_view.getVisibleBox().contains(box));
+        EXPECT_FALSE(m_view.mapFromScene(box).boundingRect().intersects(map->geometry()));
+        EXPECT_EQ(m_view.getZoom(), 1);
+    }
 }
 
 TEST_F(Canvas, networksOfAnySizeCanBeSeenWhole)
@@ -1241,10 +1373,32 @@ TEST_F(Canvas, theRightButtonOpensTheMenuOfWhatIsThere)
     drag(wire, wire, Qt::RightButton);
     ASSERT_NE(openMenu(), nullptr);
     QAction* cut = openMenu()->actions().first();
-    EXPECT_EQ(cut->text(), QStringLiteral("&Cut This Wire"));
+    EXPECT_EQ(cut->text(), QStringLiteral("&Delete Wire"));
     cut->trigger();
     openMenu()->close();
     EXPECT_FALSE(isLinked(texture, matte, "Kd"));
+}
+
+TEST_F(Canvas, commandsThatCanDoNothingAreDisabled)
+{
+    addThree();
+    const QAction* unframe = m_view.getAction(NetworkView::UnframeCommand);
+    m_selection.set({ matte, root });
+    EXPECT_FALSE(unframe->isEnabled());
+    const int frame = m_edit.frameBricks({ root }, QStringLiteral("Frame"));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(unframe->isEnabled());
+    m_edit.removeFrame(frame);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(unframe->isEnabled());
+
+    const QAction* paste = m_view.getAction(NetworkView::PasteCommand);
+    QGuiApplication::clipboard()->clear();
+    EXPECT_FALSE(paste->isEnabled());
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(paste->isEnabled());
+    QGuiApplication::clipboard()->setText(QStringLiteral("Dear Sir or Madam"));
+    EXPECT_FALSE(paste->isEnabled());
 }
 
 TEST_F(Canvas, toolTipsNameTypesAndValues)
@@ -1267,13 +1421,35 @@ TEST_F(Canvas, toolTipsNameTypesAndValues)
     EXPECT_EQ(item->getBadge(), QString());
 }
 
-TEST_F(Canvas, doubleClickOnABrickActivatesIt)
+TEST_F(Canvas, doubleClickChangesTheTitleOrTheValueThatItHits)
+{
+    addThree();
+    QVector<DzProperty*> activated;
+    QObject::connect(&m_view, &NetworkView::valueActivated, &m_view,
+        [&](DzProperty* property) { activated.append(property); });
+    const QPoint besideThePin(60, 0);
+    doubleClick(pinOf(matte, "sigma") + besideThePin);
+    EXPECT_EQ(activated, QVector<DzProperty*> { property(matte, "sigma") });
+    doubleClick(pinOf(matte, "result") - besideThePin);
+    EXPECT_EQ(activated.size(), 1) << "an output has no value";
+    EXPECT_EQ(m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor")), nullptr);
+    doubleClick(titleOf(matte));
+    EXPECT_EQ(activated.size(), 1);
+    auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, QStringLiteral("Chalk"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_EQ(matte->getBrickTitle(), QStringLiteral("Chalk"));
+}
+
+TEST_F(Canvas, returnOnATitleActivatesTheBrick)
 {
     addThree();
     DzShaderBrick* activated = nullptr;
     QObject::connect(&m_view, &NetworkView::brickActivated, &m_view,
         [&](DzShaderBrick* brick) { activated = brick; });
-    doubleClick(titleOf(matte));
+    click(titleOf(matte));
+    key(Qt::Key_Return);
     EXPECT_EQ(activated, matte);
 }
 

@@ -11,6 +11,7 @@
 #include "CommandSet.h"
 #include "DocumentController.h"
 #include "DocumentTabs.h"
+#include "MessageLine.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
 #include "NetworkView.h"
@@ -57,6 +58,8 @@
 #include <QTreeWidget>
 #include <QUndoStack>
 #include <QUndoView>
+
+#include <algorithm>
 
 namespace {
 
@@ -120,6 +123,32 @@ QList<QWidget*> focusable(QWidget* top)
         if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && !widget->focusProxy())
             result.append(widget);
     return result;
+}
+
+/// Width and height of a dot on an even ground, in pixels of the picture and parts of them.
+QSizeF sizeOfDot(const QImage& picture, const QRectF& place)
+{
+    const qreal ratio = picture.devicePixelRatio();
+    const QRect area
+        = QRectF(place.topLeft() * ratio, place.size() * ratio).toRect() & picture.rect();
+    const QColor ground = picture.pixelColor(area.topLeft());
+    const auto contrast = [&](int x, int y) {
+        return qAbs(picture.pixelColor(x, y).lightnessF() - ground.lightnessF());
+    };
+    qreal strongest = 0;
+    QVector<qreal> rows(area.height());
+    QVector<qreal> columns(area.width());
+    for (int y = 0; y < area.height(); ++y)
+        for (int x = 0; x < area.width(); ++x) {
+            const qreal found = contrast(area.x() + x, area.y() + y);
+            strongest = qMax(strongest, found);
+            rows[y] += found;
+            columns[x] += found;
+        }
+    const auto most = [&](const QVector<qreal>& sums) {
+        return *std::max_element(sums.begin(), sums.end()) / qMax(strongest, 1e-3);
+    };
+    return QSizeF(most(rows), most(columns));
 }
 
 } // namespace
@@ -217,6 +246,34 @@ TEST_F(WindowTest, paletteFollowsTheCategoriesAndFiltersWhileTyping)
     EXPECT_FALSE(palette->getTree()->isVisible());
     QTest::keyClick(palette->getSearch(), Qt::Key_Return);
     EXPECT_EQ(document()->getUser()->getNumBricks(), 2);
+}
+
+TEST_F(WindowTest, dotsOfThePaletteAreRoundAtAnyScaleOfTheScreen)
+{
+    QTreeWidget* tree = m_window->getBrickyard()->getTree();
+    QTest::keyClicks(m_window->getBrickyard()->getSearch(), QStringLiteral("scale"));
+    tree->setCurrentItem(nullptr);
+    settle();
+    // As in the program.
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    for (const qreal ratio : { 1.0, 1.0417, 1.25, 1.5, 2.0 }) {
+        QImage shown(tree->viewport()->size() * ratio, QImage::Format_RGB32);
+        shown.setDevicePixelRatio(ratio);
+        tree->viewport()->render(&shown);
+        int count = 0;
+        for (const BrickKind& kind : BrickCatalogue::instance()->getKinds()) {
+            const QTreeWidgetItem* item = m_window->getBrickyard()->findItem(kind.className);
+            const QRect row = tree->visualItemRect(item) & tree->viewport()->rect();
+            if (item->isHidden() || row.isEmpty())
+                continue;
+            const QSizeF dot = sizeOfDot(shown, QRectF(row.left(), row.top(), 18, row.height()));
+            EXPECT_GE(dot.width(), 7 * ratio) << kind.className.toStdString();
+            EXPECT_NEAR(dot.width(), dot.height(), 0.5) << ratio;
+            ++count;
+        }
+        EXPECT_GE(count, 2);
+    }
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, false);
 }
 
 TEST_F(WindowTest, doubleClickAddsABrickWhereItIsSeen)
@@ -532,7 +589,93 @@ TEST_F(WindowTest, aProblemLeadsToItsBrickWhichHasABadge)
     EXPECT_FALSE(list->isVisible());
 }
 
+TEST_F(WindowTest, whoGoesToABrickInViewStaysWhereHeIs)
+{
+    NetworkView* view = m_window->getView();
+    const QRectF before = view->getVisibleBox();
+    m_window->showBrick(brick("Matte"));
+    EXPECT_EQ(view->getVisibleBox(), before);
+    view->goTo(QPointF(5000, 5000));
+    m_window->showBrick(brick("Matte"));
+    EXPECT_TRUE(view->getVisibleBox().contains(
+        QRectF(BrickAppearance::position(brick("Matte")), BrickAppearance::size(brick("Matte")))));
+}
+
+TEST_F(WindowTest, doubleClickOnARowOfTheCanvasEditsItsValue)
+{
+    NetworkView* view = m_window->getView();
+    DzShaderBrick* matte = brick("Matte");
+    const QPoint place = view->mapFromScene(BrickAppearance::position(matte)
+        + BrickAppearance::pinOffset(matte, param(matte, "sigma")) + QPointF(60, 0));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    settle();
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    settle();
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Sigma"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("12"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(property(matte, "sigma")->getValueText(), QStringLiteral("12"));
+
+    run("dockProperties");
+    settle();
+    EXPECT_FALSE(m_window->findChild<PropertiesPanel*>()->isVisible());
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    settle();
+    EXPECT_TRUE(m_window->findChild<PropertiesPanel*>()->isVisible());
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Sigma"));
+}
+
+TEST_F(WindowTest, messagesGoAfterAWhile)
+{
+    auto* line = m_window->findChild<MessageLine*>();
+    ASSERT_NE(line, nullptr);
+    auto* end = line->findChild<QTimer*>();
+    m_window->showMessage(QStringLiteral("Done."));
+    ASSERT_TRUE(end->isActive());
+    const int notice = end->interval();
+    m_window->showWarning(QStringLiteral("Nothing was done."));
+    EXPECT_GT(end->interval(), notice) << "what went wrong stays longer";
+    EXPECT_EQ(m_window->getMessage(), QStringLiteral("Nothing was done."));
+    QTimerEvent over(end->timerId());
+    QApplication::sendEvent(end, &over);
+    EXPECT_EQ(m_window->getMessage(), QString());
+    EXPECT_FALSE(end->isActive());
+}
+
 // Surfaces.
+
+TEST_F(WindowTest, surfacesThatKeepANetworkAreMarked)
+{
+    m_settings->setApplyListShown(false);
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    settle();
+    QTreeWidget* tree = m_window->getSurfaces()->getTree();
+    const auto mark = [tree](const char* surface) { return itemNamed(tree, surface)->text(2); };
+    EXPECT_EQ(mark("Body"), QString());
+    run("apply");
+    EXPECT_NE(mark("Body"), QString());
+    EXPECT_EQ(mark("Rim"), QString());
+    EXPECT_TRUE(itemNamed(tree, "Body")->isSelected());
+    run("undo");
+    EXPECT_EQ(mark("Body"), QString());
+    run("redo");
+    EXPECT_NE(mark("Body"), QString());
+    const QString path = file("scene.duf");
+    ASSERT_TRUE(m_window->getScene()->saveTo(path));
+    ASSERT_TRUE(m_window->openFile(path));
+    settle();
+    EXPECT_NE(mark("Body"), QString());
+    EXPECT_EQ(mark("Rim"), QString());
+    // Another item of data is no network.
+    DzUndoStackHold hold;
+    materialNamed("Rim")->addDataItem(new DzSimpleElementData(QStringLiteral("Other"), true));
+    hold.accept(QStringLiteral("Other"));
+    settle();
+    EXPECT_EQ(mark("Rim"), QString());
+}
 
 TEST_F(WindowTest, selectionOfSurfacesAndMaterialsIsOne)
 {

@@ -348,8 +348,7 @@ TEST_F(Edit, bricksOfUnknownClassAreLeftOutOfCopiesAndSaidSo)
     file.replace("VireoMatMatteBrick", "SomebodysMatteBrick");
     QString error;
     const QVector<DzShaderBrick*> pasted = edit.paste(QString::fromUtf8(file), QPointF(), &error);
-    EXPECT_EQ(
-        error, QStringLiteral("1 brick(s) of unknown class cannot be copied and were left out."));
+    EXPECT_EQ(error, QStringLiteral("A brick of unknown class cannot be copied and was left out."));
     ASSERT_EQ(pasted.size(), 1);
     EXPECT_EQ(pasted.first()->className(), QStringLiteral("VireoRootBrick"));
 }

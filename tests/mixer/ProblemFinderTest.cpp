@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "ProblemFinder.h"
+#include "BrickAppearance.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
@@ -65,6 +66,27 @@ TEST(ProblemFinder, ofSeveralRootsOnlyTheLastCounts)
     ASSERT_TRUE(link(network.matte, last, "material"));
     EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
         (Kinds { { Problem::SeveralRoots, network.root } }));
+}
+
+TEST(ProblemFinder, whoFollowsItsAdviceOnSeveralRootsLosesNothing)
+{
+    MatteNetwork network;
+    VireoBrickBase* spare = addBrick(network.user, "VireoRootBrick");
+    const QString written = BrickAppearance::titleText(spare);
+    const QVector<Problem> problems = findProblems(&network.user, QString());
+    ASSERT_EQ(problems.size(), 2);
+    EXPECT_EQ(problems.at(0).brick, network.root);
+    EXPECT_TEXT(problems.at(0).text,
+        QStringLiteral("This root is not written: \"%1\", the last root, is. Delete the one that "
+                       "you do not want.")
+            .arg(written));
+    EXPECT_EQ(problems.at(1).brick, network.matte);
+    EXPECT_TEXT(problems.at(1).text,
+        QStringLiteral("It leads only to a root that is not written; link it to \"%1\" or delete "
+                       "that root.")
+            .arg(written));
+    network.user.deleteBrick(spare);
+    EXPECT_TRUE(findProblems(&network.user, QString()).isEmpty());
 }
 
 TEST(ProblemFinder, whatLeadsOnlyToARootThatIsNotWrittenIsNamed)
