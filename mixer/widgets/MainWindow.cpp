@@ -13,10 +13,12 @@
 #include "DocumentController.h"
 #include "DocumentTabs.h"
 #include "FreePlace.h"
+#include "HistoryDelegate.h"
 #include "LineIcon.h"
 #include "Messages.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "NetworkSteps.h"
 #include "NetworkView.h"
 #include "ProblemsPanel.h"
 #include "ProgramSettings.h"
@@ -105,6 +107,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     , m_sceneCode(new SceneCodePanel)
     , m_problems(new ProblemsPanel)
     , m_history(new QUndoView(dzUndoStack->getQtStack()))
+    , m_steps(new NetworkSteps(this))
 {
     setAcceptDrops(true);
     setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
@@ -129,6 +132,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     connect(m_tabs, &DocumentTabs::opened, this, &MainWindow::documentOpened);
     connect(m_tabs, &DocumentTabs::closed, this, &MainWindow::documentClosed);
     connect(m_tabs, &DocumentTabs::currentDocumentChanged, this, &MainWindow::currentChanged);
+    connect(m_steps, &NetworkSteps::ran, this, &MainWindow::stepsRan);
     connect(m_documents.get(), &DocumentController::message, this, &MainWindow::showMessage);
     connect(m_scene.get(), &SceneController::message, this, &MainWindow::showMessage);
     const auto showRecent = [this] { m_welcome->setRecentFiles(m_settings->getRecentFiles()); };
@@ -199,6 +203,13 @@ bool MainWindow::openFile(const QString& path)
     return m_documents->open(path) != nullptr;
 }
 
+void MainWindow::openFiles(const QStringList& paths)
+{
+    const Messages::Gathering gathering(this);
+    for (const QString& path : paths)
+        openFile(path);
+}
+
 // Commands.
 
 void MainWindow::addFileCommands()
@@ -210,7 +221,7 @@ void MainWindow::addFileCommands()
         ->setIcon(LineIcon::make(LineIcon::New));
     m_commands
         ->add(QStringLiteral("open"), tr("&Open…"), keys(QKeySequence::Open, tr("Ctrl+O")),
-            tr("Open network files"), [this] { m_documents->openWithDialog(); })
+            tr("Open network files and scenes"), [this] { openFiles(m_documents->askForFiles()); })
         ->setIcon(LineIcon::make(LineIcon::Open));
     m_commands
         ->add(QStringLiteral("save"), tr("&Save"), keys(QKeySequence::Save, tr("Ctrl+S")),
@@ -292,8 +303,8 @@ void MainWindow::addSceneCommands()
         ->add(QStringLiteral("fromScene"), tr("&From Scene"), { tr("Ctrl+Shift+Return") },
             tr("Open the networks of the selected surfaces"),
             [this] {
-                for (IDzBrickUser* user : m_scene->fromScene(getDocument()))
-                    m_documents->openUser(user, user->getBrickUserName());
+                for (const SceneNetwork& network : m_scene->fromScene(getDocument()))
+                    m_documents->openUser(network.user, network.title);
             })
         ->setIcon(LineIcon::make(LineIcon::FromScene));
     QAction* list
@@ -566,6 +577,7 @@ void MainWindow::makeDocks()
 {
     m_history->setFrameShape(QFrame::NoFrame);
     m_history->setEmptyLabel(tr("Begin"));
+    m_history->setItemDelegate(new HistoryDelegate(m_steps, m_tabs, m_history));
     m_history->setAccessibleName(tr("History"));
     addDock(QStringLiteral("Brickyard"), tr("Brickyard"), m_brickyard, Qt::LeftDockWidgetArea);
     addDock(QStringLiteral("Surfaces"), tr("Surfaces"), m_surfaces, Qt::LeftDockWidgetArea);
@@ -611,6 +623,7 @@ void MainWindow::setTheme(const QString& word)
 void MainWindow::documentOpened(MixerDocument* document)
 {
     NetworkView* view = m_tabs->getView(document);
+    m_steps->watch(document);
     connect(view, &NetworkView::statusMessage, this, &MainWindow::showMessage);
     connect(view, &NetworkView::brickActivated, this, &MainWindow::editValues);
     connect(document->getSelection(), &BrickSelection::selectionChanged, this,
@@ -631,6 +644,20 @@ void MainWindow::documentClosed(MixerDocument* document)
         currentChanged();
 }
 
+/// The undo stack is that of all networks: a change of one that is not shown is brought into view.
+void MainWindow::stepsRan(
+    const QVector<MixerDocument*>& changed, bool isUndo, const QString& caption)
+{
+    if (changed.contains(getDocument()))
+        return;
+    MixerDocument* last = changed.last();
+    if (!m_tabs->getView(last))
+        return;
+    m_tabs->setCurrent(last);
+    showMessage(
+        (isUndo ? tr("Undone in %1: %2") : tr("Redone in %1: %2")).arg(last->getTitle(), caption));
+}
+
 void MainWindow::currentChanged()
 {
     MixerDocument* document = getDocument();
@@ -643,6 +670,8 @@ void MainWindow::currentChanged()
         m_canvasView = getView();
         showCanvasCommands();
     }
+    // Its steps bear the names of networks.
+    m_history->viewport()->update();
     updateTitle();
     updateCommands();
 }
@@ -672,9 +701,10 @@ void MainWindow::updateCommands()
         command(name)->setEnabled(hasDocument);
     for (const char* name : { "lockAll", "unlockAll", "resetAll", "editValues" })
         command(name)->setEnabled(hasBricks);
-    command("undo")->setEnabled(dzUndoStack->canUndo());
+    // While a hold is open nothing is undone, but nobody tells when it was taken back.
+    command("undo")->setEnabled(dzUndoStack->getQtStack()->canUndo());
     command("undo")->setText(tr("&Undo %1").arg(dzUndoStack->getUndoCaption()).trimmed());
-    command("redo")->setEnabled(dzUndoStack->canRedo());
+    command("redo")->setEnabled(dzUndoStack->getQtStack()->canRedo());
     command("redo")->setText(tr("&Redo %1").arg(dzUndoStack->getRedoCaption()).trimmed());
     const bool hasScene = m_scene->getSession()->hasScene();
     command("saveScene")->setEnabled(hasScene);
@@ -771,6 +801,5 @@ void MainWindow::dropEvent(QDropEvent* event)
     if (paths.isEmpty())
         return;
     event->acceptProposedAction();
-    for (const QString& path : paths)
-        openFile(path);
+    openFiles(paths);
 }

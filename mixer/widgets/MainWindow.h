@@ -14,6 +14,7 @@ class DocumentController;
 class DocumentTabs;
 class DzShaderBrick;
 class MixerDocument;
+class NetworkSteps;
 class NetworkView;
 class ProblemsPanel;
 class ProgramSettings;
@@ -43,6 +44,8 @@ public:
     /// Opens a network or a scene, by the file's name. False, and a message, when it cannot be
     /// read.
     bool openFile(const QString& path);
+    /// Opens several; what cannot be read is one message.
+    void openFiles(const QStringList& paths);
 
     CommandSet* getCommands() const { return m_commands; }
     DocumentTabs* getTabs() const { return m_tabs; }
@@ -92,6 +95,7 @@ private:
 
     void documentOpened(MixerDocument* document);
     void documentClosed(MixerDocument* document);
+    void stepsRan(const QVector<MixerDocument*>& changed, bool isUndo, const QString& caption);
     void editValues();
     void currentChanged();
     void updateCommands();
@@ -113,6 +117,7 @@ private:
     SceneCodePanel* m_sceneCode;
     ProblemsPanel* m_problems;
     QUndoView* m_history;
+    NetworkSteps* m_steps;
     QMenu* m_recentMenu = nullptr;
     QMenu* m_exampleMenu = nullptr;
     /// Menus that show commands of the current canvas, before the given command.
