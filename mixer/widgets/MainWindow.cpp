@@ -47,6 +47,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -100,6 +101,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     , m_commands(new CommandSet(this))
     , m_tabs(new DocumentTabs)
     , m_centre(new QStackedWidget)
+    , m_welcomeArea(new QScrollArea)
     , m_documents(new DocumentController(m_tabs, settings, store, this))
     , m_scene(new SceneController(settings, this))
     , m_brickyard(new BrickyardPanel)
@@ -118,7 +120,12 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     m_surfaces = new SurfacesPanel(
         { m_commands->get(QStringLiteral("apply")), m_commands->get(QStringLiteral("fromScene")) });
     m_welcome = new WelcomePage(*m_commands);
-    m_centre->addWidget(m_welcome);
+    // A page that needs much room must not make the window wider than the screen.
+    m_welcomeArea->setWidget(m_welcome);
+    m_welcomeArea->setWidgetResizable(true);
+    m_welcomeArea->setFrameShape(QFrame::NoFrame);
+    m_welcomeArea->setFocusPolicy(Qt::NoFocus);
+    m_centre->addWidget(m_welcomeArea);
     m_centre->addWidget(m_tabs);
     setCentralWidget(m_centre);
     makeStatusBar();
@@ -661,7 +668,7 @@ void MainWindow::stepsRan(
 void MainWindow::currentChanged()
 {
     MixerDocument* document = getDocument();
-    m_centre->setCurrentWidget(document ? static_cast<QWidget*>(m_tabs) : m_welcome);
+    m_centre->setCurrentWidget(document ? static_cast<QWidget*>(m_tabs) : m_welcomeArea);
     m_brickyard->setUser(document ? document->getUser() : nullptr);
     m_properties->setDocument(document);
     m_sceneCode->setDocument(document);

@@ -23,6 +23,7 @@ class QActionGroup;
 class QDockWidget;
 class QLabel;
 class QMenu;
+class QScrollArea;
 class QStackedWidget;
 class QToolButton;
 class QUndoView;
@@ -109,6 +110,7 @@ private:
     DocumentTabs* m_tabs;
     WelcomePage* m_welcome;
     QStackedWidget* m_centre;
+    QScrollArea* m_welcomeArea;
     std::unique_ptr<DocumentController> m_documents;
     std::unique_ptr<SceneController> m_scene;
     BrickyardPanel* m_brickyard;

@@ -138,7 +138,7 @@ public:
         , m_swatch(new Swatch)
         , m_text(new QLineEdit)
     {
-        m_swatch->setMinimumWidth(24);
+        m_swatch->setMinimumWidth(36);
         m_swatch->setMinimumHeight(lineHeight(this));
         m_swatch->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         m_swatch->setObjectName(QStringLiteral("swatch"));

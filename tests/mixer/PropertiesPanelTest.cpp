@@ -493,9 +493,11 @@ TEST_F(PropertiesPanelTest, rowsOfOneVectorSayWhichVector)
 TEST_F(PropertiesPanelTest, aNarrowPanelReachesItsButtons)
 {
     add("VireoTexFltCheckerboardBrick");
+    const PropertiesPanel* panel = m_window->getProperties();
+    const int before = panel->width();
     m_window->resize(800, 600);
     settle();
-    const PropertiesPanel* panel = m_window->getProperties();
+    EXPECT_EQ(m_window->width(), 800);
     const auto* area = panel->findChild<QScrollArea*>();
     EXPECT_EQ(area->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
     for (PropertyRow* shown : panel->findChildren<PropertyRow*>()) {
@@ -506,6 +508,9 @@ TEST_F(PropertiesPanelTest, aNarrowPanelReachesItsButtons)
         for (const NumberField* number : shown->findChildren<NumberField*>())
             EXPECT_GE(number->width(), 56);
     }
+    m_window->resize(1480, 920);
+    settle();
+    EXPECT_EQ(panel->width(), before);
 }
 
 TEST_F(PropertiesPanelTest, bricksWithNothingInCommonSaySo)
