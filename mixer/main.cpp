@@ -81,8 +81,10 @@ int run(int argc, char** argv, const Options& options)
         window.showWarning(message);
     });
     window.show();
+    QStringList paths;
     for (const std::string& file : options.files)
-        window.openFile(QString::fromLocal8Bit(file.c_str()));
+        paths.append(QString::fromLocal8Bit(file.c_str()));
+    window.openFiles(paths);
     if (!window.getDocument())
         window.getDocuments()->createNew();
     // With the window on screen, so that one sees what is being asked.

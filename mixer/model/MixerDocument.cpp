@@ -15,6 +15,7 @@
 #include "idzbrickuser.h"
 
 #include <QCryptographicHash>
+#include <QFile>
 #include <QFileInfo>
 #include <QUndoStack>
 
@@ -26,6 +27,15 @@ const int comparisonDelay = 150;
 QByteArray digestOf(const QByteArray& text)
 {
     return QCryptographicHash::hash(text, QCryptographicHash::Sha1);
+}
+
+/// Of the bytes of a file; empty when there is none, or it is nothing that can be read at once.
+QByteArray digestOfFile(const QString& path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return QByteArray();
+    return digestOf(file.readAll());
 }
 
 /// The last step that was done and not undone; null when there is none.
@@ -103,6 +113,20 @@ void MixerDocument::setTitle(const QString& title)
     emit titleChanged();
 }
 
+QString MixerDocument::getBaseName() const
+{
+    if (!m_path.isEmpty())
+        return QFileInfo(m_path).completeBaseName();
+    // Surfaces, and what is called as they are, may have any name.
+    return QString(m_title).replace(QLatin1Char('/'), QLatin1Char('-'));
+}
+
+bool MixerDocument::isFileChanged() const
+{
+    const QByteArray now = digestOfFile(m_path);
+    return !now.isEmpty() && now != m_fileDigest;
+}
+
 void MixerDocument::markUnsaved()
 {
     // No text is equal to this one, so undo does not lead back to it.
@@ -129,6 +153,7 @@ bool MixerDocument::load(const QString& path)
         return false;
     }
     m_path = QFileInfo(path).absoluteFilePath();
+    m_fileDigest = digestOfFile(m_path);
     replaced();
     emit titleChanged();
     return true;
@@ -162,6 +187,7 @@ bool MixerDocument::restore(const QString& copy, const QString& path, const QStr
         return false;
     }
     m_path = path;
+    m_fileDigest = digestOfFile(path);
     m_title = title;
     replaced();
     markUnsaved();
@@ -175,6 +201,7 @@ bool MixerDocument::save(const QString& path)
     if (!dzWriteFile(path, text, &m_error))
         return false;
     m_path = QFileInfo(path).absoluteFilePath();
+    m_fileDigest = digestOf(text);
     setSaved(text);
     setModified(false);
     emit titleChanged();

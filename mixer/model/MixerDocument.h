@@ -45,6 +45,10 @@ public:
     /// Name for tabs and windows: the file's, or the one that was given.
     QString getTitle() const;
     void setTitle(const QString& title);
+    /// The title as the name of a file, without extension.
+    QString getBaseName() const;
+    /// True when the file is no longer as it was opened or saved here; false when it is gone.
+    bool isFileChanged() const;
     bool isModified() const { return m_modified; }
     /// The network as it is stands in no file.
     void markUnsaved();
@@ -102,6 +106,8 @@ private:
     QString m_error;
     /// Of the text as it was loaded or saved last: tells if undo led back to it.
     QByteArray m_savedDigest;
+    /// Of the file's bytes as they were read or written last.
+    QByteArray m_fileDigest;
     /// The last steps of the undo stack that left the network as it is in the file. They are
     /// compared only: some may be gone.
     QSet<const QUndoCommand*> m_savedSteps;

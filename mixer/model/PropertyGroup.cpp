@@ -4,10 +4,15 @@
 #include "PropertyGroup.h"
 
 #include "NetworkWalk.h"
+#include "dzboolproperty.h"
 #include "dzbrickparam.h"
+#include "dzcolorproperty.h"
 #include "dzenumproperty.h"
+#include "dzfloatproperty.h"
+#include "dzintproperty.h"
 #include "dznumericproperty.h"
 #include "dzshaderbrick.h"
+#include "dzstringproperty.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -27,6 +32,53 @@ QString mapOf(const DzProperty* property)
 {
     auto* numeric = qobject_cast<const DzNumericProperty*>(property);
     return numeric && numeric->isMapped() ? numeric->getMapValue()->getFilename() : QString();
+}
+
+/// Limits that are further apart stand for "any number".
+const double widestRange = 1e9;
+
+/// The limits of a number; empty for what has none.
+QString rangeOf(const DzProperty* property)
+{
+    if (qobject_cast<const DzEnumProperty*>(property)
+        || qobject_cast<const DzBoolProperty*>(property)
+        || qobject_cast<const DzColorProperty*>(property))
+        return QString();
+    double least = 0;
+    double most = 0;
+    if (const auto* real = qobject_cast<const DzFloatProperty*>(property)) {
+        least = double(real->getMin());
+        most = double(real->getMax());
+    } else if (const auto* whole = qobject_cast<const DzIntProperty*>(property)) {
+        least = whole->getMin();
+        most = whole->getMax();
+    }
+    if (most <= least || most - least > widestRange)
+        return QString();
+    return message("%1 to %2").arg(QString::number(least), QString::number(most));
+}
+
+/// The default as a person would type it; empty for none.
+QString defaultOf(const DzProperty* property)
+{
+    if (const auto* text = qobject_cast<const DzStringProperty*>(property))
+        return text->getDefaultValue();
+    const auto* number = qobject_cast<const DzNumericProperty*>(property);
+    // The default of what cannot be animated is the value itself.
+    if (!number || !number->canAnimate())
+        return QString();
+    if (const auto* choice = qobject_cast<const DzEnumProperty*>(property))
+        return choice->getDefaultStringValue();
+    if (const auto* flag = qobject_cast<const DzBoolProperty*>(property))
+        return flag->getDefaultBoolValue() ? message("on") : message("off");
+    if (const auto* color = qobject_cast<const DzColorProperty*>(property)) {
+        const QColor standard = color->getDefaultColorValue();
+        return QStringLiteral("%1 %2 %3")
+            .arg(standard.red())
+            .arg(standard.green())
+            .arg(standard.blue());
+    }
+    return QString::number(number->getDoubleDefaultValue());
 }
 
 /// What properties of several bricks have in common that are one to the user. Vectors have three of
@@ -132,7 +184,31 @@ QVector<DzProperty*> PropertyGroup::getAll() const
 QString PropertyGroup::getLabel() const
 {
     const DzProperty* property = getFirst();
-    return property ? property->getLabel() : QString();
+    if (!property)
+        return QString();
+    const DzBrickParam* param = property->getBrickParam();
+    return param && param->getNumProperties() > 1 && !param->getLabel().isEmpty()
+        ? message("%1 · %2").arg(param->getLabel(), property->getLabel())
+        : property->getLabel();
+}
+
+QString PropertyGroup::describe() const
+{
+    const DzProperty* property = getFirst();
+    if (!property)
+        return QString();
+    QString name = property->getName();
+    const DzBrickParam* param = property->getBrickParam();
+    if (param && param->getNumProperties() > 1)
+        name = param->getName() + QLatin1Char(' ') + name;
+    QStringList lines { getLabel(), message("Name: %1").arg(name) };
+    const QString range = rangeOf(property);
+    if (!range.isEmpty())
+        lines.append(message("Range: %1").arg(range));
+    const QString standard = defaultOf(property);
+    if (!standard.isEmpty())
+        lines.append(message("Default: %1").arg(standard));
+    return lines.join(QLatin1Char('\n'));
 }
 
 bool PropertyGroup::isMixed() const

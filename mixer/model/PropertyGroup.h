@@ -30,7 +30,10 @@ public:
     }
     QVector<DzProperty*> getAll() const;
 
+    /// What users call it: with the input's name where that has several values.
     QString getLabel() const;
+    /// Label, name, range and default, a line each.
+    QString describe() const;
     /// True when values, or maps, differ.
     bool isMixed() const;
     bool isLocked() const;   ///< any of them

@@ -21,6 +21,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSet>
 
 DocumentController::DocumentController(
     DocumentTabs* tabs, ProgramSettings* settings, AutosaveStore* store, QWidget* window)
@@ -120,19 +121,30 @@ MixerDocument* DocumentController::openAsNew(const QString& path)
 MixerDocument* DocumentController::openUser(IDzBrickUser* user, const QString& title)
 {
     auto document = std::make_shared<MixerDocument>(user);
-    document->setTitle(title);
-    document->markUnsaved();
     leavePristine();
+    document->setTitle(freeTitle(title));
+    document->markUnsaved();
     return show(document);
 }
 
-void DocumentController::openWithDialog()
+/// The title, with a number where another document has it.
+QString DocumentController::freeTitle(const QString& title) const
+{
+    QSet<QString> taken;
+    for (const MixerDocument* document : m_tabs->getDocuments())
+        taken.insert(document->getTitle());
+    QString free = title;
+    for (int number = 2; taken.contains(free); ++number)
+        free = tr("%1 %2").arg(title).arg(number);
+    return free;
+}
+
+QStringList DocumentController::askForFiles() const
 {
     const MixerDocument* current = m_tabs->getCurrent();
-    const QStringList paths = QFileDialog::getOpenFileNames(
-        m_window, tr("Open Networks"), current ? current->getFolder() : QString(), fileFilter());
-    for (const QString& path : paths)
-        open(path);
+    return QFileDialog::getOpenFileNames(m_window, tr("Open"),
+        current ? current->getFolder() : QString(),
+        tr("Networks and scenes (*.sskn *.duf *.obj);;All files (*)"));
 }
 
 /// A fresh tab that nobody touched makes room for what is opened.
@@ -148,7 +160,28 @@ bool DocumentController::save(MixerDocument* document)
 {
     if (!document)
         return false;
-    return document->getPath().isEmpty() ? saveAs(document) : saveTo(document, document->getPath());
+    if (document->getPath().isEmpty())
+        return saveAs(document);
+    if (document->isFileChanged())
+        return saveOverChanged(document);
+    return saveTo(document, document->getPath());
+}
+
+bool DocumentController::saveOverChanged(MixerDocument* document)
+{
+    QMessageBox box(QMessageBox::Warning, QCoreApplication::applicationName(),
+        tr("\"%1\" was changed by another program.").arg(document->getTitle()), QMessageBox::Cancel,
+        m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(tr("Overwriting it loses what the other program saved."));
+    const QAbstractButton* overwrite
+        = box.addButton(tr("&Overwrite"), QMessageBox::DestructiveRole);
+    QPushButton* other = box.addButton(tr("Save &As…"), QMessageBox::AcceptRole);
+    box.setDefaultButton(other);
+    box.exec();
+    if (box.clickedButton() == overwrite)
+        return saveTo(document, document->getPath());
+    return box.clickedButton() == other && saveAs(document);
 }
 
 bool DocumentController::saveAs(MixerDocument* document)
@@ -160,7 +193,7 @@ bool DocumentController::saveAs(MixerDocument* document)
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(extension);
     dialog.selectFile(document->getPath().isEmpty()
-            ? document->getTitle() + QLatin1Char('.') + extension
+            ? document->getBaseName() + QLatin1Char('.') + extension
             : document->getPath());
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return false;
@@ -236,6 +269,7 @@ int DocumentController::offerRestore()
     const QVector<RestorableNetwork> networks = m_store->takeOver();
     if (networks.isEmpty())
         return 0;
+    const Messages::Gathering gathering(m_window);
     RestoreDialog dialog(networks, m_window);
     dialog.exec();
     if (dialog.getChoice() == RestoreDialog::Later)

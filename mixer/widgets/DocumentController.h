@@ -35,8 +35,8 @@ public:
     MixerDocument* openAsNew(const QString& path);
     /// Opens a document around a network that is in no file.
     MixerDocument* openUser(IDzBrickUser* user, const QString& title);
-    /// Asks for files and opens them.
-    void openWithDialog();
+    /// Asks for files to open, networks or scenes.
+    QStringList askForFiles() const;
     /// False when it was not saved: by the user's choice or an error, which is told.
     bool save(MixerDocument* document);
     bool saveAs(MixerDocument* document);
@@ -61,6 +61,8 @@ private:
     MixerDocument* show(const std::shared_ptr<MixerDocument>& document);
     void leavePristine();
     Answer askToSave(MixerDocument* document);
+    bool saveOverChanged(MixerDocument* document);
+    QString freeTitle(const QString& title) const;
     void remember(const QString& path);
 
     DocumentTabs* m_tabs;

@@ -13,11 +13,13 @@
 #include "DocumentController.h"
 #include "DocumentTabs.h"
 #include "FreePlace.h"
+#include "HistoryDelegate.h"
 #include "LineIcon.h"
 #include "MessageLine.h"
 #include "Messages.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "NetworkSteps.h"
 #include "NetworkView.h"
 #include "ProblemsPanel.h"
 #include "ProgramSettings.h"
@@ -45,6 +47,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QToolBar>
@@ -98,6 +101,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     , m_commands(new CommandSet(this))
     , m_tabs(new DocumentTabs)
     , m_centre(new QStackedWidget)
+    , m_welcomeArea(new QScrollArea)
     , m_documents(new DocumentController(m_tabs, settings, store, this))
     , m_scene(new SceneController(settings, this))
     , m_brickyard(new BrickyardPanel)
@@ -105,6 +109,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     , m_sceneCode(new SceneCodePanel)
     , m_problems(new ProblemsPanel)
     , m_history(new QUndoView(dzUndoStack->getQtStack()))
+    , m_steps(new NetworkSteps(this))
 {
     setAcceptDrops(true);
     setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
@@ -115,7 +120,12 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     m_surfaces = new SurfacesPanel(
         { m_commands->get(QStringLiteral("apply")), m_commands->get(QStringLiteral("fromScene")) });
     m_welcome = new WelcomePage(*m_commands);
-    m_centre->addWidget(m_welcome);
+    // A page that needs much room must not make the window wider than the screen.
+    m_welcomeArea->setWidget(m_welcome);
+    m_welcomeArea->setWidgetResizable(true);
+    m_welcomeArea->setFrameShape(QFrame::NoFrame);
+    m_welcomeArea->setFocusPolicy(Qt::NoFocus);
+    m_centre->addWidget(m_welcomeArea);
     m_centre->addWidget(m_tabs);
     setCentralWidget(m_centre);
     makeStatusBar();
@@ -129,6 +139,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     connect(m_tabs, &DocumentTabs::opened, this, &MainWindow::documentOpened);
     connect(m_tabs, &DocumentTabs::closed, this, &MainWindow::documentClosed);
     connect(m_tabs, &DocumentTabs::currentDocumentChanged, this, &MainWindow::currentChanged);
+    connect(m_steps, &NetworkSteps::ran, this, &MainWindow::stepsRan);
     connect(m_documents.get(), &DocumentController::message, this, &MainWindow::showMessage);
     connect(m_scene.get(), &SceneController::message, this, &MainWindow::showMessage);
     const auto showRecent = [this] { m_welcome->setRecentFiles(m_settings->getRecentFiles()); };
@@ -203,6 +214,13 @@ bool MainWindow::openFile(const QString& path)
     return m_documents->open(path) != nullptr;
 }
 
+void MainWindow::openFiles(const QStringList& paths)
+{
+    const Messages::Gathering gathering(this);
+    for (const QString& path : paths)
+        openFile(path);
+}
+
 // Commands.
 
 void MainWindow::addFileCommands()
@@ -214,7 +232,7 @@ void MainWindow::addFileCommands()
         ->setIcon(LineIcon::make(LineIcon::New));
     m_commands
         ->add(QStringLiteral("open"), tr("&Open…"), keys(QKeySequence::Open, tr("Ctrl+O")),
-            tr("Open network files"), [this] { m_documents->openWithDialog(); })
+            tr("Open network files and scenes"), [this] { openFiles(m_documents->askForFiles()); })
         ->setIcon(LineIcon::make(LineIcon::Open));
     m_commands
         ->add(QStringLiteral("save"), tr("&Save"), keys(QKeySequence::Save, tr("Ctrl+S")),
@@ -296,8 +314,8 @@ void MainWindow::addSceneCommands()
         ->add(QStringLiteral("fromScene"), tr("&From Scene"), { tr("Ctrl+Shift+Return") },
             tr("Open the networks of the selected surfaces"),
             [this] {
-                for (IDzBrickUser* user : m_scene->fromScene(getDocument()))
-                    m_documents->openUser(user, user->getBrickUserName());
+                for (const SceneNetwork& network : m_scene->fromScene(getDocument()))
+                    m_documents->openUser(network.user, network.title);
             })
         ->setIcon(LineIcon::make(LineIcon::FromScene));
     QAction* list
@@ -567,6 +585,7 @@ void MainWindow::makeDocks()
 {
     m_history->setFrameShape(QFrame::NoFrame);
     m_history->setEmptyLabel(tr("Begin"));
+    m_history->setItemDelegate(new HistoryDelegate(m_steps, m_tabs, m_history));
     m_history->setAccessibleName(tr("History"));
     addDock(QStringLiteral("Brickyard"), tr("Brickyard"), m_brickyard, Qt::LeftDockWidgetArea);
     addDock(QStringLiteral("Surfaces"), tr("Surfaces"), m_surfaces, Qt::LeftDockWidgetArea);
@@ -612,6 +631,7 @@ void MainWindow::setTheme(const QString& word)
 void MainWindow::documentOpened(MixerDocument* document)
 {
     NetworkView* view = m_tabs->getView(document);
+    m_steps->watch(document);
     connect(view, &NetworkView::statusMessage, this, &MainWindow::showWarning);
     connect(view, &NetworkView::valueActivated, this, &MainWindow::editValue);
     connect(view, &NetworkView::brickActivated, this, &MainWindow::editValues);
@@ -633,10 +653,24 @@ void MainWindow::documentClosed(MixerDocument* document)
         currentChanged();
 }
 
+/// The undo stack is that of all networks: a change of one that is not shown is brought into view.
+void MainWindow::stepsRan(
+    const QVector<MixerDocument*>& changed, bool isUndo, const QString& caption)
+{
+    if (changed.contains(getDocument()))
+        return;
+    MixerDocument* last = changed.last();
+    if (!m_tabs->getView(last))
+        return;
+    m_tabs->setCurrent(last);
+    showMessage(
+        (isUndo ? tr("Undone in %1: %2") : tr("Redone in %1: %2")).arg(last->getTitle(), caption));
+}
+
 void MainWindow::currentChanged()
 {
     MixerDocument* document = getDocument();
-    m_centre->setCurrentWidget(document ? static_cast<QWidget*>(m_tabs) : m_welcome);
+    m_centre->setCurrentWidget(document ? static_cast<QWidget*>(m_tabs) : m_welcomeArea);
     m_brickyard->setUser(document ? document->getUser() : nullptr);
     m_properties->setDocument(document);
     m_sceneCode->setDocument(document);
@@ -645,6 +679,8 @@ void MainWindow::currentChanged()
         m_canvasView = getView();
         showCanvasCommands();
     }
+    // Its steps bear the names of networks.
+    m_history->viewport()->update();
     updateTitle();
     updateCommands();
 }
@@ -674,9 +710,10 @@ void MainWindow::updateCommands()
         command(name)->setEnabled(hasDocument);
     for (const char* name : { "lockAll", "unlockAll", "resetAll", "editValues" })
         command(name)->setEnabled(hasBricks);
-    command("undo")->setEnabled(dzUndoStack->canUndo());
+    // While a hold is open nothing is undone, but nobody tells when it was taken back.
+    command("undo")->setEnabled(dzUndoStack->getQtStack()->canUndo());
     command("undo")->setText(tr("&Undo %1").arg(dzUndoStack->getUndoCaption()).trimmed());
-    command("redo")->setEnabled(dzUndoStack->canRedo());
+    command("redo")->setEnabled(dzUndoStack->getQtStack()->canRedo());
     command("redo")->setText(tr("&Redo %1").arg(dzUndoStack->getRedoCaption()).trimmed());
     const bool hasScene = m_scene->getSession()->hasScene();
     command("saveScene")->setEnabled(hasScene);
@@ -784,6 +821,5 @@ void MainWindow::dropEvent(QDropEvent* event)
     if (paths.isEmpty())
         return;
     event->acceptProposedAction();
-    for (const QString& path : paths)
-        openFile(path);
+    openFiles(paths);
 }

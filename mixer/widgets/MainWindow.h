@@ -16,6 +16,7 @@ class DzProperty;
 class DzShaderBrick;
 class MessageLine;
 class MixerDocument;
+class NetworkSteps;
 class NetworkView;
 class ProblemsPanel;
 class ProgramSettings;
@@ -23,6 +24,7 @@ class PropertiesPanel;
 class QActionGroup;
 class QDockWidget;
 class QMenu;
+class QScrollArea;
 class QStackedWidget;
 class QToolButton;
 class QUndoView;
@@ -44,6 +46,8 @@ public:
     /// Opens a network or a scene, by the file's name. False, and a message, when it cannot be
     /// read.
     bool openFile(const QString& path);
+    /// Opens several; what cannot be read is one message.
+    void openFiles(const QStringList& paths);
 
     CommandSet* getCommands() const { return m_commands; }
     DocumentTabs* getTabs() const { return m_tabs; }
@@ -95,6 +99,7 @@ private:
 
     void documentOpened(MixerDocument* document);
     void documentClosed(MixerDocument* document);
+    void stepsRan(const QVector<MixerDocument*>& changed, bool isUndo, const QString& caption);
     void editValues();
     void editValue(DzProperty* property);
     void showProperties();
@@ -110,6 +115,7 @@ private:
     DocumentTabs* m_tabs;
     WelcomePage* m_welcome;
     QStackedWidget* m_centre;
+    QScrollArea* m_welcomeArea;
     std::unique_ptr<DocumentController> m_documents;
     std::unique_ptr<SceneController> m_scene;
     BrickyardPanel* m_brickyard;
@@ -118,6 +124,7 @@ private:
     SceneCodePanel* m_sceneCode;
     ProblemsPanel* m_problems;
     QUndoView* m_history;
+    NetworkSteps* m_steps;
     QMenu* m_recentMenu = nullptr;
     QMenu* m_exampleMenu = nullptr;
     /// Menus that show commands of the current canvas, before the given command.

@@ -25,18 +25,44 @@ void show(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QS
     box->open();
 }
 
+int gatherings = 0;
+QStringList gathered;
+
 } // namespace
 
 void showError(QWidget* parent, const QString& text)
 {
     // Errors are made to follow a program's name.
-    show(parent, QMessageBox::Warning, text.left(1).toUpper() + text.mid(1), QStringList());
+    const QString sentence = text.left(1).toUpper() + text.mid(1);
+    if (gatherings > 0)
+        gathered.append(sentence);
+    else
+        show(parent, QMessageBox::Warning, sentence, QStringList());
 }
 
 void showWarnings(QWidget* parent, const QString& title, const QStringList& warnings)
 {
     if (!warnings.isEmpty())
         show(parent, QMessageBox::Information, title, warnings);
+}
+
+Gathering::Gathering(QWidget* parent)
+    : m_parent(parent)
+{
+    ++gatherings;
+}
+
+Gathering::~Gathering()
+{
+    if (--gatherings > 0)
+        return;
+    QStringList lines;
+    lines.swap(gathered);
+    if (lines.size() == 1)
+        show(m_parent, QMessageBox::Warning, lines.first(), QStringList());
+    else if (!lines.isEmpty())
+        show(m_parent, QMessageBox::Warning,
+            QCoreApplication::translate("Messages", "%1 errors:").arg(lines.size()), lines);
 }
 
 } // namespace Messages

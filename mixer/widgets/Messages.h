@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QStringList>
-
-class QWidget;
+#include <QWidget>
 
 /// Dialogs that tell something and do not wait for an answer.
 namespace Messages {
@@ -14,5 +14,19 @@ namespace Messages {
 void showError(QWidget* parent, const QString& text);
 /// Things that were left out or put right, a line each; nothing when there are none.
 void showWarnings(QWidget* parent, const QString& title, const QStringList& warnings);
+
+/// While it lives, errors are gathered; then they are told in one dialog.
+class Gathering
+{
+public:
+    explicit Gathering(QWidget* parent);
+    ~Gathering();
+
+private:
+    Gathering(const Gathering&) = delete;
+    Gathering& operator=(const Gathering&) = delete;
+
+    QPointer<QWidget> m_parent;
+};
 
 } // namespace Messages

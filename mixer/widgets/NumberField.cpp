@@ -22,6 +22,19 @@ const double widestSlider = 1000;
 const double fineFactor = 0.1;
 const double coarseSteps = 10;
 
+/// The value with as many decimals as the step has: a drag leaves numbers that can be read.
+double roundedTo(double step, double value)
+{
+    if (!(step > 0) || !std::isfinite(value))
+        return value;
+    // A step that is a power of ten but for its last bits needs no decimal more.
+    const double decimals = std::ceil(-std::log10(step) - 1e-3);
+    if (decimals <= 0)
+        return std::round(value);
+    const double scale = std::pow(10, decimals);
+    return std::round(value * scale) / scale;
+}
+
 } // namespace
 
 NumberField::NumberField(QWidget* parent)
@@ -93,10 +106,14 @@ void NumberField::mouseMoveEvent(QMouseEvent* event)
                                         : qMax(m_step, std::abs(m_dragValue) * 0.01);
     const double factor = event->modifiers() & Qt::ShiftModifier ? fineFactor : 1;
     m_dragValue += (event->x() - m_lastX) * perPixel * factor;
-    if (hasSlider())
+    // The place of the hand is kept as it is: else fine steps would be lost.
+    double value = roundedTo(perPixel * factor, m_dragValue);
+    if (hasSlider()) {
         m_dragValue = qBound(m_minimum, m_dragValue, m_maximum);
+        value = qBound(m_minimum, value, m_maximum);
+    }
     m_lastX = event->x();
-    emit dragged(rounded(m_dragValue));
+    emit dragged(rounded(value));
 }
 
 void NumberField::mouseReleaseEvent(QMouseEvent* event)

@@ -47,7 +47,26 @@ QLabel* headingFor(const QString& path)
     font.setBold(true);
     label->setFont(font);
     label->setContentsMargins(0, 6, 0, 0);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     return label;
+}
+
+/// What values need to be read and changed.
+const int leastWidth = 250;
+const int leastNameWidth = 44;
+const int mostNameWidth = 150;
+
+/// Why there are no values.
+QString reasonForNone(int brickCount)
+{
+    switch (brickCount) {
+    case 0:
+        return PropertiesPanel::tr("Select a brick to see and change its values.");
+    case 1:
+        return PropertiesPanel::tr("This brick has no values.");
+    default:
+        return PropertiesPanel::tr("These bricks have no values in common.");
+    }
 }
 
 } // namespace
@@ -56,13 +75,14 @@ PropertiesPanel::PropertiesPanel(QWidget* parent)
     : QWidget(parent)
     , m_title(new QLineEdit)
     , m_kind(new QLabel)
-    , m_empty(new QLabel(tr("Select a brick to see and change its values.")))
+    , m_empty(new QLabel)
     , m_tools(new QWidget)
     , m_scroll(new QScrollArea)
 {
     m_title->setAccessibleName(tr("Title of the brick"));
     m_title->setToolTip(tr("Title of the brick"));
     m_kind->setForegroundRole(QPalette::PlaceholderText);
+    m_kind->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_empty->setForegroundRole(QPalette::PlaceholderText);
     m_empty->setAlignment(Qt::AlignCenter);
     m_empty->setWordWrap(true);
@@ -84,7 +104,7 @@ PropertiesPanel::PropertiesPanel(QWidget* parent)
     m_scroll->setWidgetResizable(true);
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setMinimumWidth(leastWidth);
 
     auto* head = new QVBoxLayout;
     head->setContentsMargins(8, 6, 4, 2);
@@ -193,6 +213,12 @@ void PropertiesPanel::showEvent(QShowEvent* event)
         updateNow();
 }
 
+void PropertiesPanel::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    alignNames();
+}
+
 void PropertiesPanel::updateNow()
 {
     m_update.stop();
@@ -211,9 +237,11 @@ void PropertiesPanel::rebuild()
         = m_document ? m_document->getSelection()->getBricks() : QVector<DzShaderBrick*>();
     m_title->setVisible(bricks.size() == 1);
     m_tools->setVisible(!bricks.isEmpty());
-    m_empty->setVisible(bricks.isEmpty());
-    m_scroll->setVisible(!bricks.isEmpty());
-    showRows(commonProperties(bricks));
+    const std::vector<PropertyGroup> groups = commonProperties(bricks);
+    m_empty->setText(reasonForNone(bricks.size()));
+    m_empty->setVisible(groups.empty());
+    m_scroll->setVisible(!groups.empty());
+    showRows(groups);
     refreshHead();
 }
 
@@ -304,7 +332,9 @@ void PropertiesPanel::alignNames()
     int width = 0;
     for (const PropertyRow* row : m_rows)
         width = qMax(width, row->getNameWidth());
-    width = qBound(60, width, 130);
+    // Names give way first.
+    const int room = qMin(mostNameWidth, this->width() * 3 / 10);
+    width = qBound(leastNameWidth, width, qMax(leastNameWidth, room));
     for (PropertyRow* row : m_rows)
         row->setNameWidth(width);
 }

@@ -138,13 +138,13 @@ public:
         , m_swatch(new Swatch)
         , m_text(new QLineEdit)
     {
-        m_swatch->setMinimumWidth(40);
+        m_swatch->setMinimumWidth(36);
         m_swatch->setMinimumHeight(lineHeight(this));
         m_swatch->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         m_swatch->setObjectName(QStringLiteral("swatch"));
         m_swatch->setToolTip(tr("Choose a colour"));
         m_swatch->setAccessibleName(tr("Choose %1").arg(group.getLabel()));
-        m_text->setMinimumWidth(90);
+        m_text->setMinimumWidth(56);
         m_text->setToolTip(tr("Red, green and blue from 0 to 255, #rrggbb or a colour's name"));
         m_text->setAccessibleName(group.getLabel());
         layout()->addWidget(m_swatch);
@@ -205,6 +205,7 @@ public:
         for (int i = 0; property && i < property->getNumItems(); ++i)
             m_box->addItem(property->getItem(i));
         m_box->setMinimumContentsLength(4);
+        m_box->setMinimumWidth(56);
         m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         layout()->addWidget(m_box);
         setFocusProxy(m_box);

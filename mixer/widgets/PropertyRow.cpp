@@ -15,12 +15,39 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
+#include <QStyle>
 #include <QToolButton>
+
+namespace {
+
+/// Ends its text with dots where there is no room for it.
+class ElidedLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    QSize minimumSizeHint() const override { return QSize(0, QLabel::minimumSizeHint().height()); }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        style()->drawItemText(&painter, contentsRect(), alignment() | Qt::AlignVCenter, palette(),
+            isEnabled(), fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()),
+            foregroundRole());
+    }
+};
+
+/// A picture and the begin of a name.
+const int leastSourceWidth = 40;
+
+} // namespace
 
 PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWidget* parent)
     : QWidget(parent)
     , m_group(group)
-    , m_name(new QLabel(group.getLabel()))
+    , m_name(new ElidedLabel(group.getLabel()))
     , m_editor(PropertyEditor::make(group, folder, nullptr))
     , m_source(new QToolButton)
     , m_map(new FileField)
@@ -48,6 +75,7 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
     m_source->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_source->setIcon(LineIcon::make(LineIcon::Link));
     m_source->setAutoRaise(true);
+    m_source->setMinimumWidth(leastSourceWidth);
     m_source->setToolTip(tr("This brick feeds the value; click to go there"));
     m_map->setFilter(imageFilter());
     m_map->setShowsPicture(true);
@@ -104,6 +132,7 @@ void PropertyRow::refresh(const QString& folder)
     const DzProperty* property = m_group.getFirst();
     if (!property)
         return;
+    setToolTip(m_group.describe());
     const bool locked = m_group.isLocked();
     const bool mapped = m_group.isMapped();
     m_editor->setFolder(folder);

@@ -378,10 +378,16 @@ void SceneCodePanel::saveText()
 {
     commitPendingEdits();
     updateNow();
-    const QString path = QFileDialog::getSaveFileName(
-        this, tr("Save Text"), QString(), tr("Text (*.lxm *.txt);;All files (*)"));
-    if (path.isEmpty())
+    if (!m_document)
         return;
+    QFileDialog dialog(
+        this, tr("Save Text"), m_document->getFolder(), tr("Text (*.lxm *.txt);;All files (*)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("lxm"));
+    dialog.selectFile(m_document->getBaseName() + QStringLiteral(".lxm"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    const QString path = dialog.selectedFiles().first();
     QString error;
     if (dzWriteFile(path, m_code.text.toUtf8(), &error))
         emit message(tr("Saved %1.").arg(path));

@@ -11,13 +11,59 @@
 #include "PendingEdits.h"
 #include "ProgramSettings.h"
 #include "SceneSession.h"
+#include "dzmaterial.h"
+#include "dznode.h"
+#include "dzscene.h"
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHash>
 #include <QMessageBox>
+
+namespace {
+
+QString labelOf(const DzElement* element)
+{
+    return element->getLabel().isEmpty() ? element->getName() : element->getLabel();
+}
+
+/// The selected surfaces as their nodes and they are called, in the order in which networks are
+/// taken from them.
+QStringList selectedSurfaceNames()
+{
+    QHash<const DzMaterial*, QString> nodes;
+    for (const DzSurface& surface : dzScene->getSurfaces())
+        if (surface.node && !nodes.contains(surface.material))
+            nodes.insert(surface.material, labelOf(surface.node));
+    QStringList names;
+    for (int i = 0; i < DzMaterial::getNumMaterials(); ++i) {
+        const DzMaterial* material = DzMaterial::getMaterial(i);
+        if (!material || !material->isSelected() || material->getNumShapes() == 0)
+            continue;
+        const QString node = nodes.value(material);
+        names.append(
+            node.isEmpty() ? labelOf(material) : node + QLatin1Char(' ') + labelOf(material));
+    }
+    return names;
+}
+
+/// What the network is called that new documents start with.
+const QLatin1String startName("Untitled");
+
+/// What a network is called that nobody gave a name.
+QString nameOfNewUser(const IDzBrickUser* maker)
+{
+    IDzBrickUser* fresh = maker->createBrickUser();
+    keepBrickUser(fresh);
+    const QString name = fresh->getBrickUserName();
+    releaseBrickUser(fresh);
+    return name;
+}
+
+} // namespace
 
 SceneController::SceneController(ProgramSettings* settings, QWidget* window)
     : m_settings(settings)
@@ -136,15 +182,24 @@ bool SceneController::apply(MixerDocument* document)
     return true;
 }
 
-QList<IDzBrickUser*> SceneController::fromScene(MixerDocument* document)
+QVector<SceneNetwork> SceneController::fromScene(MixerDocument* document)
 {
     IDzBrickUser* maker = document ? document->getUser() : makeBrickUser();
     if (!maker)
         return {};
+    const QStringList surfaces = selectedSurfaceNames();
     const QList<IDzBrickUser*> users = maker->fromScene();
+    const QString unnamed = nameOfNewUser(maker);
     if (!document)
         releaseBrickUser(maker);
     if (users.isEmpty())
         emit message(tr("None of the selected surfaces has anything to take."));
-    return users;
+    QVector<SceneNetwork> networks;
+    for (int i = 0; i < users.size(); ++i) {
+        const QString name = users.at(i)->getBrickUserName();
+        const bool isNamed = !name.isEmpty() && name != unnamed && name != startName;
+        // The networks come in the order of the surfaces.
+        networks.append(SceneNetwork { users.at(i), isNamed ? name : surfaces.value(i, name) });
+    }
+    return networks;
 }

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QList>
 #include <QObject>
+#include <QString>
+#include <QVector>
 #include <memory>
 
 class IDzBrickUser;
@@ -11,6 +12,12 @@ class MixerDocument;
 class ProgramSettings;
 class QWidget;
 class SceneSession;
+
+/// A network that was taken from a surface, the caller's, with a name for it.
+struct SceneNetwork {
+    IDzBrickUser* user;
+    QString title;
+};
 
 /// Opens and saves the scene, puts networks on its surfaces and takes them from there, and asks
 /// the user where there is something to decide.
@@ -37,9 +44,9 @@ public:
     /// Puts the document's network on the selected surfaces, after showing what that changes when
     /// the user wants to see it. False when nothing was applied.
     bool apply(MixerDocument* document);
-    /// The networks of the selected surfaces, each the caller's. `document` is any of the kind
-    /// that is wanted; null makes one.
-    QList<IDzBrickUser*> fromScene(MixerDocument* document);
+    /// The networks of the selected surfaces. `document` is any of the kind that is wanted; null
+    /// makes one.
+    QVector<SceneNetwork> fromScene(MixerDocument* document);
 
 signals:
     void message(const QString& text);

@@ -11,6 +11,7 @@
 #include "CommandSet.h"
 #include "DocumentController.h"
 #include "DocumentTabs.h"
+#include "HistoryDelegate.h"
 #include "MessageLine.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
@@ -35,6 +36,7 @@
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
@@ -755,6 +757,31 @@ TEST_F(WindowTest, fromSceneOpensATabForEachSurface)
     EXPECT_NE(document()->getUser()->getIdentifier().toString(), first);
 }
 
+TEST_F(WindowTest, networksWithoutANameAreCalledAsTheirSurfaces)
+{
+    m_settings->setApplyListShown(false);
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    materialNamed("Body")->select(true);
+    materialNamed("Rim")->select(true);
+    settle();
+    run("apply");
+    const auto titles = [this] {
+        QStringList texts;
+        for (const MixerDocument* open : m_window->getTabs()->getDocuments())
+            texts.append(open->getTitle());
+        return texts;
+    };
+    run("fromScene");
+    run("fromScene");
+    const QStringList all = titles();
+    ASSERT_GE(all.size(), 4);
+    EXPECT_EQ(QStringList(all).removeDuplicates(), 0) << all.join(QLatin1Char('|')).toStdString();
+    EXPECT_EQ(all.filter(QStringLiteral("Body")).size(), 2);
+    EXPECT_EQ(all.filter(QStringLiteral("Rim")).size(), 2);
+    EXPECT_TRUE(all.last().endsWith(QLatin1String(" 2"))) << all.last().toStdString();
+    EXPECT_TRUE(document()->getPath().isEmpty());
+}
+
 TEST_F(WindowTest, undoingBehindASavedSceneIsAChange)
 {
     m_settings->setApplyListShown(false);
@@ -993,6 +1020,89 @@ TEST_F(WindowTest, aNetworkIsNotSavedOverOneThatIsOpen)
     EXPECT_TRUE(QFile::exists(path));
 }
 
+TEST_F(WindowTest, aFileThatAnotherProgramChangedIsNotOverwrittenUnasked)
+{
+    const QString path = file("a.sskn");
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), path));
+    const auto writeOther = [&path] {
+        QFile other(path);
+        ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+        other.write("of another program");
+    };
+    const auto press = [](const char* label) {
+        withDialog<QMessageBox>([label](QMessageBox* box) {
+            EXPECT_TRUE(box->text().contains(QLatin1String("a.sskn")));
+            for (QAbstractButton* button : box->buttons())
+                if (button->text().remove(QLatin1Char('&')) == QString::fromUtf8(label))
+                    return button->click();
+            ADD_FAILURE() << "no button " << label;
+            box->reject();
+        });
+    };
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("3"));
+    writeOther();
+    press("Cancel");
+    run("save");
+    EXPECT_TRUE(document()->isModified());
+    EXPECT_EQ(contentOf(path), QByteArray("of another program"));
+    press("Overwrite");
+    run("save");
+    EXPECT_FALSE(document()->isModified());
+    EXPECT_EQ(contentOf(path), document()->getText());
+    // Nobody is asked about what was written here, nor about a file that is gone.
+    EXPECT_FALSE(asks([this] { run("save"); }));
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_FALSE(asks([this] { run("save"); }));
+    EXPECT_EQ(contentOf(path), document()->getText());
+    // What was opened is remembered too.
+    run("close");
+    ASSERT_TRUE(m_window->openFile(path));
+    EXPECT_FALSE(asks([this] { run("save"); }));
+    writeOther();
+    EXPECT_TRUE(asks([this] { run("save"); }));
+}
+
+TEST_F(WindowTest, scenesAreOpenedFromTheDialogOfNetworksToo)
+{
+    withDialog<QFileDialog>([](QFileDialog* dialog) {
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->clear();
+        QTest::keyClicks(name, scenePath());
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    run("open");
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_GT(dzScene->getNumNodes(), 0);
+}
+
+TEST_F(WindowTest, severalFilesWithErrorsAreOneMessage)
+{
+    dropFiles(m_window.get(), { file("missing.sskn"), file("gone.duf"), file("lost.sskn") });
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    for (const char* name : { "missing.sskn", "gone.duf", "lost.sskn" })
+        EXPECT_TRUE(box->informativeText().contains(file(name))) << name;
+    box->accept();
+    settle();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(WindowTest, theTextIsSavedUnderTheNetworksName)
+{
+    ASSERT_TRUE(m_window->getDocuments()->saveTo(document(), file("wall.sskn")));
+    withDialog<QFileDialog>([this](QFileDialog* dialog) {
+        EXPECT_EQ(dialog->directory().absolutePath(), m_dir.path());
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        EXPECT_EQ(name->text(), QStringLiteral("wall.lxm"));
+        name->clear();
+        QTest::keyClicks(name, QStringLiteral("other"));
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    m_window->getSceneCode()->saveText();
+    EXPECT_EQ(contentOf(file("other.lxm")), m_window->getSceneCode()->getText().toUtf8());
+}
+
 TEST_F(WindowTest, otherProgramsTextOnTheClipboardDoesNoHarm)
 {
     m_window->getView()->setFocus();
@@ -1033,6 +1143,56 @@ TEST_F(WindowTest, theHistoryListsStepsAndJumps)
     jump(0);
     EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("0"));
     EXPECT_FALSE(command("undo")->isEnabled());
+}
+
+TEST_F(WindowTest, undoingAChangeOfAHiddenNetworkShowsIt)
+{
+    MixerDocument* first = document();
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("1"));
+    run("new");
+    MixerDocument* second = document();
+    run("undo");
+    EXPECT_EQ(document(), first);
+    EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("0"));
+    EXPECT_EQ(m_window->getMessage(), QStringLiteral("Undone in Untitled: Change Sigma"));
+    m_window->getTabs()->setCurrent(second);
+    run("redo");
+    EXPECT_EQ(document(), first);
+    EXPECT_EQ(m_window->getMessage(), QStringLiteral("Redone in Untitled: Change Sigma"));
+    // What is seen to change needs no word, and a new step is no undoing.
+    m_window->showMessage(QString());
+    run("undo");
+    EXPECT_EQ(m_window->getMessage(), QString());
+    m_window->getTabs()->setCurrent(second);
+    first->getEdit()->setTitle(bricksOf(first->getUser()).first(), QStringLiteral("Wall"));
+    settle();
+    EXPECT_EQ(document(), second);
+    EXPECT_EQ(m_window->getMessage(), QString());
+    // The history names networks where there are several.
+    const auto* delegate = qobject_cast<HistoryDelegate*>(m_window->getHistory()->itemDelegate());
+    ASSERT_NE(delegate, nullptr);
+    const QModelIndex step = m_window->getHistory()->model()->index(1, 0);
+    EXPECT_EQ(delegate->textOf(step), step.data().toString() + QStringLiteral(" — Untitled"));
+    // A jump to the begin.
+    dzUndoStack->getQtStack()->setIndex(0);
+    settle();
+    EXPECT_EQ(document(), first);
+    m_window->getTabs()->close(second, false);
+    EXPECT_EQ(delegate->textOf(step), step.data().toString());
+}
+
+TEST_F(WindowTest, aDragThatWasTakenBackIsNoChangeOfTheShownNetwork)
+{
+    MixerDocument* first = document();
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("1"));
+    run("new");
+    dzUndoStack->beginHold();
+    property(brick("Matte"), "sigma")->setValueText(QStringLiteral("7"), nullptr);
+    dzUndoStack->cancel();
+    run("undo");
+    EXPECT_EQ(document(), first);
 }
 
 // The window itself.

@@ -33,6 +33,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScrollArea>
 #include <QThreadPool>
 #include <QToolButton>
 
@@ -126,6 +127,21 @@ TEST_F(PropertiesPanelTest, aDragIsTakenBackByEscape)
     QTest::mouseRelease(number, Qt::LeftButton);
     EXPECT_FALSE(dzUndoStack->canUndo());
     EXPECT_EQ(dzUndoStack->getHoldDepth(), 0);
+}
+
+TEST_F(PropertiesPanelTest, aDragLeavesRoundNumbers)
+{
+    DzShaderBrick* map = add("VireoTexFltImageMapBrick");
+    auto* gamma = propertyAs<DzFloatProperty>(map, "gamma");
+    gamma->setMinMax(0, 1);
+    gamma->setValue(0.1f);
+    select({});
+    select({ map });
+    const QByteArray label = gamma->getLabel().toUtf8();
+    for (const int way : { 7, 13, 29, 31 }) {
+        drag(field<NumberField>(label.constData()), { 5, way });
+        EXPECT_LE(gamma->getValueText().size(), 5) << gamma->getValueText().toStdString();
+    }
 }
 
 TEST_F(PropertiesPanelTest, theSliderStaysInsideTheLimitsAndTypingMayLeaveThem)
@@ -459,4 +475,74 @@ TEST_F(PropertiesPanelTest, aBrickThatGoesWhileItIsShownDoesNoHarm)
     settle();
     EXPECT_EQ(dzUndoStack->getHoldDepth(), 0);
     EXPECT_EQ(m_window->getProperties()->findRow(QStringLiteral("Sigma")), nullptr);
+}
+
+TEST_F(PropertiesPanelTest, rowsOfOneVectorSayWhichVector)
+{
+    DzShaderBrick* checks = add("VireoTexFltCheckerboardBrick");
+    QStringList labels;
+    for (const PropertyRow* shown : m_window->getProperties()->findChildren<PropertyRow*>())
+        labels.append(shown->getGroup().getLabel());
+    EXPECT_EQ(QStringList(labels).removeDuplicates(), 0)
+        << labels.join(QLatin1Char('|')).toStdString();
+    EXPECT_EQ(labels.filter(QStringLiteral(" · X")).isEmpty(), false)
+        << labels.join(QLatin1Char('|')).toStdString();
+    EXPECT_NE(checks, nullptr);
+}
+
+TEST_F(PropertiesPanelTest, aNarrowPanelReachesItsButtons)
+{
+    add("VireoTexFltCheckerboardBrick");
+    const PropertiesPanel* panel = m_window->getProperties();
+    const int before = panel->width();
+    m_window->resize(800, 600);
+    settle();
+    EXPECT_EQ(m_window->width(), 800);
+    const auto* area = panel->findChild<QScrollArea*>();
+    EXPECT_EQ(area->horizontalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    for (PropertyRow* shown : panel->findChildren<PropertyRow*>()) {
+        const auto* lock = shown->findChild<QToolButton*>(QStringLiteral("lock"));
+        EXPECT_LE(
+            lock->mapTo(area->viewport(), lock->rect().topRight()).x(), area->viewport()->width())
+            << shown->getGroup().getLabel().toStdString();
+        for (const NumberField* number : shown->findChildren<NumberField*>())
+            EXPECT_GE(number->width(), 56);
+    }
+    m_window->resize(1480, 920);
+    settle();
+    EXPECT_EQ(panel->width(), before);
+}
+
+TEST_F(PropertiesPanelTest, bricksWithNothingInCommonSaySo)
+{
+    add("VireoTexFltCheckerboardBrick");
+    DzShaderBrick* checks = document()->getSelection()->getCurrent();
+    select({ checks, brick("Matte") });
+    QStringList texts;
+    for (const QLabel* label : m_window->getProperties()->findChildren<QLabel*>())
+        if (label->isVisible())
+            texts.append(label->text());
+    EXPECT_TRUE(texts.contains(QStringLiteral("These bricks have no values in common.")))
+        << texts.join(QLatin1Char('|')).toStdString();
+    select({ checks });
+    for (const QLabel* label : m_window->getProperties()->findChildren<QLabel*>())
+        EXPECT_FALSE(label->isVisible() && label->text().contains(QLatin1String("in common")));
+}
+
+TEST_F(PropertiesPanelTest, rowsSayNameRangeAndDefault)
+{
+    add("VireoMatMatteBrick");
+    const QString tip = row("Sigma")->toolTip();
+    EXPECT_TRUE(tip.contains(QLatin1String("Sigma"))) << tip.toStdString();
+    EXPECT_TRUE(tip.contains(QLatin1String("Name: sigma"))) << tip.toStdString();
+    EXPECT_TRUE(tip.contains(QLatin1String("Default: 0"))) << tip.toStdString();
+    // Sigma may be any number.
+    EXPECT_FALSE(tip.contains(QLatin1String("Range"))) << tip.toStdString();
+    DzShaderBrick* map = add("VireoTexFltImageMapBrick");
+    auto* gamma = propertyAs<DzFloatProperty>(map, "gamma");
+    gamma->setMinMax(0, 5);
+    select({});
+    select({ map });
+    const QString limited = row(gamma->getLabel().toUtf8().constData())->toolTip();
+    EXPECT_TRUE(limited.contains(QLatin1String("Range: 0 to 5"))) << limited.toStdString();
 }
