@@ -1339,12 +1339,11 @@ TEST_F(WindowTest, aTabThatComesBackManyTimesIsListenedToOnce)
     select({ brick("Matte") });
     type("Sigma", QStringLiteral("3"));
     struct Peek : QObject {
-        int count(const char* signal) const { return receivers(signal); }
+        using QObject::receivers;
     };
     const QObject* selection = document()->getSelection();
-    const auto listeners = [selection] {
-        return static_cast<const Peek*>(selection)->count(SIGNAL(selectionChanged()));
-    };
+    const auto listeners
+        = [selection] { return (selection->*(&Peek::receivers))(SIGNAL(selectionChanged())); };
     const int before = listeners();
     m_window->getTabs()->close(document(), true);
     for (int i = 0; i < 4; ++i) {
