@@ -6,7 +6,7 @@
 
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
-#include <malloc.h>
+#include <mimalloc.h>
 
 namespace {
 
@@ -59,15 +59,29 @@ void BM_BuildChain(benchmark::State& state)
     }
 }
 
+/// Bytes that the program's allocator has given out to this thread, rounded up as it does.
+std::size_t bytesGivenOut()
+{
+    std::size_t bytes = 0;
+    const auto add
+        = [](const mi_heap_t*, const mi_heap_area_t* area, void*, std::size_t, void* sum) {
+              *static_cast<std::size_t*>(sum) += area->used * area->block_size;
+              return true;
+          };
+    mi_heap_visit_blocks(mi_heap_get_default(), false, add, &bytes);
+    return bytes;
+}
+
 /// Memory of a network by the allocator's count, per brick.
 void BM_MemoryPerBrick(benchmark::State& state)
 {
     const int count = static_cast<int>(state.range(0));
     double bytes = 0;
     for (auto _ : state) {
-        const size_t before = mallinfo2().uordblks;
+        const std::size_t before = bytesGivenOut();
+        require(before > 0, "the allocator");
         const Network network = buildMixedNetwork(count);
-        bytes = static_cast<double>(mallinfo2().uordblks - before);
+        bytes = static_cast<double>(bytesGivenOut() - before);
         benchmark::DoNotOptimize(network.root);
     }
     state.counters["bytes_per_brick"] = bytes / count;

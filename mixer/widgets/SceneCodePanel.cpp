@@ -330,10 +330,11 @@ void SceneCodePanel::showLight()
             lights.append(light);
         }
         end = statement.begin + statement.length;
-        // Up to the end of the last line, not to the begin of the next.
+        // With the line end, or the last line would be lit no wider than its text.
         const QTextBlock last = document->findBlock(end - 1);
         lights.last().cursor.setPosition(
-            last.position() + last.length() - 1, QTextCursor::KeepAnchor);
+            qMin(last.position() + last.length(), document->characterCount() - 1),
+            QTextCursor::KeepAnchor);
     }
     m_text->setExtraSelections(lights);
     // Whoever reads here stays where he is.

@@ -421,10 +421,24 @@ TEST_F(WindowTest, selectingABrickLightsItsLines)
     select({ brick("Matte") });
     QStringList lit;
     for (const QTextEdit::ExtraSelection& light : shown->extraSelections())
-        lit += light.cursor.selectedText().split(QChar::ParagraphSeparator);
+        lit += light.cursor.selectedText().split(QChar::ParagraphSeparator, Qt::SkipEmptyParts);
     EXPECT_EQ(lit.value(0), QStringLiteral("MakeNamedMaterial \"Lm_material1\""));
     EXPECT_TRUE(lit.last().contains(QLatin1String("\"matte\""))) << lit.last().toStdString();
     const QImage with = shown->viewport()->grab().toImage();
+    // The light of every line is as wide as the panel.
+    const QTextCursor litLines = shown->extraSelections().constLast().cursor;
+    QTextCursor line = litLines;
+    line.setPosition(litLines.selectionStart());
+    int numLines = 0;
+    for (; line.position() < litLines.selectionEnd(); line.movePosition(QTextCursor::NextBlock)) {
+        const QPoint place(with.width() - 2, shown->cursorRect(line).center().y());
+        if (!with.rect().contains(place))
+            continue;
+        ++numLines;
+        EXPECT_NE(with.pixelColor(place), shown->palette().color(QPalette::Base))
+            << line.block().text().toStdString();
+    }
+    EXPECT_GE(numLines, 2);
     document()->getSelection()->clear();
     settle();
     EXPECT_TRUE(shown->extraSelections().isEmpty());
