@@ -8,7 +8,7 @@
 #include <memory>
 
 class DzProperty;
-class DzSettings;
+class SettingsTree;
 class DzShaderBrick;
 
 /// An input, output or settings row of a brick.
@@ -150,7 +150,7 @@ private:
     mutable QVector<Link> m_links;
     mutable int m_deadLinks = 0;
     /// Members of the file that the parameter was read from, see DzProperty.
-    std::unique_ptr<DzSettings> m_keptMembers;
+    std::unique_ptr<SettingsTree> m_keptMembers;
     int m_direction;
     bool m_isArray = false;
     bool m_writeToken = true;

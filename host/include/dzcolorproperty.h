@@ -24,8 +24,8 @@ public:
     /// are read too.
     QString getValueText() const override;
     bool setValueText(const QString& text, QString* error) override;
-    void writeValue(DzSettings* settings) const override;
-    bool readAttribute(const DzSettings& settings, const QString& key) override;
+    void writeValue(SettingsTree* settings) const override;
+    bool readAttribute(const SettingsTree& settings, const QString& key) override;
 
 protected:
     DzProperty* createSimilar() const override;

@@ -31,7 +31,7 @@ public:
     QString getValueText() const override { return getStringValue(); }
     /// Takes an item's text or its index.
     bool setValueText(const QString& text, QString* error) override;
-    bool readAttribute(const DzSettings& settings, const QString& key) override;
+    bool readAttribute(const SettingsTree& settings, const QString& key) override;
 
 signals:
     void itemListChanged();

@@ -35,9 +35,9 @@ public:
     void resetToDefault() override { setValue(m_default); }
     QString getValueText() const override;
     bool setValueText(const QString& text, QString* error) override;
-    void writeValue(DzSettings* settings) const override;
+    void writeValue(SettingsTree* settings) const override;
     bool isDescribedLike(const DzProperty* other) const override;
-    bool readAttribute(const DzSettings& settings, const QString& key) override;
+    bool readAttribute(const SettingsTree& settings, const QString& key) override;
 
 protected:
     DzProperty* createSimilar() const override;

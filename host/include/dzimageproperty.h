@@ -28,8 +28,8 @@ public:
     bool setValueText(const QString& text, QString* error) override;
     void copyFrom(const DzProperty* other) override;
     void getAttributes(DzPropertySettings* settings) const override;
-    void writeValue(DzSettings* settings) const override;
-    bool readAttribute(const DzSettings& settings, const QString& key) override;
+    void writeValue(SettingsTree* settings) const override;
+    bool readAttribute(const SettingsTree& settings, const QString& key) override;
 
 protected:
     DzProperty* createSimilar() const override;

@@ -40,7 +40,7 @@ public:
     void copyFrom(const DzProperty* other) override;
     void getAttributes(DzPropertySettings* settings) const override;
     bool isDescribedLike(const DzProperty* other) const override;
-    bool readAttribute(const DzSettings& settings, const QString& key) override;
+    bool readAttribute(const SettingsTree& settings, const QString& key) override;
 
 signals:
     void mapChanged();

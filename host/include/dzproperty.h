@@ -69,7 +69,7 @@ public:
     /// Writes everything that describes the property, in the order of the host's files.
     Q_INVOKABLE virtual void getAttributes(DzPropertySettings* settings) const;
     /// Writes the member "Value" of getAttributes() alone.
-    virtual void writeValue(DzSettings* settings) const = 0;
+    virtual void writeValue(SettingsTree* settings) const = 0;
     /// True when getAttributes() gives the same for both but for the value. `other` is of the same
     /// class. This is the fast form of writing and comparing both.
     virtual bool isDescribedLike(const DzProperty* other) const;
@@ -78,7 +78,7 @@ public:
     Q_INVOKABLE void setAttributes(const DzPropertySettings* settings);
     /// Reads one member of such settings. False when the key is none of this property's or its
     /// value cannot be used.
-    virtual bool readAttribute(const DzSettings& settings, const QString& key);
+    virtual bool readAttribute(const SettingsTree& settings, const QString& key);
 
 signals:
     void currentValueChanged();
@@ -122,7 +122,7 @@ private:
     DzElement* m_owner = nullptr;
     DzBrickParam* m_param = nullptr;
     /// Members of the file that the property was read from and that it must be written back with.
-    std::unique_ptr<DzSettings> m_keptMembers;
+    std::unique_ptr<SettingsTree> m_keptMembers;
     bool m_hidden = false;
     bool m_locked = false;
     bool m_userProperty;

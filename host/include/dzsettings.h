@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QHash>
 #include <QObject>
 #include <QString>
-#include <QVarLengthArray>
-#include <QVector>
-#include <functional>
 #include <memory>
+
+class SettingsTree;
 
 /// An ordered list of keys with typed values; a value may be a nested DzSettings.
 ///
@@ -42,8 +40,6 @@ public:
     Q_INVOKABLE DzSettings* setSettingsValue(const QString& key);
     /// Stores a copy of `value` and returns the stored one.
     DzSettings* setSettingsValue(const QString& key, const DzSettings& value);
-    /// Stores `jsonText`, the compact JSON text of a value of unknown meaning.
-    void setOpaqueValue(const QString& key, const QByteArray& jsonText);
 
     // Reading values. The fallback is returned when the key is absent or of another type; a
     // number is read as either of the number types where that loses nothing.
@@ -54,14 +50,9 @@ public:
     Q_INVOKABLE double getFloatValue(const QString& key, double fallback = 0) const;
     /// The nested settings under `key`, or null when absent or of another type.
     Q_INVOKABLE DzSettings* getSettingsValue(const QString& key) const;
-    /// The JSON text of an opaque value; empty for other types.
-    QByteArray getOpaqueValue(const QString& key) const;
-    QByteArray getOpaqueValueAt(int index) const;
-    /// The nested settings at `index`; null when there is none or it is of another type.
-    DzSettings* getSettingsValueAt(int index) const;
 
     // Walking.
-    Q_INVOKABLE int getNumValues() const { return entries().size(); }
+    Q_INVOKABLE int getNumValues() const;
     /// Key of value `index`, empty when there is none.
     Q_INVOKABLE QString getKey(int index) const;
     /// Type of value `index`, StringValue when there is none.
@@ -73,8 +64,6 @@ public:
     Q_INVOKABLE bool hasKey(const QString& key) const { return getSettingIndex(key) >= 0; }
 
     Q_INVOKABLE void removeValue(const QString& key);
-    /// Removes all values whose index `isUnwanted` accepts.
-    void removeValues(const std::function<bool(int index)>& isUnwanted);
     Q_INVOKABLE void clear();
     /// Copies the value under `key` to the same key of `target`; false when the key is absent.
     Q_INVOKABLE bool copySetting(const QString& key, DzSettings* target) const;
@@ -82,58 +71,22 @@ public:
     Q_INVOKABLE bool copySetting(
         const QString& key, DzSettings* target, const QString& targetKey) const;
     void replaceWithSettings(const DzSettings& other);
-    /// Exchanges all values with those of `other`, which is neither in this one nor around it.
-    void swap(DzSettings& other);
 
     /// True when both hold the same keys with the same values in the same order.
     bool isEqual(const DzSettings& other) const;
     /// True when both have the same value, or none, under `key`.
     bool hasEqualValue(const DzSettings& other, const QString& key) const;
 
+    /// The values, for the host's own readers and writers.
+    SettingsTree* tree() { return m_tree; }
+    const SettingsTree* tree() const { return m_tree; }
+
 private:
-    struct Entry {
-        QString key;
-        ValueType type = StringValue;
-        QString text; ///< StringValue; OpaqueValue as UTF-16 of the JSON text
-        union {
-            int integer;
-            bool boolean;
-            double number = 0;
-            DzSettings* nested;
-        };
-    };
+    friend class SettingsTree;
 
-    /// A tree that nobody changes any more.
-    struct SharedTree;
-    typedef std::shared_ptr<const SharedTree> SharedTreePtr;
+    /// Shows a tree that somebody else owns.
+    explicit DzSettings(SettingsTree* tree);
 
-    explicit DzSettings(const SharedTreePtr& tree);
-
-    static bool entriesEqual(const Entry& a, const Entry& b);
-    SharedTreePtr sharedTree() const;
-    /// By far the most trees of a network hold one value, which needs no memory of its own.
-    typedef QVarLengthArray<Entry, 1> Entries;
-
-    const Entries& entries() const
-    {
-        if (m_shared)
-            takeOverShared();
-        return m_entries;
-    }
-    Entries& entries()
-    {
-        if (m_shared)
-            takeOverShared();
-        return m_entries;
-    }
-    void takeOverShared() const;
-    Entry& entryFor(const QString& key, ValueType type);
-    const Entry* find(const QString& key) const;
-    void assign(const Entry& value);
-
-    mutable Entries m_entries;
-    /// Stands for the entries until they are asked for.
-    mutable SharedTreePtr m_shared;
-    /// Key to index, filled only once the list is long enough for a search to cost more.
-    mutable QHash<QString, int> m_index;
+    std::unique_ptr<SettingsTree> m_own; ///< null when another tree holds this one
+    SettingsTree* const m_tree;
 };

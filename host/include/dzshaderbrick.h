@@ -133,7 +133,7 @@ private:
     int detach(DzBrickParam* param);
     void forget(DzBrickParam* param);
     void notifyConnectionsChanged();
-    void readBrickProperties(const DzSettings& settings);
+    void readBrickProperties(const SettingsTree& settings);
 
     QVector<DzBrickParam*> m_params;
     QVector<ScopedParam> m_scoped;

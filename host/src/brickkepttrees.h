@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "dzsettings.h"
 #include "dzshaderbrick.h"
+#include "settingstree.h"
 
 #include <memory>
 
 struct DzShaderBrick::KeptTrees {
-    std::unique_ptr<DzSettings> brick;
-    std::unique_ptr<DzSettings> attributes;
-    std::unique_ptr<DzSettings> properties;
-    std::unique_ptr<DzSettings> parameters;
+    std::unique_ptr<SettingsTree> brick;
+    std::unique_ptr<SettingsTree> attributes;
+    std::unique_ptr<SettingsTree> properties;
+    std::unique_ptr<SettingsTree> parameters;
 };

@@ -3,6 +3,8 @@
 
 #include "dzboolproperty.h"
 
+#include "settingstree.h"
+
 DzBoolProperty::DzBoolProperty(
     const QString& name, bool canAnimate, bool isUserProperty, bool defaultValue)
     : DzIntProperty(name, canAnimate, isUserProperty, defaultValue ? 1 : 0)
@@ -37,16 +39,16 @@ DzProperty* DzBoolProperty::createSimilar() const
 
 void DzBoolProperty::getValueAttributes(DzPropertySettings* settings) const
 {
-    writeValue(settings);
+    writeValue(settings->tree());
     settings->setBoolValue(QStringLiteral("DefaultValue"), getDefaultBoolValue());
 }
 
-void DzBoolProperty::writeValue(DzSettings* settings) const
+void DzBoolProperty::writeValue(SettingsTree* settings) const
 {
     settings->setBoolValue(QStringLiteral("Value"), getBoolValue());
 }
 
-bool DzBoolProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzBoolProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     // Whole numbers have limits, this kind of them has none.
     if (key == QLatin1String("Min") || key == QLatin1String("Max"))
@@ -57,7 +59,7 @@ bool DzBoolProperty::readAttribute(const DzSettings& settings, const QString& ke
         return DzIntProperty::readAttribute(settings, key);
     if (settings.getValueType(index) != DzSettings::BoolValue)
         return DzIntProperty::readAttribute(settings, key);
-    DzSettings number;
+    SettingsTree number;
     number.setIntValue(key, settings.getBoolValue(key) ? 1 : 0);
     return DzIntProperty::readAttribute(number, key);
 }

@@ -9,6 +9,7 @@
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 #include "paramaddress.h"
+#include "settingstree.h"
 
 /// The making or removing of one link.
 class DzBrickLinkItem : public DzUndoItem

@@ -11,6 +11,7 @@
 #include "networkkeys.h"
 #include "paramaddress.h"
 #include "paramkeys.h"
+#include "settingstree.h"
 
 #include <vector>
 
@@ -26,8 +27,8 @@ struct PropertyState {
         const QString mapKey = QStringLiteral("MapImage");
         if (!settings.hasKey(mapKey))
             settings.setStringValue(mapKey, QString());
-        if (const DzSettings* members = DzKeptMembers::keptOf(property))
-            kept.reset(new DzSettings(*members));
+        if (const SettingsTree* members = DzKeptMembers::keptOf(property))
+            kept.reset(new SettingsTree(*members));
     }
 
     void restore(DzProperty* property) const
@@ -38,7 +39,7 @@ struct PropertyState {
 
     QString name;
     DzPropertySettings settings;
-    std::unique_ptr<DzSettings> kept;
+    std::unique_ptr<SettingsTree> kept;
 };
 
 struct LinkState {
@@ -50,7 +51,7 @@ struct LinkState {
 struct ParamState {
     QString key;
     QString label;
-    std::unique_ptr<DzSettings> kept;
+    std::unique_ptr<SettingsTree> kept;
     std::vector<PropertyState> properties;
     std::vector<LinkState> links;
 };
@@ -131,8 +132,8 @@ DzBrickState::DzBrickState(const DzShaderBrick* brick)
         ParamState state;
         state.key = keys.key(i);
         state.label = param->getLabel();
-        if (const DzSettings* members = DzKeptMembers::keptOf(param))
-            state.kept.reset(new DzSettings(*members));
+        if (const SettingsTree* members = DzKeptMembers::keptOf(param))
+            state.kept.reset(new SettingsTree(*members));
         for (int k = 0; k < param->getNumProperties(); ++k)
             state.properties.emplace_back(param->getProperty(k));
         for (int k = 0; k < param->getNumConnections(); ++k) {

@@ -10,6 +10,7 @@
 #include "idzbrickuser.h"
 #include "keptmembers.h"
 #include "settingsjson.h"
+#include "settingstree.h"
 
 #include <QCoreApplication>
 
@@ -114,11 +115,9 @@ bool DzBrickUserFile::loadText(const QByteArray& data, const QString& name, IDzB
     const auto understood = [](const QString& key) {
         return key == formatKey() || key == versionKey() || key == setupKey();
     };
-    const std::unique_ptr<DzSettings> kept = DzKeptMembers::remember(root, understood);
-    if (kept)
-        m_kept.replaceWithSettings(*kept);
-    else
-        m_kept.clear();
+    m_kept.clear();
+    if (const auto kept = DzKeptMembers::remember(*root.tree(), understood))
+        *m_kept.tree() = *kept;
     user->getBrickUserElement()->setAttributes(&root);
     return true;
 }
@@ -126,11 +125,11 @@ bool DzBrickUserFile::loadText(const QByteArray& data, const QString& name, IDzB
 QByteArray DzBrickUserFile::saveText(const IDzBrickUser* user) const
 {
     DzSettings root;
-    DzKeptMembers::begin(&root, &m_kept);
+    DzKeptMembers::begin(root.tree(), m_kept.tree());
     root.setStringValue(formatKey(), user->getExtension());
     root.setFloatValue(versionKey(), formatVersion);
     user->getBrickUserElement()->getAttributes(&root);
-    DzKeptMembers::end(&root);
+    DzKeptMembers::end(root.tree());
     return settingsToJson(root);
 }
 

@@ -3,6 +3,8 @@
 
 #include "dzcolorproperty.h"
 
+#include "settingstree.h"
+
 #include <QStringList>
 
 namespace {
@@ -17,9 +19,9 @@ QColor unpacked(int value)
     return QColor::fromRgba(static_cast<QRgb>(value));
 }
 
-void writeColor(DzSettings* settings, const QString& key, const QColor& color)
+void writeColor(SettingsTree* settings, const QString& key, const QColor& color)
 {
-    DzSettings* parts = settings->setSettingsValue(key);
+    SettingsTree* parts = settings->setSettingsValue(key);
     parts->setIntValue(QStringLiteral("Red"), color.red());
     parts->setIntValue(QStringLiteral("Green"), color.green());
     parts->setIntValue(QStringLiteral("Blue"), color.blue());
@@ -28,7 +30,7 @@ void writeColor(DzSettings* settings, const QString& key, const QColor& color)
 }
 
 /// A colour component in 0 to 255; -1 when it is missing or something else.
-int component(const DzSettings& parts, const char* name, int fallback)
+int component(const SettingsTree& parts, const char* name, int fallback)
 {
     const QString key = QString::fromLatin1(name);
     if (!parts.hasKey(key))
@@ -37,7 +39,7 @@ int component(const DzSettings& parts, const char* name, int fallback)
     return value >= 0 && value <= 255 ? value : -1;
 }
 
-bool readColor(const DzSettings& parts, QColor* color)
+bool readColor(const SettingsTree& parts, QColor* color)
 {
     const int red = component(parts, "Red", -1);
     const int green = component(parts, "Green", -1);
@@ -126,16 +128,16 @@ DzProperty* DzColorProperty::createSimilar() const
 
 void DzColorProperty::getValueAttributes(DzPropertySettings* settings) const
 {
-    writeValue(settings);
-    writeColor(settings, QStringLiteral("DefaultValue"), getDefaultColorValue());
+    writeValue(settings->tree());
+    writeColor(settings->tree(), QStringLiteral("DefaultValue"), getDefaultColorValue());
 }
 
-void DzColorProperty::writeValue(DzSettings* settings) const
+void DzColorProperty::writeValue(SettingsTree* settings) const
 {
     writeColor(settings, QStringLiteral("Value"), getColorValue());
 }
 
-bool DzColorProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzColorProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     // Whole numbers have limits, this kind of them has none.
     if (key == QLatin1String("Min") || key == QLatin1String("Max"))
@@ -143,11 +145,11 @@ bool DzColorProperty::readAttribute(const DzSettings& settings, const QString& k
     const bool isValue = key == QLatin1String("Value");
     if (!isValue && key != QLatin1String("DefaultValue"))
         return DzIntProperty::readAttribute(settings, key);
-    const DzSettings* parts = settings.getSettingsValue(key);
+    const SettingsTree* parts = settings.getSettingsValue(key);
     QColor color;
     if (!parts || !readColor(*parts, &color))
         return false;
-    DzSettings number;
+    SettingsTree number;
     number.setIntValue(key, packed(color));
     return DzIntProperty::readAttribute(number, key);
 }

@@ -9,6 +9,7 @@
 #include "dzundostack.h"
 #include "networkreader.h"
 #include "networkwriter.h"
+#include "settingstree.h"
 #include "userkepttrees.h"
 
 #include <QPointer>
@@ -213,7 +214,7 @@ DzBrickSet* DzDefaultBrickUser::getBrickSet(int index) const
 void DzDefaultBrickUser::getAttributesHelper(
     DzSettings* settings, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names) const
 {
-    DzNetworkWriter(*this).write(settings, ids, names);
+    DzNetworkWriter(*this).write(settings->tree(), ids, names);
 }
 
 void DzDefaultBrickUser::setAttributesHelper(
@@ -223,7 +224,7 @@ void DzDefaultBrickUser::setAttributesHelper(
     deleteAllBricks();
     ++m_generation;
     DzNetworkReader reader(*this);
-    reader.read(*settings);
+    reader.read(*settings->tree());
     if (createdBricks)
         *createdBricks = reader.createdBricks();
 }

@@ -3,6 +3,8 @@
 
 #include "dzenumproperty.h"
 
+#include "settingstree.h"
+
 DzEnumProperty::DzEnumProperty(const QString& name, bool canAnimate, bool isUserProperty)
     : DzIntProperty(name, canAnimate, isUserProperty)
 {
@@ -63,7 +65,7 @@ void DzEnumProperty::assignAll(const DzProperty* model)
     m_items = source->m_items;
 }
 
-bool DzEnumProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzEnumProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     if (key == QLatin1String("Value") || key == QLatin1String("DefaultValue")) {
         // An index of no item is left alone rather than bent to another item.

@@ -5,6 +5,7 @@
 
 #include "dzundostack.h"
 #include "settingsjson.h"
+#include "settingstree.h"
 
 #include <cmath>
 #include <limits>
@@ -17,7 +18,7 @@ bool sameValue(float a, float b)
     return a == b || (std::isnan(a) && std::isnan(b));
 }
 
-bool isNumber(const DzSettings& settings, const QString& key)
+bool isNumber(const SettingsTree& settings, const QString& key)
 {
     const DzSettings::ValueType type = settings.getValueType(settings.getSettingIndex(key));
     return type == DzSettings::FloatValue || type == DzSettings::IntValue;
@@ -153,11 +154,11 @@ void DzFloatProperty::getValueAttributes(DzPropertySettings* settings) const
     settings->setFloatValue(QStringLiteral("Min"), static_cast<double>(m_min));
     settings->setFloatValue(QStringLiteral("Max"), static_cast<double>(m_max));
     settings->setFloatValue(QStringLiteral("Sensitivity"), static_cast<double>(m_sensitivity));
-    writeValue(settings);
+    writeValue(settings->tree());
     settings->setFloatValue(QStringLiteral("DefaultValue"), static_cast<double>(m_default));
 }
 
-void DzFloatProperty::writeValue(DzSettings* settings) const
+void DzFloatProperty::writeValue(SettingsTree* settings) const
 {
     settings->setFloatValue(QStringLiteral("Value"), static_cast<double>(m_value));
 }
@@ -170,7 +171,7 @@ bool DzFloatProperty::isDescribedLike(const DzProperty* other) const
         && DzNumericProperty::isDescribedLike(other);
 }
 
-bool DzFloatProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzFloatProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     if (!isNumber(settings, key))
         return DzNumericProperty::readAttribute(settings, key);

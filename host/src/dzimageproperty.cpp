@@ -6,6 +6,7 @@
 #include "dzapp.h"
 #include "dzimagemgr.h"
 #include "dzundostack.h"
+#include "settingstree.h"
 
 DzImageProperty::DzImageProperty(const QString& name, bool isUserProperty)
     : DzProperty(name, false, isUserProperty)
@@ -79,15 +80,15 @@ void DzImageProperty::assignAll(const DzProperty* model)
 void DzImageProperty::getAttributes(DzPropertySettings* settings) const
 {
     DzProperty::getAttributes(settings);
-    writeValue(settings);
+    writeValue(settings->tree());
 }
 
-void DzImageProperty::writeValue(DzSettings* settings) const
+void DzImageProperty::writeValue(SettingsTree* settings) const
 {
     settings->setStringValue(QStringLiteral("Value"), getFilename());
 }
 
-bool DzImageProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzImageProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     if (key != QLatin1String("Value"))
         return DzProperty::readAttribute(settings, key);

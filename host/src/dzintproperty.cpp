@@ -4,6 +4,7 @@
 #include "dzintproperty.h"
 
 #include "dzundostack.h"
+#include "settingstree.h"
 
 #include <cmath>
 #include <limits>
@@ -134,11 +135,11 @@ void DzIntProperty::getValueAttributes(DzPropertySettings* settings) const
 {
     settings->setIntValue(QStringLiteral("Min"), m_min);
     settings->setIntValue(QStringLiteral("Max"), m_max);
-    writeValue(settings);
+    writeValue(settings->tree());
     settings->setIntValue(QStringLiteral("DefaultValue"), m_default);
 }
 
-void DzIntProperty::writeValue(DzSettings* settings) const
+void DzIntProperty::writeValue(SettingsTree* settings) const
 {
     settings->setIntValue(QStringLiteral("Value"), m_value);
 }
@@ -150,7 +151,7 @@ bool DzIntProperty::isDescribedLike(const DzProperty* other) const
         && DzNumericProperty::isDescribedLike(other);
 }
 
-bool DzIntProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzIntProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     // A number that is no int reads as either fallback: it differs for the two.
     const int number = settings.getIntValue(key, 0);

@@ -6,6 +6,7 @@
 #include "dzapp.h"
 #include "dzimagemgr.h"
 #include "dzundostack.h"
+#include "settingstree.h"
 
 DzNumericProperty::DzNumericProperty(const QString& name, bool canAnimate, bool isUserProperty)
     : DzProperty(name, canAnimate, isUserProperty)
@@ -101,7 +102,7 @@ bool DzNumericProperty::isDescribedLike(const DzProperty* other) const
         && DzProperty::isDescribedLike(other);
 }
 
-bool DzNumericProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzNumericProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     const int index = settings.getSettingIndex(key);
     if (index < 0)

@@ -8,6 +8,7 @@
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
 #include "paramaddress.h"
+#include "settingstree.h"
 
 #include <QPointer>
 
@@ -255,13 +256,13 @@ void DzProperty::setAttributes(const DzPropertySettings* settings)
         const QString key = settings->getKey(i);
         if (key == valueKey || (key == QLatin1String("UserProperty") && !forceUser))
             continue;
-        readAttribute(*settings, key);
+        readAttribute(*settings->tree(), key);
     }
     // Last, so that limits and items that the settings bring along hold for it.
-    readAttribute(*settings, valueKey);
+    readAttribute(*settings->tree(), valueKey);
 }
 
-bool DzProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     const int index = settings.getSettingIndex(key);
     if (index < 0)

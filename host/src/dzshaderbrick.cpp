@@ -358,7 +358,8 @@ DzShaderString* DzShaderBrick::getShaderCodeCall(const QStringList&) const
 void DzShaderBrick::getAttributes(DzSettings* settings) const
 {
     if (getNumProperties() > 0) {
-        DzSettings* properties = settings->setSettingsValue(NetworkKeys::brickProperties());
+        SettingsTree* properties
+            = settings->tree()->setSettingsValue(NetworkKeys::brickProperties());
         DzKeptMembers::begin(properties, m_kept ? m_kept->properties.get() : nullptr);
         for (int i = 0; i < getNumProperties(); ++i) {
             const DzProperty* property = getProperty(i);
@@ -367,7 +368,7 @@ void DzShaderBrick::getAttributes(DzSettings* settings) const
         }
         DzKeptMembers::end(properties);
     }
-    settings->setSettingsValue(NetworkKeys::brickSettings(), m_brickSettings);
+    settings->tree()->setSettingsValue(NetworkKeys::brickSettings(), *m_brickSettings.tree());
 }
 
 DzElement* DzShaderBrick::setAttributes(const DzSettings* settings)
@@ -375,25 +376,26 @@ DzElement* DzShaderBrick::setAttributes(const DzSettings* settings)
     if (!settings)
         return this;
     DzUndoStackLock lock;
-    if (const DzSettings* properties = settings->getSettingsValue(NetworkKeys::brickProperties()))
+    const SettingsTree& tree = *settings->tree();
+    if (const SettingsTree* properties = tree.getSettingsValue(NetworkKeys::brickProperties()))
         readBrickProperties(*properties);
-    if (const DzSettings* brickSettings = settings->getSettingsValue(NetworkKeys::brickSettings()))
-        m_brickSettings.replaceWithSettings(*brickSettings);
+    if (const SettingsTree* stored = tree.getSettingsValue(NetworkKeys::brickSettings()))
+        *m_brickSettings.tree() = *stored;
     return this;
 }
 
-void DzShaderBrick::readBrickProperties(const DzSettings& settings)
+void DzShaderBrick::readBrickProperties(const SettingsTree& settings)
 {
     for (int i = 0; i < settings.getNumValues(); ++i) {
         const QString name = settings.getKey(i);
-        const DzSettings* members = settings.getSettingsValue(name);
+        const SettingsTree* members = settings.getSettingsValue(name);
         if (DzProperty* property = findProperty(name))
             if (members)
                 DzKeptMembers::readProperty(
                     property, *members, FilePlace { QString(), name, QString() });
     }
     const auto understood = [&](const QString& name) { return findProperty(name) != nullptr; };
-    std::unique_ptr<DzSettings> kept
+    std::unique_ptr<SettingsTree> kept
         = DzKeptMembers::rememberTrees(settings, understood, understood, getPreferredName());
     if (kept && !m_kept)
         m_kept.reset(new KeptTrees);

@@ -4,6 +4,7 @@
 #include "dzstringproperty.h"
 
 #include "dzundostack.h"
+#include "settingstree.h"
 
 DzStringProperty::DzStringProperty(const QString& name, bool isUserProperty)
     : DzProperty(name, false, isUserProperty)
@@ -63,15 +64,15 @@ void DzStringProperty::assignAll(const DzProperty* model)
 void DzStringProperty::getAttributes(DzPropertySettings* settings) const
 {
     DzProperty::getAttributes(settings);
-    writeValue(settings);
+    writeValue(settings->tree());
 }
 
-void DzStringProperty::writeValue(DzSettings* settings) const
+void DzStringProperty::writeValue(SettingsTree* settings) const
 {
     settings->setStringValue(QStringLiteral("Value"), m_value);
 }
 
-bool DzStringProperty::readAttribute(const DzSettings& settings, const QString& key)
+bool DzStringProperty::readAttribute(const SettingsTree& settings, const QString& key)
 {
     if (key != QLatin1String("Value"))
         return DzProperty::readAttribute(settings, key);

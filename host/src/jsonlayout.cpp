@@ -3,9 +3,9 @@
 
 #include "jsonlayout.h"
 
-#include "dzsettings.h"
 #include "jsontext.h"
 #include "settingsjson.h"
+#include "settingstree.h"
 
 #include <algorithm>
 #include <charconv>
@@ -121,7 +121,9 @@ JsonPiece floatPiece(double value)
     return taggedArray("f", '"' + shortestNumberText(value) + '"');
 }
 
-JsonPiece settingsValuePiece(const DzSettings& settings, int index, const QString& key)
+JsonPiece treePiece(const SettingsTree& settings);
+
+JsonPiece settingsValuePiece(const SettingsTree& settings, int index, const QString& key)
 {
     switch (settings.getValueType(index)) {
     case DzSettings::StringValue:
@@ -135,7 +137,7 @@ JsonPiece settingsValuePiece(const DzSettings& settings, int index, const QStrin
     case DzSettings::SettingsValue: {
         JsonPiece nested = JsonPiece::object();
         nested.add("type", QByteArrayLiteral("\"settings\""));
-        nested.add("value", jsonPieceOf(*settings.getSettingsValue(key)));
+        nested.add("value", treePiece(*settings.getSettingsValueAt(index)));
         return nested;
     }
     case DzSettings::OpaqueValue: {
@@ -146,9 +148,7 @@ JsonPiece settingsValuePiece(const DzSettings& settings, int index, const QStrin
     return JsonPiece::token(jsonStringToken(settings.getStringValue(key)));
 }
 
-} // namespace
-
-JsonPiece jsonPieceOf(const DzSettings& settings)
+JsonPiece treePiece(const SettingsTree& settings)
 {
     JsonPiece object = JsonPiece::object();
     const int count = settings.getNumValues();
@@ -158,6 +158,13 @@ JsonPiece jsonPieceOf(const DzSettings& settings)
         object.children.emplace_back(jsonStringToken(key), settingsValuePiece(settings, i, key));
     }
     return object;
+}
+
+} // namespace
+
+JsonPiece jsonPieceOf(const DzSettings& settings)
+{
+    return treePiece(*settings.tree());
 }
 
 // Layout ------------------------------------------------------------------------------------

@@ -21,14 +21,14 @@ QString propertyKey(int index)
     return index == 0 ? first : QStringLiteral("Prop_%1").arg(index);
 }
 
-void setPlace(DzSettings* settings, const QString& key)
+void setPlace(SettingsTree* settings, const QString& key)
 {
     settings->setOpaqueValue(key, QByteArray());
 }
 
 /// True when nothing of what is kept for a property remains, so that the file is to be read again
 /// as if nothing had been kept.
-bool isOutlived(const DzSettings& kept, const DzSettings& full, const DzSettings& usual)
+bool isOutlived(const SettingsTree& kept, const SettingsTree& full, const SettingsTree& usual)
 {
     if (kept.hasKey(QString::fromLatin1(fullFormKey)))
         return false;
@@ -41,17 +41,17 @@ bool isOutlived(const DzSettings& kept, const DzSettings& full, const DzSettings
     return true;
 }
 
-bool isPlaceAt(const DzSettings& out, int index)
+bool isPlaceAt(const SettingsTree& out, int index)
 {
     return out.getValueType(index) == DzSettings::OpaqueValue
         && out.getOpaqueValueAt(index).isEmpty();
 }
 
 /// A place for each member of `read` that is understood, and every other member as it is.
-std::unique_ptr<DzSettings> layoutOf(
-    const DzSettings& read, const DzKeptMembers::KeyTest& understood)
+std::unique_ptr<SettingsTree> layoutOf(
+    const SettingsTree& read, const DzKeptMembers::KeyTest& understood)
 {
-    std::unique_ptr<DzSettings> layout(new DzSettings);
+    std::unique_ptr<SettingsTree> layout(new SettingsTree);
     for (int i = 0; i < read.getNumValues(); ++i) {
         const QString key = read.getKey(i);
         if (understood(key))
@@ -64,8 +64,8 @@ std::unique_ptr<DzSettings> layoutOf(
 
 } // namespace
 
-std::unique_ptr<DzSettings> DzKeptMembers::remember(
-    const DzSettings& read, const KeyTest& understood)
+std::unique_ptr<SettingsTree> DzKeptMembers::remember(
+    const SettingsTree& read, const KeyTest& understood)
 {
     for (int i = 0; i < read.getNumValues(); ++i)
         if (!understood(read.getKey(i)))
@@ -73,10 +73,10 @@ std::unique_ptr<DzSettings> DzKeptMembers::remember(
     return nullptr;
 }
 
-std::unique_ptr<DzSettings> DzKeptMembers::rememberTrees(
-    const DzSettings& read, const KeyTest& understood, const KeyTest& isTree, const QString& place)
+std::unique_ptr<SettingsTree> DzKeptMembers::rememberTrees(const SettingsTree& read,
+    const KeyTest& understood, const KeyTest& isTree, const QString& place)
 {
-    std::unique_ptr<DzSettings> kept = remember(read, understood);
+    std::unique_ptr<SettingsTree> kept = remember(read, understood);
     for (int i = 0; i < read.getNumValues(); ++i) {
         const QString key = read.getKey(i);
         if (!isTree(key) || read.getValueType(i) == DzSettings::SettingsValue)
@@ -93,25 +93,25 @@ std::unique_ptr<DzSettings> DzKeptMembers::rememberTrees(
     return kept;
 }
 
-void DzKeptMembers::begin(DzSettings* out, const DzSettings* kept)
+void DzKeptMembers::begin(SettingsTree* out, const SettingsTree* kept)
 {
     if (kept)
-        out->replaceWithSettings(*kept);
+        *out = *kept;
 }
 
-bool DzKeptMembers::isPlace(const DzSettings& out, const QString& key)
+bool DzKeptMembers::isPlace(const SettingsTree& out, const QString& key)
 {
     const int index = out.getSettingIndex(key);
     return index >= 0 && isPlaceAt(out, index);
 }
 
-void DzKeptMembers::end(DzSettings* out)
+void DzKeptMembers::end(SettingsTree* out)
 {
     out->removeValues([out](int index) { return isPlaceAt(*out, index); });
 }
 
 void DzKeptMembers::readProperty(
-    DzProperty* property, const DzSettings& members, const FilePlace& place)
+    DzProperty* property, const SettingsTree& members, const FilePlace& place)
 {
     static const QString value = QString::fromLatin1(valueKey);
     static const QString fullForm = QString::fromLatin1(fullFormKey);
@@ -145,19 +145,21 @@ void DzKeptMembers::readProperty(
 }
 
 void DzKeptMembers::writeProperty(
-    DzSettings* out, const DzProperty* property, const DzProperty* fresh)
+    SettingsTree* out, const DzProperty* property, const DzProperty* fresh)
 {
     // By far the most properties differ from a fresh brick's in nothing but the value.
     if (!property->m_keptMembers && fresh && property->isDescribedLike(fresh)) {
         property->writeValue(out);
         return;
     }
-    DzPropertySettings full;
-    property->getAttributes(&full);
-    DzPropertySettings usual;
+    DzPropertySettings fullSettings;
+    property->getAttributes(&fullSettings);
+    const SettingsTree& full = *fullSettings.tree();
+    DzPropertySettings usualSettings;
     if (fresh)
-        fresh->getAttributes(&usual);
-    const DzSettings* kept = property->m_keptMembers.get();
+        fresh->getAttributes(&usualSettings);
+    const SettingsTree& usual = *usualSettings.tree();
+    const SettingsTree* kept = property->m_keptMembers.get();
     begin(out, kept && isOutlived(*kept, full, usual) ? nullptr : kept);
     for (int i = 0; i < full.getNumValues(); ++i) {
         const QString key = full.getKey(i);
@@ -175,7 +177,7 @@ void DzKeptMembers::writeProperty(
 }
 
 void DzKeptMembers::readParameter(
-    DzBrickParam* param, const DzSettings& members, const FilePlace& place)
+    DzBrickParam* param, const SettingsTree& members, const FilePlace& place)
 {
     const QString labelKey = QStringLiteral("Label");
     const int labelIndex = members.getSettingIndex(labelKey);
@@ -186,7 +188,7 @@ void DzKeptMembers::readParameter(
     int understood = 0;
     for (int i = 0; i < param->getNumProperties(); ++i) {
         const QString key = propertyKey(i);
-        const DzSettings* property = members.getSettingsValue(key);
+        const SettingsTree* property = members.getSettingsValue(key);
         if (!property)
             continue;
         ++understood;
@@ -211,7 +213,7 @@ void DzKeptMembers::readParameter(
 }
 
 void DzKeptMembers::writeParameter(
-    DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh)
+    SettingsTree* out, const DzBrickParam* param, const DzBrickParam* fresh)
 {
     begin(out, param->m_keptMembers.get());
     const QString labelKey = QStringLiteral("Label");
@@ -223,22 +225,22 @@ void DzKeptMembers::writeParameter(
     end(out);
 }
 
-const DzSettings* DzKeptMembers::keptOf(const DzProperty* property)
+const SettingsTree* DzKeptMembers::keptOf(const DzProperty* property)
 {
     return property->m_keptMembers.get();
 }
 
-const DzSettings* DzKeptMembers::keptOf(const DzBrickParam* param)
+const SettingsTree* DzKeptMembers::keptOf(const DzBrickParam* param)
 {
     return param->m_keptMembers.get();
 }
 
-void DzKeptMembers::setKept(DzProperty* property, const DzSettings* kept)
+void DzKeptMembers::setKept(DzProperty* property, const SettingsTree* kept)
 {
-    property->m_keptMembers.reset(kept ? new DzSettings(*kept) : nullptr);
+    property->m_keptMembers.reset(kept ? new SettingsTree(*kept) : nullptr);
 }
 
-void DzKeptMembers::setKept(DzBrickParam* param, const DzSettings* kept)
+void DzKeptMembers::setKept(DzBrickParam* param, const SettingsTree* kept)
 {
-    param->m_keptMembers.reset(kept ? new DzSettings(*kept) : nullptr);
+    param->m_keptMembers.reset(kept ? new SettingsTree(*kept) : nullptr);
 }

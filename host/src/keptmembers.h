@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "dzsettings.h"
+#include "settingstree.h"
 
 #include <functional>
 #include <memory>
@@ -35,38 +35,40 @@ public:
     typedef std::function<bool(const QString& key)> KeyTest;
 
     /// What to keep of `read`; null when everything in it is understood.
-    static std::unique_ptr<DzSettings> remember(const DzSettings& read, const KeyTest& understood);
+    static std::unique_ptr<SettingsTree> remember(
+        const SettingsTree& read, const KeyTest& understood);
     /// The same where understood members that `isTree` accepts have to be trees. One that is none
     /// is named in a warning and kept under another key, since its own is written anew; `place`
     /// names the tree that was read.
-    static std::unique_ptr<DzSettings> rememberTrees(const DzSettings& read,
+    static std::unique_ptr<SettingsTree> rememberTrees(const SettingsTree& read,
         const KeyTest& understood, const KeyTest& isTree, const QString& place);
 
     /// Starts writing a tree: fills `out` with what was kept, which may be null.
-    static void begin(DzSettings* out, const DzSettings* kept);
+    static void begin(SettingsTree* out, const SettingsTree* kept);
     /// Ends writing it.
-    static void end(DzSettings* out);
+    static void end(SettingsTree* out);
     /// True when `key` is a member of the file that is still to be written.
-    static bool isPlace(const DzSettings& out, const QString& key);
+    static bool isPlace(const SettingsTree& out, const QString& key);
 
     /// Reads a property from its members in a file; `place` names it in warnings.
     static void readProperty(
-        DzProperty* property, const DzSettings& members, const FilePlace& place);
+        DzProperty* property, const SettingsTree& members, const FilePlace& place);
     /// Writes a property: its value always, other members where they differ from those of `fresh`
     /// (which may be null) or where the file that it was read from has them.
-    static void writeProperty(DzSettings* out, const DzProperty* property, const DzProperty* fresh);
+    static void writeProperty(
+        SettingsTree* out, const DzProperty* property, const DzProperty* fresh);
 
     /// What is kept for a property or parameter; null when nothing is.
-    static const DzSettings* keptOf(const DzProperty* property);
-    static const DzSettings* keptOf(const DzBrickParam* param);
+    static const SettingsTree* keptOf(const DzProperty* property);
+    static const SettingsTree* keptOf(const DzBrickParam* param);
     /// Keeps a copy of `kept`, which may be null.
-    static void setKept(DzProperty* property, const DzSettings* kept);
-    static void setKept(DzBrickParam* param, const DzSettings* kept);
+    static void setKept(DzProperty* property, const SettingsTree* kept);
+    static void setKept(DzBrickParam* param, const SettingsTree* kept);
 
     /// Reads label and properties of a parameter.
     static void readParameter(
-        DzBrickParam* param, const DzSettings& members, const FilePlace& place);
+        DzBrickParam* param, const SettingsTree& members, const FilePlace& place);
     /// Writes a parameter; `fresh` is the same one of a fresh brick, null when there is none.
     static void writeParameter(
-        DzSettings* out, const DzBrickParam* param, const DzBrickParam* fresh);
+        SettingsTree* out, const DzBrickParam* param, const DzBrickParam* fresh);
 };

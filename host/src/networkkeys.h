@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "dzsettings.h"
+#include "settingstree.h"
 
 #include <QString>
 #include <QStringList>
@@ -35,7 +35,7 @@ DZ_NETWORK_KEY(targetParam, "TargetParam")
 #undef DZ_NETWORK_KEY
 
 /// What tells one link entry from another: its four ends.
-inline QString linkName(const DzSettings& entry)
+inline QString linkName(const SettingsTree& entry)
 {
     QStringList ends;
     for (const QString& key : { sourceBrick(), sourceParam(), targetBrick(), targetParam() })

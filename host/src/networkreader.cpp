@@ -9,6 +9,7 @@
 #include "dzunknownbrick.h"
 #include "keptmembers.h"
 #include "networkkeys.h"
+#include "settingstree.h"
 #include "userkepttrees.h"
 
 #include <QCoreApplication>
@@ -33,8 +34,8 @@ Trees& treesOf(std::unique_ptr<Trees>& kept)
 
 /// Stores what is not understood, without making a holder for the common case of nothing.
 template <typename Trees>
-void keep(std::unique_ptr<Trees>& kept, std::unique_ptr<DzSettings> Trees::*member,
-    std::unique_ptr<DzSettings> tree)
+void keep(std::unique_ptr<Trees>& kept, std::unique_ptr<SettingsTree> Trees::*member,
+    std::unique_ptr<SettingsTree> tree)
 {
     if (tree || kept)
         treesOf(kept).*member = std::move(tree);
@@ -52,7 +53,7 @@ void DzNetworkReader::warn(const QString& place, const QString& message) const
     dzApp->warning(QStringLiteral("%1: %2").arg(place, message));
 }
 
-void DzNetworkReader::read(const DzSettings& setup)
+void DzNetworkReader::read(const SettingsTree& setup)
 {
     m_user.m_kept.reset();
     const auto isTree = [](const QString& key) {
@@ -77,25 +78,25 @@ void DzNetworkReader::read(const DzSettings& setup)
     else if (!identifierText.isEmpty())
         warn(NetworkKeys::identifier(),
             text("\"%1\" is no identifier; the network gets another").arg(identifierText));
-    const DzSettings* connections = setup.getSettingsValue(NetworkKeys::connections());
+    const SettingsTree* connections = setup.getSettingsValue(NetworkKeys::connections());
     if (connections)
         keepNumbersIn(*connections);
-    if (const DzSettings* bricks = setup.getSettingsValue(NetworkKeys::bricks()))
+    if (const SettingsTree* bricks = setup.getSettingsValue(NetworkKeys::bricks()))
         readBricks(*bricks);
     if (connections)
         readConnections(*connections);
 }
 
-void DzNetworkReader::readBricks(const DzSettings& bricks)
+void DzNetworkReader::readBricks(const SettingsTree& bricks)
 {
-    const auto isBrick = [](const DzSettings* stored) {
+    const auto isBrick = [](const SettingsTree* stored) {
         return stored && !stored->getStringValue(NetworkKeys::className()).isEmpty();
     };
     QVector<QPair<QString, DzShaderBrick*>> unnumbered;
     QVector<DzShaderBrick*> made;
     for (int i = 0; i < bricks.getNumValues(); ++i) {
         const QString name = bricks.getKey(i);
-        const DzSettings* stored = bricks.getSettingsValueAt(i);
+        const SettingsTree* stored = bricks.getSettingsValueAt(i);
         if (!isBrick(stored)) {
             warn(name, text("this is no brick; it is kept as it is"));
             keepNumber(name);
@@ -123,7 +124,7 @@ void DzNetworkReader::readBricks(const DzSettings& bricks)
             bricks, [&](const QString& key) { return isBrick(bricks.getSettingsValue(key)); }));
 }
 
-DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings& stored)
+DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const SettingsTree& stored)
 {
     const QString className = stored.getStringValue(NetworkKeys::className());
     QObject* object = dzApp->createInstance(className);
@@ -134,7 +135,7 @@ DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings&
             text("no brick of class \"%1\" can be used here; its data and links are kept, and it "
                  "writes no text")
                 .arg(className));
-        return new DzUnknownBrick(stored);
+        return new DzUnknownBrick(*stored.facade());
     }
     const auto isTree = [](const QString& key) {
         return key == NetworkKeys::attributes() || key == NetworkKeys::parameters();
@@ -144,10 +145,10 @@ DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings&
             stored,
             [&](const QString& key) { return key == NetworkKeys::className() || isTree(key); },
             isTree, name));
-    if (const DzSettings* attributes = stored.getSettingsValue(NetworkKeys::attributes()))
+    if (const SettingsTree* attributes = stored.getSettingsValue(NetworkKeys::attributes()))
         readAttributes(name, brick, *attributes);
     const auto keys = m_keys.insert(brick, ParamKeys(brick));
-    if (const DzSettings* parameters = stored.getSettingsValue(NetworkKeys::parameters())) {
+    if (const SettingsTree* parameters = stored.getSettingsValue(NetworkKeys::parameters())) {
         restoreOrder(brick, *keys, readParameters(name, brick, *parameters));
         addMissingPlaces(brick);
     }
@@ -155,7 +156,7 @@ DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const DzSettings&
 }
 
 void DzNetworkReader::readAttributes(
-    const QString& name, DzShaderBrick* brick, const DzSettings& tree)
+    const QString& name, DzShaderBrick* brick, const SettingsTree& tree)
 {
     const QString className = brick->getStoredClassName();
     if (!m_ownAttributes.contains(className)) {
@@ -165,7 +166,7 @@ void DzNetworkReader::readAttributes(
         for (int i = 0; i < written.getNumValues(); ++i)
             own.append(written.getKey(i));
     }
-    brick->setAttributes(&tree);
+    brick->setAttributes(tree.facade());
     const QVector<QString>& own = m_ownAttributes[className];
     const auto isOwn = [&](const QString& key) { return own.contains(key); };
     keep(brick->m_kept, &DzShaderBrick::KeptTrees::attributes,
@@ -173,7 +174,7 @@ void DzNetworkReader::readAttributes(
 }
 
 QVector<DzBrickParam*> DzNetworkReader::readParameters(
-    const QString& name, DzShaderBrick* brick, const DzSettings& tree)
+    const QString& name, DzShaderBrick* brick, const SettingsTree& tree)
 {
     const ParamKeys& keys = m_keys.constFind(brick).value();
     QVector<DzBrickParam*> found;
@@ -181,7 +182,7 @@ QVector<DzBrickParam*> DzNetworkReader::readParameters(
     int numRead = 0;
     for (int i = 0; i < tree.getNumValues(); ++i) {
         const QString key = tree.getKey(i);
-        const DzSettings* members = tree.getSettingsValueAt(i);
+        const SettingsTree* members = tree.getSettingsValueAt(i);
         const bool isSamePlace = i < keys.size() && keys.key(i) == key;
         DzBrickParam* param = isSamePlace ? keys.param(i) : keys.find(key);
         if (param)
@@ -223,9 +224,9 @@ void DzNetworkReader::addMissingPlaces(DzShaderBrick* brick)
 {
     if (!brick->m_kept || !brick->m_kept->parameters)
         return;
-    const DzSettings& kept = *brick->m_kept->parameters;
+    const SettingsTree& kept = *brick->m_kept->parameters;
     const ParamKeys keys(brick);
-    std::unique_ptr<DzSettings> whole(new DzSettings);
+    std::unique_ptr<SettingsTree> whole(new SettingsTree);
     int next = 0;
     const auto addMissingUpTo = [&](const DzBrickParam* param) {
         for (; next < keys.size() && keys.param(next) != param; ++next)
@@ -242,11 +243,11 @@ void DzNetworkReader::addMissingPlaces(DzShaderBrick* brick)
     brick->m_kept->parameters = std::move(whole);
 }
 
-void DzNetworkReader::readConnections(const DzSettings& connections)
+void DzNetworkReader::readConnections(const SettingsTree& connections)
 {
     for (int i = 0; i < connections.getNumValues(); ++i) {
         const QString key = connections.getKey(i);
-        const DzSettings* link = connections.getSettingsValueAt(i);
+        const SettingsTree* link = connections.getSettingsValueAt(i);
         if (!link) {
             warn(key, text("this is no link; it is kept as it is"));
             continue;
@@ -267,7 +268,7 @@ void DzNetworkReader::readConnections(const DzSettings& connections)
             [&](const QString& key) { return connections.getSettingsValue(key) != nullptr; }));
 }
 
-bool DzNetworkReader::readConnection(const DzSettings& link, QString* reason, bool* isKept)
+bool DzNetworkReader::readConnection(const SettingsTree& link, QString* reason, bool* isKept)
 {
     const QString inputBrick = link.getStringValue(NetworkKeys::sourceBrick());
     const QString inputKey = link.getStringValue(NetworkKeys::sourceParam());
@@ -319,15 +320,15 @@ DzBrickParam* DzNetworkReader::findParam(
     return param && param->isOutput() == isOutput ? param : nullptr;
 }
 
-void DzNetworkReader::keepLink(const QString& key, const DzSettings& link)
+void DzNetworkReader::keepLink(const QString& key, const SettingsTree& link)
 {
     treesOf(m_user.m_kept).danglingLinks.setSettingsValue(key, link);
 }
 
-void DzNetworkReader::keepNumbersIn(const DzSettings& connections)
+void DzNetworkReader::keepNumbersIn(const SettingsTree& connections)
 {
     for (int i = 0; i < connections.getNumValues(); ++i) {
-        const DzSettings* link = connections.getSettingsValueAt(i);
+        const SettingsTree* link = connections.getSettingsValueAt(i);
         if (!link)
             continue;
         keepNumber(link->getStringValue(NetworkKeys::sourceBrick()));

@@ -9,7 +9,7 @@
 #include <QVector>
 
 class DzDefaultBrickUser;
-class DzSettings;
+class SettingsTree;
 class DzShaderBrick;
 class DzUnknownBrick;
 
@@ -19,25 +19,25 @@ class DzNetworkReader
 public:
     explicit DzNetworkReader(DzDefaultBrickUser& user);
 
-    void read(const DzSettings& setup);
+    void read(const SettingsTree& setup);
     const QHash<QString, DzShaderBrick*>& createdBricks() const { return m_bricks; }
 
 private:
-    void readBricks(const DzSettings& bricks);
-    DzShaderBrick* makeBrick(const QString& name, const DzSettings& stored);
-    void readAttributes(const QString& name, DzShaderBrick* brick, const DzSettings& tree);
+    void readBricks(const SettingsTree& bricks);
+    DzShaderBrick* makeBrick(const QString& name, const SettingsTree& stored);
+    void readAttributes(const QString& name, DzShaderBrick* brick, const SettingsTree& tree);
     /// Returns the parameters that the tree names, in its order.
     QVector<DzBrickParam*> readParameters(
-        const QString& name, DzShaderBrick* brick, const DzSettings& tree);
+        const QString& name, DzShaderBrick* brick, const SettingsTree& tree);
     void restoreOrder(DzShaderBrick* brick, const ParamKeys& keys, QVector<DzBrickParam*> order);
     void addMissingPlaces(DzShaderBrick* brick);
-    void readConnections(const DzSettings& connections);
+    void readConnections(const SettingsTree& connections);
     /// Makes one link. When it cannot be made, says why, and whether its entry is to be kept.
-    bool readConnection(const DzSettings& link, QString* reason, bool* isKept);
+    bool readConnection(const SettingsTree& link, QString* reason, bool* isKept);
     DzBrickParam* findParam(const QString& brickName, const QString& key, bool isOutput);
-    void keepLink(const QString& key, const DzSettings& link);
+    void keepLink(const QString& key, const SettingsTree& link);
     /// Does what follows for all bricks that links name.
-    void keepNumbersIn(const DzSettings& connections);
+    void keepNumbersIn(const SettingsTree& connections);
     /// Sees to it that the number in a name that is kept is not given to another brick.
     void keepNumber(const QString& brickName);
     void warn(const QString& place, const QString& message) const;

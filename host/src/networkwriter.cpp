@@ -12,6 +12,7 @@
 #include "keptmembers.h"
 #include "networkkeys.h"
 #include "paramkeys.h"
+#include "settingstree.h"
 #include "userkepttrees.h"
 
 #include <QSet>
@@ -62,11 +63,11 @@ DzNetworkWriter::~DzNetworkWriter()
 }
 
 void DzNetworkWriter::write(
-    DzSettings* out, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names)
+    SettingsTree* out, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names)
 {
     const DzDefaultBrickUser::KeptTrees* kept = m_user.m_kept.get();
     DzKeptMembers::begin(out, kept ? kept->setup.get() : nullptr);
-    DzSettings* bricks = out->setSettingsValue(NetworkKeys::bricks());
+    SettingsTree* bricks = out->setSettingsValue(NetworkKeys::bricks());
     DzKeptMembers::begin(bricks, kept ? kept->bricks.get() : nullptr);
     for (const uint id : ids) {
         const DzShaderBrick* brick = m_user.getBrick(id);
@@ -84,7 +85,7 @@ void DzNetworkWriter::write(
     DzKeptMembers::end(out);
 }
 
-void DzNetworkWriter::writeBrick(DzSettings* out, const DzShaderBrick* brick)
+void DzNetworkWriter::writeBrick(SettingsTree* out, const DzShaderBrick* brick)
 {
     if (auto* unknown = qobject_cast<const DzUnknownBrick*>(brick)) {
         writeUnknownBrick(out, unknown);
@@ -99,25 +100,25 @@ void DzNetworkWriter::writeBrick(DzSettings* out, const DzShaderBrick* brick)
     DzKeptMembers::end(out);
 }
 
-void DzNetworkWriter::writeUnknownBrick(DzSettings* out, const DzUnknownBrick* brick)
+void DzNetworkWriter::writeUnknownBrick(SettingsTree* out, const DzUnknownBrick* brick)
 {
-    out->replaceWithSettings(*brick->getStored());
+    *out = *brick->getStored()->tree();
     if (brick->getBrickSettings()->getNumValues() == 0)
         return;
     // The mixer may have moved the brick; nothing else of it can change.
-    DzSettings* attributes = out->getSettingsValue(NetworkKeys::attributes());
+    SettingsTree* attributes = out->getSettingsValue(NetworkKeys::attributes());
     if (!attributes)
         attributes = out->setSettingsValue(NetworkKeys::attributes());
-    attributes->setSettingsValue(NetworkKeys::brickSettings(), *brick->getBrickSettings());
+    attributes->setSettingsValue(NetworkKeys::brickSettings(), *brick->getBrickSettings()->tree());
 }
 
 void DzNetworkWriter::writeAttributes(
-    DzSettings* out, const DzShaderBrick* brick, const DzShaderBrick* fresh)
+    SettingsTree* out, const DzShaderBrick* brick, const DzShaderBrick* fresh)
 {
     DzKeptMembers::begin(out, brick->m_kept ? brick->m_kept->attributes.get() : nullptr);
-    brick->getAttributes(out);
+    brick->getAttributes(out->facade());
     if (brick->getNumProperties() > 0 && fresh) {
-        DzSettings* properties = out->setSettingsValue(NetworkKeys::brickProperties());
+        SettingsTree* properties = out->setSettingsValue(NetworkKeys::brickProperties());
         DzKeptMembers::begin(properties, brick->m_kept ? brick->m_kept->properties.get() : nullptr);
         for (int i = 0; i < brick->getNumProperties(); ++i) {
             const DzProperty* property = brick->getProperty(i);
@@ -130,7 +131,7 @@ void DzNetworkWriter::writeAttributes(
 }
 
 void DzNetworkWriter::writeParameters(
-    DzSettings* out, const DzShaderBrick* brick, const DzShaderBrick* fresh)
+    SettingsTree* out, const DzShaderBrick* brick, const DzShaderBrick* fresh)
 {
     const ParamKeys keys(brick);
     BrickPtr own;
@@ -193,7 +194,7 @@ QString DzNetworkWriter::keyOf(const DzBrickParam* param)
     return keys->keyOf(param);
 }
 
-void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
+void DzNetworkWriter::writeConnections(SettingsTree* out, const QList<uint>& ids)
 {
     QSet<uint> included;
     for (const uint id : ids)
@@ -228,7 +229,7 @@ void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
                 const DzShaderBrick* source = output->getTopBrickOwner();
                 if (source->getBrickUser() != &m_user || !included.contains(source->getBrickID()))
                     continue;
-                DzSettings* link = out->setSettingsValue(nextKey());
+                SettingsTree* link = out->setSettingsValue(nextKey());
                 link->setStringValue(NetworkKeys::sourceBrick(), NetworkKeys::brick(id));
                 link->setStringValue(
                     NetworkKeys::targetBrick(), NetworkKeys::brick(source->getBrickID()));
@@ -237,13 +238,13 @@ void DzNetworkWriter::writeConnections(DzSettings* out, const QList<uint>& ids)
                 if (kept && !kept->linkEntries.isEmpty()) {
                     const auto entry = kept->linkEntries.constFind(NetworkKeys::linkName(*link));
                     if (entry != kept->linkEntries.constEnd())
-                        link->replaceWithSettings(*entry);
+                        *link = *entry;
                 }
             }
         }
     }
     if (kept && ids.size() == m_user.getNumBricks()) {
-        const DzSettings& dangling = kept->danglingLinks;
+        const SettingsTree& dangling = kept->danglingLinks;
         for (int i = 0; i < dangling.getNumValues(); ++i)
             out->setSettingsValue(nextKey(), *dangling.getSettingsValue(dangling.getKey(i)));
     }

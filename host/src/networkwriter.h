@@ -10,7 +10,7 @@
 #include <QString>
 
 class DzDefaultBrickUser;
-class DzSettings;
+class SettingsTree;
 class DzShaderBrick;
 class DzUnknownBrick;
 
@@ -22,16 +22,16 @@ public:
     ~DzNetworkWriter();
 
     void write(
-        DzSettings* out, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names);
+        SettingsTree* out, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names);
 
 private:
     typedef DzTSharedPointer<DzShaderBrick> BrickPtr;
 
-    void writeBrick(DzSettings* out, const DzShaderBrick* brick);
-    void writeUnknownBrick(DzSettings* out, const DzUnknownBrick* brick);
-    void writeAttributes(DzSettings* out, const DzShaderBrick* brick, const DzShaderBrick* fresh);
-    void writeParameters(DzSettings* out, const DzShaderBrick* brick, const DzShaderBrick* fresh);
-    void writeConnections(DzSettings* out, const QList<uint>& ids);
+    void writeBrick(SettingsTree* out, const DzShaderBrick* brick);
+    void writeUnknownBrick(SettingsTree* out, const DzUnknownBrick* brick);
+    void writeAttributes(SettingsTree* out, const DzShaderBrick* brick, const DzShaderBrick* fresh);
+    void writeParameters(SettingsTree* out, const DzShaderBrick* brick, const DzShaderBrick* fresh);
+    void writeConnections(SettingsTree* out, const QList<uint>& ids);
     /// A brick of the same class as a user would get it now; null when none can be made.
     const DzShaderBrick* freshBrick(const QString& className);
     /// The same for this very brick: with the parameters that its attributes give it.

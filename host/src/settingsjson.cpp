@@ -3,8 +3,8 @@
 
 #include "settingsjson.h"
 
-#include "dzsettings.h"
 #include "jsontext.h"
+#include "settingstree.h"
 
 #include <QSet>
 #include <algorithm>
@@ -159,8 +159,8 @@ struct OpenContainer {
     enum Kind : quint8 { Settings, Object, Array };
 
     Kind kind = Object;
-    DzSettings* settings = nullptr; ///< that its members go to, or that it is a value of, or null
-    QString key;                    ///< of a value of settings
+    SettingsTree* settings = nullptr; ///< that its members go to, or that it is a value of, or null
+    QString key;                      ///< of a value of settings
     const char* keyEnd = nullptr;
     const char* begin = nullptr; ///< its first byte
     std::size_t numChildren = 0;
@@ -196,7 +196,7 @@ bool OpenContainer::isNestedSettings() const
 class SettingsBuilder
 {
 public:
-    SettingsBuilder(const char* text, const char* end, DzSettings* settings)
+    SettingsBuilder(const char* text, const char* end, SettingsTree* settings)
         : m_text(text)
         , m_end(end)
         , m_seen(text)
@@ -213,14 +213,14 @@ public:
 
     bool null()
     {
-        return addScalar(PairPart::Other, [&](DzSettings* settings) {
+        return addScalar(PairPart::Other, [&](SettingsTree* settings) {
             settings->setOpaqueValue(m_key, QByteArrayLiteral("null"));
         });
     }
     bool boolean(bool value)
     {
         return addScalar(
-            PairPart::Other, [&](DzSettings* settings) { settings->setBoolValue(m_key, value); });
+            PairPart::Other, [&](SettingsTree* settings) { settings->setBoolValue(m_key, value); });
     }
     bool number_integer(Json::number_integer_t value)
     {
@@ -239,7 +239,7 @@ public:
     {
         m_string = m_texts.text(value);
         return addScalar(PairPart::String,
-            [&](DzSettings* settings) { settings->setStringValue(m_key, m_string); });
+            [&](SettingsTree* settings) { settings->setStringValue(m_key, m_string); });
     }
     bool binary(const Json::binary_t&) { return false; } // never in a text
 
@@ -283,13 +283,14 @@ private:
     bool addNumber(double value)
     {
         m_number = value;
-        return addScalar(
-            PairPart::Number, [&](DzSettings* settings) { settings->setFloatValue(m_key, value); });
+        return addScalar(PairPart::Number,
+            [&](SettingsTree* settings) { settings->setFloatValue(m_key, value); });
     }
     template <typename Store>
     bool addScalar(PairPart::Kind kind, const Store& store);
     template <typename Store>
-    bool storeNew(DzSettings* settings, const QString& key, const char* keyEnd, const Store& store);
+    bool storeNew(
+        SettingsTree* settings, const QString& key, const char* keyEnd, const Store& store);
     void addPart(OpenContainer& holder, PairPart::Kind kind);
     bool open(OpenContainer::Kind kind);
     bool openInValue(OpenContainer& holder, OpenContainer* container);
@@ -299,7 +300,7 @@ private:
     const char* m_text;
     const char* m_end;
     const char* m_seen; ///< end of what the parser has taken
-    DzSettings* m_settings;
+    SettingsTree* m_settings;
     TextCache m_texts;
     std::vector<OpenContainer> m_containers; ///< the open ones first; the rest is used again
     std::size_t m_depth = 0;                 ///< number of open ones
@@ -314,7 +315,7 @@ private:
 /// Stores a value under a key that `settings` must not have yet.
 template <typename Store>
 bool SettingsBuilder::storeNew(
-    DzSettings* settings, const QString& key, const char* keyEnd, const Store& store)
+    SettingsTree* settings, const QString& key, const char* keyEnd, const Store& store)
 {
     const int numBefore = settings->getNumValues();
     store(settings);
@@ -400,7 +401,7 @@ bool SettingsBuilder::openInValue(OpenContainer& holder, OpenContainer* containe
     if (!isMembers)
         return true;
     container->kind = OpenContainer::Settings;
-    return storeNew(holder.settings, holder.key, holder.keyEnd, [&](DzSettings* settings) {
+    return storeNew(holder.settings, holder.key, holder.keyEnd, [&](SettingsTree* settings) {
         container->settings = settings->setSettingsValue(holder.key);
     });
 }
@@ -412,7 +413,7 @@ bool SettingsBuilder::close()
     const bool isValue = container.kind != OpenContainer::Settings && container.settings;
     if (!isValue || container.isNestedSettings())
         return true;
-    const auto store = [&](DzSettings* settings) {
+    const auto store = [&](SettingsTree* settings) {
         if (!readTagged(container))
             settings->setOpaqueValue(container.key, compacted(container.begin, m_seen));
     };
@@ -479,7 +480,7 @@ bool SettingsBuilder::parse_error(
 class SettingsWriter
 {
 public:
-    QByteArray write(const DzSettings& settings)
+    QByteArray write(const SettingsTree& settings)
     {
         m_text += '{';
         if (settings.getNumValues() > 0) {
@@ -491,9 +492,9 @@ public:
     }
 
 private:
-    void writeLines(const DzSettings& settings, int outerIndent);
-    void writeMember(const DzSettings& settings, int index, int indent);
-    void writeNested(const DzSettings* nested, int indent);
+    void writeLines(const SettingsTree& settings, int outerIndent);
+    void writeMember(const SettingsTree& settings, int index, int indent);
+    void writeNested(const SettingsTree* nested, int indent);
     void writeString(const QString& text);
     void writeFloat(double value);
 
@@ -501,7 +502,7 @@ private:
 };
 
 /// Writes the members one a line, each line with the line end before it.
-void SettingsWriter::writeLines(const DzSettings& settings, int outerIndent)
+void SettingsWriter::writeLines(const SettingsTree& settings, int outerIndent)
 {
     const int indent = outerIndent + 2;
     for (int i = 0; i < settings.getNumValues(); ++i) {
@@ -511,7 +512,7 @@ void SettingsWriter::writeLines(const DzSettings& settings, int outerIndent)
     }
 }
 
-void SettingsWriter::writeMember(const DzSettings& settings, int index, int indent)
+void SettingsWriter::writeMember(const SettingsTree& settings, int index, int indent)
 {
     const QString key = settings.getKey(index);
     writeString(key);
@@ -541,7 +542,7 @@ void SettingsWriter::writeMember(const DzSettings& settings, int index, int inde
 }
 
 /// Writes a nested settings and, on the same line, each only value that is a nested settings too.
-void SettingsWriter::writeNested(const DzSettings* nested, int indent)
+void SettingsWriter::writeNested(const SettingsTree* nested, int indent)
 {
     int depth = 0;
     for (bool chained = true; chained; ++depth) {
@@ -606,19 +607,19 @@ bool settingsFromJson(const QByteArray& text, DzSettings* settings, QString* err
     if (!begin)
         return false;
     const char* end = text.constData() + text.size();
-    DzSettings read;
+    SettingsTree read;
     SettingsBuilder builder(begin, end, &read);
     if (!builder.build()) {
         *told = builder.error();
         return false;
     }
-    settings->swap(read);
+    settings->tree()->swap(read);
     return true;
 }
 
 QByteArray settingsToJson(const DzSettings& settings)
 {
-    return SettingsWriter().write(settings);
+    return SettingsWriter().write(*settings.tree());
 }
 
 QByteArray shortestNumberText(double number)
@@ -626,11 +627,11 @@ QByteArray shortestNumberText(double number)
     if (std::isnan(number))
         return QByteArrayLiteral("nan"); // whatever its sign bit says
     char digits[32];
-    std::to_chars_result result = std::to_chars(digits, digits + sizeof digits, number);
-    if (std::fabs(number) <= std::numeric_limits<float>::max()) {
-        const float single = static_cast<float>(number);
-        if (static_cast<double>(single) == number)
-            result = std::to_chars(digits, digits + sizeof digits, single);
-    }
+    char* const end = digits + sizeof digits;
+    const bool isInRange = std::fabs(number) <= std::numeric_limits<float>::max();
+    const float single = isInRange ? static_cast<float>(number) : 0;
+    const std::to_chars_result result = isInRange && static_cast<double>(single) == number
+        ? std::to_chars(digits, end, single)
+        : std::to_chars(digits, end, number);
     return QByteArray(digits, static_cast<int>(result.ptr - digits));
 }

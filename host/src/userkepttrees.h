@@ -3,16 +3,16 @@
 #pragma once
 
 #include "dzdefaultbrickuser.h"
-#include "dzsettings.h"
+#include "settingstree.h"
 
 #include <memory>
 
 struct DzDefaultBrickUser::KeptTrees {
-    std::unique_ptr<DzSettings> setup;
-    std::unique_ptr<DzSettings> bricks;
-    std::unique_ptr<DzSettings> connections;
+    std::unique_ptr<SettingsTree> setup;
+    std::unique_ptr<SettingsTree> bricks;
+    std::unique_ptr<SettingsTree> connections;
     /// Entries of links that say more than their ends, by linkName().
-    QHash<QString, DzSettings> linkEntries;
+    QHash<QString, SettingsTree> linkEntries;
     /// Entries of "Connections" that make no link, in order; their keys are not kept.
-    DzSettings danglingLinks;
+    SettingsTree danglingLinks;
 };

@@ -15,6 +15,7 @@
 #include "dzstringproperty.h"
 #include "dztexture.h"
 #include "dzundostack.h"
+#include "settingstree.h"
 
 #include <QSignalSpy>
 
@@ -203,12 +204,12 @@ TEST(Property, everyClassKeepsItsValueWhenSettingsHoldAnotherType)
         SCOPED_TRACE(sample.property->metaObject()->className());
         set(sample.property.get(), sample.first);
         DzPropertySettings settings;
-        settings.setOpaqueValue(QStringLiteral("Value"), "[1]");
+        settings.tree()->setOpaqueValue(QStringLiteral("Value"), "[1]");
         sample.property->setAttributes(&settings);
         settings.setSettingsValue(QStringLiteral("Value"));
         sample.property->setAttributes(&settings);
-        EXPECT_FALSE(sample.property->readAttribute(settings, QStringLiteral("Value")));
-        EXPECT_FALSE(sample.property->readAttribute(settings, QStringLiteral("absent")));
+        EXPECT_FALSE(sample.property->readAttribute(*settings.tree(), QStringLiteral("Value")));
+        EXPECT_FALSE(sample.property->readAttribute(*settings.tree(), QStringLiteral("absent")));
         EXPECT_EQ(sample.property->getValueText(), sample.first);
     }
 }

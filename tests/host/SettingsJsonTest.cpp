@@ -3,6 +3,7 @@
 
 #include "settingsjson.h"
 #include "dzsettings.h"
+#include "settingstree.h"
 
 #include <QStringList>
 #include <cmath>
@@ -65,7 +66,7 @@ QByteArray opaque(const QByteArray& value)
     DzSettings settings;
     read("{\"v\":" + value + "}", &settings);
     EXPECT_EQ(settings.getValueType(0), DzSettings::OpaqueValue) << value.toStdString();
-    return settings.getOpaqueValue("v");
+    return settings.tree()->getOpaqueValue("v");
 }
 
 QByteArray nestedArrays(int depth)
@@ -362,7 +363,7 @@ TEST(SettingsJson, nestingOf256LevelsIsRead)
 {
     DzSettings settings;
     read(nestedArrays(255), &settings);
-    EXPECT_EQ(settings.getOpaqueValue("v").size(), 510);
+    EXPECT_EQ(settings.tree()->getOpaqueValue("v").size(), 510);
 }
 
 TEST(SettingsJson, nestingOf257LevelsIsRefused)
@@ -404,7 +405,7 @@ TEST(SettingsJson, valuesAreWrittenOneALine)
     settings.setBoolValue("on", true);
     settings.setBoolValue("off", false);
     settings.setFloatValue("gain", 0.5);
-    settings.setOpaqueValue("kept", "[\"u\",5]");
+    settings.tree()->setOpaqueValue("kept", "[\"u\",5]");
     EXPECT_EQ(write(settings),
         "{\n"
         "  \"format\": \"abc\",\n"

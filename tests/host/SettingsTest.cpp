@@ -3,6 +3,7 @@
 
 #include "dzpropertysettings.h"
 #include "dzsettings.h"
+#include "settingstree.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -66,12 +67,12 @@ TEST(Settings, eachTypeIsReadBack)
     settings.setIntValue("i", -3);
     settings.setBoolValue("b", true);
     settings.setFloatValue("f", 0.125);
-    settings.setOpaqueValue("o", "[\"u\",[1,2]]");
+    settings.tree()->setOpaqueValue("o", "[\"u\",[1,2]]");
     EXPECT_EQ(text(settings.getStringValue("s")), "grün");
     EXPECT_EQ(settings.getIntValue("i"), -3);
     EXPECT_TRUE(settings.getBoolValue("b"));
     EXPECT_EQ(settings.getFloatValue("f"), 0.125);
-    EXPECT_EQ(settings.getOpaqueValue("o"), QByteArray("[\"u\",[1,2]]"));
+    EXPECT_EQ(settings.tree()->getOpaqueValue("o"), QByteArray("[\"u\",[1,2]]"));
 }
 
 TEST(Settings, anAbsentKeyGivesTheFallback)
@@ -82,7 +83,7 @@ TEST(Settings, anAbsentKeyGivesTheFallback)
     EXPECT_TRUE(settings.getBoolValue("x", true));
     EXPECT_EQ(settings.getFloatValue("x", 1.5), 1.5);
     EXPECT_EQ(settings.getSettingsValue("x"), nullptr);
-    EXPECT_TRUE(settings.getOpaqueValue("x").isEmpty());
+    EXPECT_TRUE(settings.tree()->getOpaqueValue("x").isEmpty());
 }
 
 TEST(Settings, aValueOfAnotherTypeGivesTheFallback)
@@ -95,7 +96,7 @@ TEST(Settings, aValueOfAnotherTypeGivesTheFallback)
     EXPECT_EQ(settings.getFloatValue("b", 9), 9);
     EXPECT_FALSE(settings.getBoolValue("i", false));
     EXPECT_EQ(settings.getSettingsValue("s"), nullptr);
-    EXPECT_TRUE(settings.getOpaqueValue("s").isEmpty());
+    EXPECT_TRUE(settings.tree()->getOpaqueValue("s").isEmpty());
 }
 
 TEST(Settings, anIntIsReadAsAFloat)
@@ -146,7 +147,7 @@ TEST(Settings, valuesAreGivenAsText)
     settings.setFloatValue("f", static_cast<double>(0.1f));
     settings.setFloatValue("n", notANumber);
     settings.setSettingsValue("nested");
-    settings.setOpaqueValue("o", "null");
+    settings.tree()->setOpaqueValue("o", "null");
     QStringList values;
     for (int i = 0; i < settings.getNumValues(); ++i)
         values.append(settings.getValue(i));
@@ -318,7 +319,7 @@ TEST(Settings, aValueIsCopiedToTheSameKey)
     DzSettings source;
     source.setSettingsValue("n")->setIntValue("x", 1);
     source.setStringValue("s", "text");
-    source.setOpaqueValue("o", "null");
+    source.tree()->setOpaqueValue("o", "null");
     source.setBoolValue("b", true);
     source.setIntValue("i", 3);
     source.setFloatValue("f", 1.5);
@@ -433,4 +434,26 @@ TEST(Settings, aCopyThatWasNotLookedIntoCanBeClearedAndAssigned)
     const DzSettings empty;
     copy = empty;
     EXPECT_EQ(copy.getNumValues(), 0);
+}
+
+TEST(Settings, aNestedTreeIsOneObjectHoweverItIsReached)
+{
+    DzSettings settings;
+    SettingsTree* const node = settings.tree()->setSettingsValue("outer")->setSettingsValue("n");
+    node->setIntValue("a", 1);
+    const DzSettings* outer = settings.getSettingsValue("outer");
+    const QPointer<DzSettings> nested = outer->getSettingsValue("n");
+    ASSERT_TRUE(nested);
+    EXPECT_EQ(outer->getSettingsValue("n"), nested.data());
+    EXPECT_EQ(node->facade(), nested.data());
+    EXPECT_EQ(nested->tree(), node);
+    EXPECT_EQ(nested->getIntValue("a"), 1);
+    nested->setIntValue("a", 2);
+    EXPECT_EQ(node->getIntValue("a"), 2);
+    // An assigned tree takes over the values; what was nested goes, also as others saw it.
+    DzSettings other;
+    other.setBoolValue("b", true);
+    *settings.tree() = *other.tree();
+    EXPECT_FALSE(nested);
+    EXPECT_TRUE(settings.getBoolValue("b"));
 }
