@@ -487,7 +487,7 @@ public:
             writeLines(settings, 0);
             m_text += '\n';
         }
-        m_text += "}\n";
+        add("}\n");
         return m_text;
     }
 
@@ -497,6 +497,20 @@ private:
     void writeNested(const SettingsTree* nested, int indent);
     void writeString(const QString& text);
     void writeFloat(double value);
+    /// Unlike QByteArray's own operators it does not count the letters each time.
+    template <std::size_t size>
+    void add(const char (&text)[size])
+    {
+        m_text.append(text, static_cast<int>(size - 1));
+    }
+    /// Begins a line.
+    void addLine(int indent)
+    {
+        const int start = m_text.size();
+        m_text.resize(start + 1 + indent);
+        m_text[start] = '\n';
+        std::fill_n(m_text.data() + start + 1, indent, ' ');
+    }
 
     QByteArray m_text;
 };
@@ -506,8 +520,9 @@ void SettingsWriter::writeLines(const SettingsTree& settings, int outerIndent)
 {
     const int indent = outerIndent + 2;
     for (int i = 0; i < settings.getNumValues(); ++i) {
-        m_text += i == 0 ? "\n" : ",\n";
-        m_text.append(indent, ' ');
+        if (i > 0)
+            m_text += ',';
+        addLine(indent);
         writeMember(settings, i, indent);
     }
 }
@@ -516,7 +531,7 @@ void SettingsWriter::writeMember(const SettingsTree& settings, int index, int in
 {
     const QString key = settings.getKey(index);
     writeString(key);
-    m_text += ": ";
+    add(": ");
     switch (settings.getValueType(index)) {
     case DzSettings::StringValue:
         writeString(settings.getStringValue(key));
@@ -546,14 +561,14 @@ void SettingsWriter::writeNested(const SettingsTree* nested, int indent)
 {
     int depth = 0;
     for (bool chained = true; chained; ++depth) {
-        m_text += "{ \"type\": \"settings\", \"value\": {";
+        add("{ \"type\": \"settings\", \"value\": {");
         chained
             = nested->getNumValues() == 1 && nested->getValueType(0) == DzSettings::SettingsValue;
         if (chained) {
             const QString key = nested->getKey(0);
             m_text += ' ';
             writeString(key);
-            m_text += ": ";
+            add(": ");
             nested = nested->getSettingsValueAt(0);
         }
     }
@@ -563,12 +578,11 @@ void SettingsWriter::writeNested(const SettingsTree* nested, int indent)
         m_text += ' ';
     } else if (nested->getNumValues() > 1) {
         writeLines(*nested, indent);
-        m_text += '\n';
-        m_text.append(indent, ' ');
+        addLine(indent);
     }
-    m_text += "} }";
+    add("} }");
     while (--depth > 0)
-        m_text += " } }";
+        add(" } }");
 }
 
 void SettingsWriter::writeString(const QString& text)

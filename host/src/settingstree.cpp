@@ -310,9 +310,15 @@ void SettingsTree::removeValue(const QString& key)
 
 void SettingsTree::removeValues(const std::function<bool(int index)>& isUnwanted)
 {
+    const int count = getNumValues();
+    int first = 0;
+    while (first < count && !isUnwanted(first))
+        ++first;
+    if (first == count)
+        return; // mostly nothing is removed, and nothing need be copied
     Entries wanted;
-    for (int i = 0; i < entries().size(); ++i) {
-        if (!isUnwanted(i))
+    for (int i = 0; i < count; ++i) {
+        if (i < first || !isUnwanted(i))
             wanted.append(entries().at(i));
         else if (entries().at(i).type == DzSettings::SettingsValue)
             delete entries().at(i).nested;
