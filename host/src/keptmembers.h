@@ -10,8 +10,6 @@
 class DzBrickParam;
 class DzProperty;
 
-/// Keeps what a file holds and nobody understands, so that it is written back in its place.
-///
 /// Where in a file something stands. The text is made only when a message needs it.
 struct FilePlace {
     QString brick;    ///< empty for what stands in no brick's parameters
@@ -25,6 +23,8 @@ struct FilePlace {
     }
 };
 
+/// Keeps what a file holds and nobody understands, so that it is written back in its place.
+///
 /// A kept tree is a copy of the tree that was read, in which a member that is understood is only
 /// a place in the order, and any other member stands in full. Writing starts from a copy of the
 /// kept tree, sets the members that there are now, and ends by dropping the places that stayed
