@@ -4,6 +4,7 @@
 #include "WindowFixture.h"
 
 #include "ApplyDialog.h"
+#include "AutosaveFolder.h"
 #include "BrickAppearance.h"
 #include "BrickCatalogue.h"
 #include "BrickSelection.h"
@@ -994,16 +995,9 @@ TEST_F(WindowTest, redoingAClosingKeepsWhatIsNotSaved)
     EXPECT_TRUE(document()->isModified());
     run("redo");
     ASSERT_EQ(document(), nullptr);
-    const auto hasCopy = [this] {
-        const QDir sessions(file("copies"));
-        for (const QString& name : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-            if (!QDir(sessions.filePath(name)).entryList({ QStringLiteral("*.network") }).isEmpty())
-                return true;
-        return false;
-    };
-    for (int i = 0; i < 1000 && !hasCopy(); ++i)
+    for (int i = 0; i < 1000 && !holdsCopy(file("copies")); ++i)
         QTest::qWait(10);
-    EXPECT_TRUE(hasCopy()) << "a copy is kept of what is closed and not saved";
+    EXPECT_TRUE(holdsCopy(file("copies"))) << "a copy is kept of what is closed and not saved";
     EXPECT_TRUE(asks([this] { EXPECT_FALSE(m_window->close()); }));
     withDialog<QMessageBox>([](QMessageBox* box) { box->button(QMessageBox::Save)->click(); });
     EXPECT_TRUE(m_window->close());

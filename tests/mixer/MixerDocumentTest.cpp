@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "MixerDocument.h"
+#include "AutosaveFolder.h"
 #include "AutosaveStore.h"
 #include "Autosaver.h"
 #include "BrickSelection.h"
@@ -474,14 +475,7 @@ TEST(Autosaver, aCopyThatFailedIsTriedAgain)
     EXPECT_FALSE(saver.keepNow(document.get())) << "there still is no copy";
     EXPECT_EQ(failures.count(), 1);
     ASSERT_TRUE(obstacle.remove());
-    const auto hasCopy = [&] {
-        const QDir sessions(folder);
-        for (const QString& name : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-            if (!QDir(sessions.filePath(name)).entryList({ QStringLiteral("*.network") }).isEmpty())
-                return true;
-        return false;
-    };
-    for (int i = 0; i < 100 && !hasCopy(); ++i)
+    for (int i = 0; i < 100 && !holdsCopy(folder); ++i)
         QTest::qWait(10);
-    EXPECT_TRUE(hasCopy());
+    EXPECT_TRUE(holdsCopy(folder));
 }
