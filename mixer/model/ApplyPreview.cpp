@@ -3,6 +3,7 @@
 
 #include "ApplyPreview.h"
 
+#include "ElementLabel.h"
 #include "dzmaterial.h"
 #include "dzscene.h"
 #include "dzundostack.h"
@@ -30,8 +31,7 @@ QVector<SurfacePreview> previewApply(IDzBrickUser* user)
     for (int i = 0; i < surfaces.size(); ++i) {
         const DzMaterial* surface = surfaces.at(i);
         result.append(SurfacePreview {
-            surface->getLabel().isEmpty() ? surface->getName() : surface->getLabel(),
-            before.at(i).changesTo(DzElementSnapshot(surface)) });
+            labelOf(surface), before.at(i).changesTo(DzElementSnapshot(surface)) });
     }
     return result;
 }

@@ -3,11 +3,11 @@
 
 #include "BrickAppearance.h"
 
+#include "NetworkWalk.h"
 #include "dzbrickparam.h"
-#include "dznumericproperty.h"
+#include "dzproperty.h"
 #include "dzsettings.h"
 #include "dzshaderbrick.h"
-#include "dztexture.h"
 
 #include <QFileInfo>
 #include <QStringList>
@@ -58,18 +58,10 @@ QString oneLine(QString text)
     return text;
 }
 
-/// The file of an image that stands for the value; the folder would take the room of the name.
-QString imageName(const DzProperty* property)
-{
-    auto* numeric = qobject_cast<const DzNumericProperty*>(property);
-    return numeric && numeric->isMapped()
-        ? QFileInfo(numeric->getMapValue()->getFilename()).fileName()
-        : QString();
-}
-
+/// The folder of an image would take the room of its name.
 QString valueOrImage(const DzProperty* property)
 {
-    const QString image = imageName(property);
+    const QString image = QFileInfo(mapFileOf(property)).fileName();
     return image.isEmpty() ? property->getValueText() : image;
 }
 

@@ -148,13 +148,12 @@ void MixerDocument::setModified(bool modified)
 
 bool MixerDocument::load(const QString& path)
 {
-    if (!m_file.load(path, m_user)) {
-        m_error = m_file.getError();
+    // Read once, so that a change of the file from now on is noticed.
+    QByteArray text;
+    if (!dzReadFile(path, DzBrickUserFile::maximumSize, &text, &m_error) || !loadText(text, path))
         return false;
-    }
     m_path = QFileInfo(path).absoluteFilePath();
-    m_fileDigest = digestOfFile(m_path);
-    replaced();
+    m_fileDigest = digestOf(text);
     emit titleChanged();
     return true;
 }

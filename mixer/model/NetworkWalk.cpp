@@ -4,7 +4,7 @@
 #include "NetworkWalk.h"
 
 #include "dzbrickparam.h"
-#include "dzproperty.h"
+#include "dznumericproperty.h"
 #include "dzshaderbrick.h"
 #include "idzbrickuser.h"
 
@@ -31,6 +31,12 @@ DzShaderBrick* rootOf(const IDzBrickUser* user)
         if (isRoot(brick))
             root = brick;
     return root;
+}
+
+QString mapFileOf(const DzProperty* property)
+{
+    auto* numeric = qobject_cast<const DzNumericProperty*>(property);
+    return numeric && numeric->isMapped() ? numeric->getMapValue()->getFilename() : QString();
 }
 
 void forEachProperty(const DzShaderBrick* brick, const std::function<void(DzProperty*)>& visit)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QString>
 #include <QVector>
 #include <functional>
 
@@ -17,6 +18,9 @@ bool isRoot(const DzShaderBrick* brick);
 
 /// The root that is written, which is the last. Null without one.
 DzShaderBrick* rootOf(const IDzBrickUser* user);
+
+/// The file of the image that a property is mapped with; empty without one.
+QString mapFileOf(const DzProperty* property);
 
 /// Calls `visit` for each property of a brick: its own, then those of its parameters in order.
 void forEachProperty(const DzShaderBrick* brick, const std::function<void(DzProperty*)>& visit);

@@ -28,12 +28,6 @@ QString message(const char* source)
     return QCoreApplication::translate("PropertyGroup", source);
 }
 
-QString mapOf(const DzProperty* property)
-{
-    auto* numeric = qobject_cast<const DzNumericProperty*>(property);
-    return numeric && numeric->isMapped() ? numeric->getMapValue()->getFilename() : QString();
-}
-
 /// Limits that are further apart stand for "any number".
 const double widestRange = 1e9;
 
@@ -217,9 +211,9 @@ bool PropertyGroup::isMixed() const
     if (all.isEmpty())
         return false;
     const QString value = all.first()->getValueText();
-    const QString map = mapOf(all.first());
+    const QString map = mapFileOf(all.first());
     return std::any_of(all.begin() + 1, all.end(), [&](const DzProperty* property) {
-        return property->getValueText() != value || mapOf(property) != map;
+        return property->getValueText() != value || mapFileOf(property) != map;
     });
 }
 
@@ -251,9 +245,9 @@ QString PropertyGroup::getMap() const
     const QVector<DzProperty*> all = getAll();
     if (all.isEmpty())
         return QString();
-    const QString map = mapOf(all.first());
-    const bool same = std::all_of(
-        all.begin(), all.end(), [&](const DzProperty* property) { return mapOf(property) == map; });
+    const QString map = mapFileOf(all.first());
+    const bool same = std::all_of(all.begin(), all.end(),
+        [&](const DzProperty* property) { return mapFileOf(property) == map; });
     return same ? map : QString();
 }
 
@@ -261,7 +255,7 @@ bool PropertyGroup::isMapped() const
 {
     const QVector<DzProperty*> all = getAll();
     return std::any_of(all.begin(), all.end(),
-        [](const DzProperty* property) { return !mapOf(property).isEmpty(); });
+        [](const DzProperty* property) { return !mapFileOf(property).isEmpty(); });
 }
 
 DzShaderBrick* PropertyGroup::getSource() const

@@ -290,10 +290,9 @@ private:
 class FileEditor : public PropertyEditor
 {
 public:
-    FileEditor(const PropertyGroup& group, const QString& folder, QWidget* parent)
+    FileEditor(const PropertyGroup& group, QWidget* parent)
         : PropertyEditor(group, parent)
         , m_field(new FileField)
-        , m_folder(folder)
     {
         layout()->addWidget(m_field);
         setFocusProxy(m_field);
@@ -353,8 +352,7 @@ PropertyEditor::~PropertyEditor()
     endSession(true);
 }
 
-PropertyEditor* PropertyEditor::make(
-    const PropertyGroup& group, const QString& folder, QWidget* parent)
+PropertyEditor* PropertyEditor::make(const PropertyGroup& group, QWidget* parent)
 {
     PropertyEditor* editor = nullptr;
     const DzProperty* property = group.getFirst();
@@ -368,12 +366,11 @@ PropertyEditor* PropertyEditor::make(
         editor = new NumberEditor(group, parent);
     else if (qobject_cast<const DzFileProperty*>(property)
         || qobject_cast<const DzImageProperty*>(property))
-        editor = new FileEditor(group, folder, parent);
+        editor = new FileEditor(group, parent);
     else
         editor = new TextEditor(group, parent);
     if (editor->focusProxy())
         editor->focusProxy()->setAccessibleName(group.getLabel());
-    editor->refresh();
     return editor;
 }
 

@@ -13,8 +13,8 @@ class PropertyEditor : public QWidget
     Q_OBJECT
 
 public:
-    /// The editor for the group's class. Relative file names are looked for in `folder`.
-    static PropertyEditor* make(const PropertyGroup& group, const QString& folder, QWidget* parent);
+    /// The editor for the group's class; it shows nothing before the first refresh.
+    static PropertyEditor* make(const PropertyGroup& group, QWidget* parent);
     ~PropertyEditor() override;
 
     /// The height that all lines of values have.

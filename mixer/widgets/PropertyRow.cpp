@@ -48,7 +48,7 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
     : QWidget(parent)
     , m_group(group)
     , m_name(new ElidedLabel(group.getLabel()))
-    , m_editor(PropertyEditor::make(group, folder, nullptr))
+    , m_editor(PropertyEditor::make(group, nullptr))
     , m_source(new QToolButton)
     , m_map(new FileField)
 {

@@ -6,6 +6,7 @@
 #include "ApplyDialog.h"
 #include "ApplyPreview.h"
 #include "BrickUsers.h"
+#include "ElementLabel.h"
 #include "Messages.h"
 #include "MixerDocument.h"
 #include "PendingEdits.h"
@@ -24,11 +25,6 @@
 #include <QMessageBox>
 
 namespace {
-
-QString labelOf(const DzElement* element)
-{
-    return element->getLabel().isEmpty() ? element->getName() : element->getLabel();
-}
 
 /// The selected surfaces as their nodes and they are called, in the order in which networks are
 /// taken from them.

@@ -3,6 +3,7 @@
 
 #include "SurfacesPanel.h"
 
+#include "ElementLabel.h"
 #include "StoredNetworks.h"
 #include "dzmaterial.h"
 #include "dznode.h"
@@ -32,11 +33,6 @@ void forEachMaterial(const DzNode* node, const std::function<void(DzMaterial*)>&
     const DzShape* shape = object ? object->getCurrentShape() : nullptr;
     for (int i = 0; shape && i < shape->getNumMaterials(); ++i)
         visit(shape->getMaterial(i));
-}
-
-QString labelOf(const DzElement* element)
-{
-    return element->getLabel().isEmpty() ? element->getName() : element->getLabel();
 }
 
 } // namespace
