@@ -12,7 +12,7 @@ import sys
 
 from check_common import blank_cpp, includes, is_cpp, line_of, read_text, run, tree_files
 
-FOLDERS = ("plugin/", "bricks/", "codegen/", "material/", "import/")
+FOLDERS = ("plugin/",)
 
 # (pattern, what it is, what to use instead), applied to code without comments and literals.
 QT_RULES = [

@@ -3,13 +3,16 @@
 # SPDX-License-Identifier: Apache-2.0
 """Checks that includes only point down the layers.
 
-A header includes headers of lower ranks, and of its own rank only within its folder. A
-source includes headers of its own rank or lower. Beyond the ranks:
+A folder is a room and has one rank. A file includes from its own room and from rooms of lower
+rank; two rooms of one rank do not know each other. Beyond the ranks:
 
   * host/ includes nothing of the layers above and does not name them;
   * the plug-in's folders include only the host's public headers, their own, Qt and the C++
     standard library;
   * mixer/ knows the plug-in only through the host's interface.
+
+A public header of the host stands in the room of the source of its name. One without a source
+stands as high as the highest header that it includes.
 
 tests/, benchmarks/ and tools/ stand outside the ranks and may include anything.
 """
@@ -20,30 +23,36 @@ import sys
 
 from check_common import includes, is_cpp, read_text, run, tree_files
 
-# First match wins; paths are relative to the tree. A file of a ranked folder that no row
-# names is a finding: whoever adds it says where it belongs.
-RANKS = [
-    (r"host/(include|src)/", 0),
-    (r"codegen/(SceneCodeWriter|LinkTypes|CodeResult)\.", 1),
-    (r"codegen/BrickCodeCache\.h$", 2),
-    (r"codegen/BrickCodeCache\.cpp$", 3),
-    (r"codegen/ExportText\.", 3),
-    (r"codegen/(VireoRootBrick|VireoExportCodeAction)\.", 4),
-    (r"bricks/catalogue/", 4),
-    (r"bricks/[^/]+$", 3),
-    (r"material/", 5),
-    (r"import/", 5),
-    (r"plugin/", 6),
-    (r"cli/", 7),
-    # The mixer's model has no widgets.
-    (r"mixer/model/", 7.0),
-    (r"mixer/widgets/", 7.1),
-    (r"mixer/", 7.2),
-]
+# Room and rank. A C++ file of a ranked folder that stands in none of them is a finding: whoever
+# makes a room says where it belongs.
+ROOMS = {
+    "host/src/files": 10,
+    "host/src/core": 11,
+    "host/src/modules": 12,
+    "host/src/scene": 12,
+    "host/src/bricks": 12,
+    "host/src/networkfile": 13,
+    "host/src/scenefile": 13,
+    "host/src/script": 14,
+    "plugin/codegen": 20,
+    "plugin/bricks": 21,
+    "plugin/bricks/catalogue": 22,
+    "plugin/actions": 23,
+    "plugin/material": 23,
+    "plugin/entry": 24,
+    "cli": 40,
+    "mixer/base": 40,
+    "mixer/model": 40,
+    "mixer/canvas": 41,
+    "mixer/panels": 41,
+    "mixer/window": 42,
+    "mixer": 43,
+}
 
-RANKED_FOLDERS = ("host/", "codegen/", "bricks/", "material/", "import/", "plugin/", "cli/",
-                  "mixer/")
-PLUGIN_FOLDERS = ("codegen/", "bricks/", "material/", "import/", "plugin/")
+RANKED_FOLDERS = ("host/", "plugin/", "cli/", "mixer/")
+HOST_INCLUDE = "host/include/"
+# Below every room: public headers that stand on nothing of the host.
+LOWEST = 0
 
 # Written by the build, not found in the tree.
 GENERATED = re.compile(r"(^|/)(moc_|ui_|qrc_)[^/]*$|\.moc$")
@@ -61,13 +70,6 @@ STANDARD_HEADERS = frozenset("""
 """.split())
 
 ABOVE_HOST = re.compile("vireo|luxrender", re.IGNORECASE)
-
-
-def rank_of(path):
-    for pattern, rank in RANKS:
-        if re.match(pattern, path):
-            return rank
-    return None
 
 
 class Headers:
@@ -90,10 +92,42 @@ class Headers:
                 if path.endswith("/" + name)]
 
 
-def check_include(source, rank, name, quoted, headers):
+class Rooms:
+    """Says in which room a file stands, and how high."""
+
+    def __init__(self, root, paths, headers):
+        self.root = root
+        self.headers = headers
+        sources = {posixpath.basename(path): posixpath.dirname(path)
+                   for path in paths if path.startswith("host/src/") and path.endswith(".cpp")}
+        self.public = {path: sources.get(posixpath.basename(path)[:-2] + ".cpp")
+                       for path in paths if path.startswith(HOST_INCLUDE)}
+
+    def room_of(self, path):
+        """The folder that the file belongs to; None for a header that stands on no room."""
+        if path not in self.public:
+            return posixpath.dirname(path)
+        if self.public[path] is None:
+            self.public[path] = ""  # For headers that include each other.
+            rooms = [self.room_of(target) for target in self.included(path)]
+            self.public[path] = max(filter(None, rooms), key=lambda room: ROOMS.get(room, LOWEST),
+                                    default="")
+        return self.public[path] or None
+
+    def rank_of(self, path):
+        """The rank of the file's room, None if no rank is stated for it."""
+        room = self.room_of(path)
+        return LOWEST if room is None else ROOMS.get(room)
+
+    def included(self, path):
+        return [target for _, name, _ in includes(read_text(self.root / path) or "")
+                for target in self.headers.resolve(path, name)]
+
+
+def check_include(source, name, quoted, headers, rooms):
     """What is wrong with one include, or None."""
     targets = headers.resolve(source, name)
-    in_plugin = source.startswith(PLUGIN_FOLDERS)
+    in_plugin = source.startswith("plugin/")
     if not targets:
         if GENERATED.search(name):
             return None
@@ -107,36 +141,30 @@ def check_include(source, rank, name, quoted, headers):
     target = targets[0]
     if target == source:
         return "includes itself"
-    if in_plugin and not target.startswith(PLUGIN_FOLDERS + ("host/include/",)):
+    if in_plugin and not target.startswith(("plugin/", HOST_INCLUDE)):
         return f"{target} is out of bounds for the plug-in: use the host's public headers"
-    if source.startswith("mixer/") and target.startswith(PLUGIN_FOLDERS):
+    if source.startswith(HOST_INCLUDE) and not target.startswith(HOST_INCLUDE):
+        return f"{target} is private: a public header includes public headers only"
+    if source.startswith("mixer/") and target.startswith("plugin/"):
         return f"{target}: the mixer knows the plug-in only through the host's interface"
 
-    target_rank = rank_of(target)
+    rank, target_rank = rooms.rank_of(source), rooms.rank_of(target)
     if target_rank is None:
         if target.startswith(RANKED_FOLDERS):
             return None  # Reported once, at the file without a rank.
         return f"{target} is outside the layers"
-    if target_rank < rank:
+    if rooms.room_of(target) == rooms.room_of(source) or target_rank < rank:
         return None
-    same_rank = target_rank == rank
-    if source.endswith(".h"):
-        if same_rank and posixpath.dirname(source) == posixpath.dirname(target):
-            return None
-        # The host's private headers may stand on the public ones; not the other way round.
-        if source.startswith("host/src/") and target.startswith("host/include/"):
-            return None
-        if same_rank:
-            return (f"{target} has the same rank ({rank:g}) in another folder: a header takes "
-                    "lower ranks only; declare the class and include in the source")
-    elif same_rank:
-        return None
-    return f"{target} has rank {target_rank:g}, this file {rank:g}: includes point down only"
+    if target_rank == rank:
+        return (f"{target} has the same rank ({rank}) in another room: rooms of one rank do not "
+                "know each other")
+    return f"{target} has rank {target_rank}, this file {rank}: includes point down only"
 
 
 def check(root):
     files = tree_files(root)
     headers = Headers(files)
+    rooms = Rooms(root, files, headers)
     findings = []
     for path in files:
         if not is_cpp(path) or not path.startswith(RANKED_FOLDERS):
@@ -144,13 +172,12 @@ def check(root):
         text = read_text(root / path)
         if text is None:
             continue
-        rank = rank_of(path)
-        if rank is None:
-            findings.append(f"{path}:1: no rank is stated for this file: add it to the table in "
+        if rooms.rank_of(path) is None:
+            findings.append(f"{path}:1: no rank is stated for its folder: add it to the table in "
                             "tools/check_ranks.py")
             continue
         for line, name, quoted in includes(text):
-            problem = check_include(path, rank, name, quoted, headers)
+            problem = check_include(path, name, quoted, headers, rooms)
             if problem:
                 findings.append(f"{path}:{line}: {problem}")
         if path.startswith("host/"):
