@@ -16,6 +16,7 @@ import check_common  # noqa: E402
 import check_headers  # noqa: E402
 import check_qt48  # noqa: E402
 import check_ranks  # noqa: E402
+import check_runpaths  # noqa: E402
 
 TOOLS = Path(__file__).resolve().parent
 LICENCE = "".join(f"// {line}\n" for line in check_headers.SPDX_LINES)
@@ -347,6 +348,45 @@ class HeadersTest(TreeTest):
                 self.write(path, "iss" + "ue 4\n")
                 self.assertOneFinding(self.check(), path + ":1", "reader does not have")
                 (self.root / path).unlink()
+
+
+class RunpathsTest(TreeTest):
+    def build(self, name, *options):
+        self.write("empty.c", "int nothing;\n")
+        target = self.root / "out" / name
+        target.parent.mkdir(exist_ok=True)
+        subprocess.run(["cc", "-shared", "-fPIC", "-o", str(target), *options,
+                        str(self.root / "empty.c")], check=True)
+
+    def findings(self):
+        return check_runpaths.check([self.root / "out"])
+
+    def test_onlyTheFilesOwnFolderMayBeNamed(self):
+        self.build("none.so")
+        self.build("own.so", "-Wl,-rpath,$ORIGIN")
+        self.build("two.so", "-Wl,-rpath,$ORIGIN/../lib:$ORIGIN")
+        self.write("out/text.so", "no library")
+        self.assertEqual(self.findings(), [])
+
+    def test_emptyEntriesFail(self):
+        for path in (":$ORIGIN", "$ORIGIN:", "$ORIGIN::$ORIGIN/x"):
+            with self.subTest(path=path):
+                self.build("a.so", "-Wl,-rpath," + path)
+                self.assertOneFinding(self.findings(), str(self.root / "out/a.so"), "an empty")
+
+    def test_otherFoldersFail(self):
+        for path in ("/usr/lib", "lib", "$ORIGINAL"):
+            with self.subTest(path=path):
+                self.build("a.so", "-Wl,-rpath," + path)
+                self.assertOneFinding(self.findings(), str(self.root / "out/a.so"), path)
+
+    def test_theOldKindOfPathIsReadToo(self):
+        self.build("a.so", "-Wl,--disable-new-dtags,-rpath,$ORIGIN:")
+        self.assertOneFinding(self.findings(), str(self.root / "out/a.so"), "an empty")
+
+    def test_folderWithoutLibrariesIsNoSuccess(self):
+        self.write("out/text.so", "no library")
+        self.assertEqual(check_runpaths.main([str(self.root / "out")]), 2)
 
 
 class DependenciesTest(TreeTest):
