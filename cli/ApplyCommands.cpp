@@ -25,7 +25,8 @@ struct ChangeOptions {
 
     void addTo(CLI::App* command, const char* what)
     {
-        command->add_option("SCENE", scene, "Scene file (.duf, .dsf, .obj)")->required();
+        command->add_option("SCENE", scene, fileHelp("Scene file", DzFileKind::scene()))
+            ->required();
         choice.addTo(command, what);
         CLI::Option* file = command->add_option(
             "-o,--output", output, "Write the scene into this file; it may be SCENE itself");
@@ -142,7 +143,8 @@ void addApplyCommand(CLI::App& program)
 {
     CLI::App* command = program.add_subcommand("apply", "Put a network on the surfaces of a scene");
     auto options = std::make_shared<ApplyOptions>();
-    command->add_option("NET", options->network, "Network file (.sskn)")->required();
+    command->add_option("NET", options->network, fileHelp("Network file", DzFileKind::network()))
+        ->required();
     options->addTo(command, "Surfaces to put it on");
     command->callback([options] { runApply(*options); });
 }

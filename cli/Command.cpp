@@ -55,6 +55,13 @@ QString argumentText(const std::string& argument)
     return QString::fromUtf8(argument.data(), static_cast<int>(argument.size()));
 }
 
+std::string fileHelp(const char* what, const QString& kind)
+{
+    const QString suffixes = DzFileFormats::getSuffixText({ kind }, DzFileFormats::Reading);
+    const std::string help(what);
+    return suffixes.isEmpty() ? help : help + " (" + suffixes.toStdString() + ")";
+}
+
 QString formatTable(const QVector<QStringList>& rows, const QString& linePrefix)
 {
     QVector<int> widths;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "dzfileformat.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -39,6 +41,9 @@ void notice(const QString& message);
 
 /// Text of a command line argument.
 QString argumentText(const std::string& argument);
+
+/// Help on an argument that names a file to read: what it is and the suffixes of its kind.
+std::string fileHelp(const char* what, const QString& kind);
 
 /// Columns of text, aligned, with a headline; `linePrefix` begins every line.
 QString formatTable(const QVector<QStringList>& rows, const QString& linePrefix = QString());

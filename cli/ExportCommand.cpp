@@ -102,7 +102,8 @@ void addExportCommand(CLI::App& program)
     CLI::App* command
         = program.add_subcommand("export", "Print the LuxRender text of a network file");
     auto options = std::make_shared<ExportOptions>();
-    command->add_option("FILE", options->file, "Network file (.sskn)")->required();
+    command->add_option("FILE", options->file, fileHelp("Network file", DzFileKind::network()))
+        ->required();
     CLI::Option* section
         = command->add_option("--section", options->section, "The raw text of one section alone")
               ->check(CLI::IsMember({ "material", "mesh" }));

@@ -148,7 +148,8 @@ void addRebuildCommand(CLI::App& program)
     CLI::App* command = program.add_subcommand(
         "rebuild", "Make network files from the surfaces of a scene, one a surface");
     auto options = std::make_shared<RebuildOptions>();
-    command->add_option("SCENE", options->scene, "Scene file (.duf, .dsf, .obj)")->required();
+    command->add_option("SCENE", options->scene, fileHelp("Scene file", DzFileKind::scene()))
+        ->required();
     command
         ->add_option("--surface", options->patterns,
             "Surfaces to rebuild, all without it: a surface's name or NODE/NAME; * and ? stand "

@@ -75,7 +75,8 @@ void addRunCommand(CLI::App& program)
 {
     CLI::App* command = program.add_subcommand("run", "Run a script");
     auto options = std::make_shared<RunOptions>();
-    command->add_option("SCRIPT", options->file, "Script file (.dsa)")->required();
+    command->add_option("SCRIPT", options->file, fileHelp("Script file", DzFileKind::script()))
+        ->required();
     command->add_option("ARG", options->arguments, "What the script finds in args");
     // All that follows the script is the script's, options too.
     command->positionals_at_end();

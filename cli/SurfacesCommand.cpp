@@ -77,7 +77,8 @@ void addSurfacesCommand(CLI::App& program)
     CLI::App* command = program.add_subcommand(
         "surfaces", "List the surfaces of a scene and what they hold for LuxRender");
     auto options = std::make_shared<SurfacesOptions>();
-    command->add_option("SCENE", options->scene, "Scene file (.duf, .dsf, .obj)")->required();
+    command->add_option("SCENE", options->scene, fileHelp("Scene file", DzFileKind::scene()))
+        ->required();
     command->add_flag("--json", options->json, "Print JSON");
     command->callback([options] { runSurfaces(*options); });
 }
