@@ -63,7 +63,7 @@ check_format() {
 check "checks' own tests" python3 tools/test_checks.py
 check "include ranks" python3 tools/check_ranks.py
 check "Qt 4.8 and C++14 in the plug-in" python3 tools/check_qt48.py
-check "licence lines and references" python3 tools/check_headers.py
+check "licence lines" python3 tools/check_headers.py
 if [ -e tools/test_render_golden.py ]; then
     check "golden renderer's own tests" python3 tools/test_render_golden.py
 fi
