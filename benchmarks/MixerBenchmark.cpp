@@ -83,9 +83,9 @@ public:
         view.show();
         QApplication::processEvents();
         int wires = 0;
-        for (const BrickItem* item : view.getScene()->getItems())
+        for (const BrickItem* item : view.getNetworkScene()->getItems())
             wires += item->getWires().size();
-        require(view.getScene()->getItems().size() == bricks, "bricks on the canvas");
+        require(view.getNetworkScene()->getItems().size() == bricks, "bricks on the canvas");
         require(wires == (bricks - nearBricks) * wiresPerBrick, "wires on the canvas");
     }
 
@@ -104,7 +104,7 @@ public:
     }
     BrickItem* middle() const
     {
-        return view.getScene()->getItem(user->getBrick(uint(user->getNumBricks() / 2)));
+        return view.getNetworkScene()->getItem(user->getBrick(uint(user->getNumBricks() / 2)));
     }
     void mouse(QEvent::Type type, const QPoint& place, Qt::MouseButtons buttons)
     {
@@ -115,9 +115,14 @@ public:
     }
     int bricksAt(const QPoint& place) const
     {
-        return view.getScene()->bricksIn(QRectF(view.mapToScene(place), QSizeF(1, 1))).size();
+        return view.getNetworkScene()
+            ->bricksIn(QRectF(view.mapToScene(place), QSizeF(1, 1)))
+            .size();
     }
-    int bricksInView() const { return view.getScene()->bricksIn(view.getVisibleBox()).size(); }
+    int bricksInView() const
+    {
+        return view.getNetworkScene()->bricksIn(view.getVisibleBox()).size();
+    }
 
     std::unique_ptr<VireoBrickUser> user;
     NetworkEdit edit;
@@ -345,7 +350,8 @@ void BM_OpenOnCanvas(benchmark::State& state)
         view.zoomToAll();
         while (paints.count == 0)
             QApplication::processEvents();
-        require(view.getScene()->getItems().size() == state.range(0), "bricks on the canvas");
+        require(
+            view.getNetworkScene()->getItems().size() == state.range(0), "bricks on the canvas");
         state.PauseTiming();
         view.hide();
         state.ResumeTiming();

@@ -8,10 +8,10 @@
 #include "MainWindow.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "NetworkTextPanel.h"
 #include "Networks.h"
 #include "ProblemFinder.h"
 #include "ProgramSettings.h"
-#include "SceneCodePanel.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
 #include "dznumericproperty.h"
@@ -85,7 +85,7 @@ static void BM_WindowOpen(benchmark::State& state)
         require(program.window->openFile(path), "open");
         settle();
         state.PauseTiming();
-        require(!program.window->getSceneCode()->getText().isEmpty(), "the text is shown");
+        require(!program.window->getTextPanel()->getText().isEmpty(), "the text is shown");
         program.window->getTabs()->close(program.window->getDocument(), false);
         settle();
         state.ResumeTiming();
@@ -106,9 +106,9 @@ static void BM_LiveText(benchmark::State& state)
     double value = 1;
     for (auto _ : state) {
         sigma->setDoubleValue(++value);
-        program.window->getSceneCode()->updateNow();
+        program.window->getTextPanel()->updateNow();
     }
-    require(program.window->getSceneCode()->getText().contains(
+    require(program.window->getTextPanel()->getText().contains(
                 QStringLiteral("\"float   sigma\" [%1]").arg(sigma->getValueText())),
         "the text follows");
 }
@@ -233,7 +233,7 @@ static void BM_WindowUndoDuplicate(benchmark::State& state)
         state.ResumeTiming();
         dzUndoStack->undo();
         settle();
-        open.program.window->getSceneCode()->updateNow();
+        open.program.window->getTextPanel()->updateNow();
     }
 }
 
@@ -244,7 +244,7 @@ static void BM_LongTextFollows(benchmark::State& state)
     OpenNetwork open(static_cast<int>(state.range(0)));
     const QVector<BrickLink> links = open.document->getEdit()->getLinks();
     open.document->getEdit()->disconnectAll(links.at(links.size() / 2).input);
-    SceneCodePanel* code = open.program.window->getSceneCode();
+    NetworkTextPanel* code = open.program.window->getTextPanel();
     for (auto _ : state) {
         dzUndoStack->undo();
         code->updateNow();

@@ -3,11 +3,11 @@
 
 #include "Command.h"
 #include "FileNames.h"
-#include "NetworkEdit.h"
 #include "NetworkPersistence.h"
 #include "SceneSurfaces.h"
 #include "dzbrickuserfile.h"
 #include "dzelement.h"
+#include "dznetworklayout.h"
 #include "dznode.h"
 #include "idzbrickuser.h"
 
@@ -88,7 +88,7 @@ QVector<IDzBrickUser*> rebuild(
 void saveNetwork(IDzBrickUser* user, const QString& path)
 {
     // Networks made from properties have no places yet.
-    NetworkEdit(user).arrangeUnplaced();
+    DzNetworkLayout::arrangeUnplaced(user);
     DzBrickUserFile file;
     if (!file.save(path, user))
         fail(file.getError());

@@ -31,6 +31,7 @@ ROOMS = {
     "host/src/modules": 12,
     "host/src/scene": 12,
     "host/src/bricks": 12,
+    "host/src/layout": 13,
     "host/src/networkfile": 13,
     "host/src/scenefile": 13,
     "host/src/script": 14,

@@ -47,7 +47,7 @@ CanvasGesture::~CanvasGesture()
 
 NetworkScene* CanvasGesture::scene() const
 {
-    return m_view->getScene();
+    return m_view->getNetworkScene();
 }
 
 NetworkEdit* CanvasGesture::edit() const

@@ -23,13 +23,13 @@ CanvasKeyboard::CanvasKeyboard(NetworkView* view)
 
 DzShaderBrick* CanvasKeyboard::getBrick() const
 {
-    return m_view->getScene()->getSelection()->getCurrent();
+    return m_view->getNetworkScene()->getSelection()->getCurrent();
 }
 
 BrickItem* CanvasKeyboard::item() const
 {
-    m_view->getScene()->flush();
-    return m_view->getScene()->getItem(getBrick());
+    m_view->getNetworkScene()->flush();
+    return m_view->getNetworkScene()->getItem(getBrick());
 }
 
 DzBrickParam* CanvasKeyboard::getPin() const
@@ -76,7 +76,7 @@ bool CanvasKeyboard::cancel()
     if (!m_linkFrom)
         return false;
     m_linkFrom = nullptr;
-    m_view->getScene()->endProbe();
+    m_view->getNetworkScene()->endProbe();
     return true;
 }
 
@@ -86,7 +86,7 @@ void CanvasKeyboard::leaveRow()
     m_row = -1;
     m_brick = nullptr;
     m_kept.clear();
-    m_view->getScene()->setFocusRow(nullptr, -1);
+    m_view->getNetworkScene()->setFocusRow(nullptr, -1);
 }
 
 void CanvasKeyboard::toggleKept()
@@ -114,7 +114,7 @@ void CanvasKeyboard::go(DzShaderBrick* brick, int row)
     m_brick = brick;
     m_row = row;
     m_view->getSelection()->set(keptBeside(brick) << brick);
-    m_view->getScene()->setFocusRow(brick, row);
+    m_view->getNetworkScene()->setFocusRow(brick, row);
     m_view->showBrick(brick);
     announce();
 }
@@ -144,7 +144,7 @@ void CanvasKeyboard::goSideways(bool isLeft)
     } else if (pin && pin->isOutput() != isLeft && pin->getNumConnections() > 0) {
         DzBrickParam* peer = pin->getConnection(0);
         DzShaderBrick* brick = peer->getTopBrickOwner();
-        if (const BrickItem* next = m_view->getScene()->getItem(brick))
+        if (const BrickItem* next = m_view->getNetworkScene()->getItem(brick))
             go(brick, next->rowOf(peer));
     } else {
         goToNeighbour(isLeft ? -1 : 1, 0);
@@ -160,7 +160,7 @@ void CanvasKeyboard::goToNeighbour(qreal x, qreal y)
     };
     const BrickItem* best = nullptr;
     qreal bestCost = 0;
-    for (const BrickItem* other : m_view->getScene()->getItems()) {
+    for (const BrickItem* other : m_view->getNetworkScene()->getItems()) {
         const QPointF way = middle(other) - middle(current);
         const qreal along = way.x() * x + way.y() * y;
         const qreal across = qAbs(way.x() * y) + qAbs(way.y() * x);
@@ -178,7 +178,7 @@ void CanvasKeyboard::goToNeighbour(qreal x, qreal y)
 
 void CanvasKeyboard::goToFirst()
 {
-    const QVector<BrickItem*>& items = m_view->getScene()->getItems();
+    const QVector<BrickItem*>& items = m_view->getNetworkScene()->getItems();
     const QPointF centre = m_view->getVisibleBox().center();
     const BrickItem* best = nullptr;
     const auto distance
@@ -200,7 +200,7 @@ void CanvasKeyboard::pressReturn()
     }
     if (!m_linkFrom) {
         m_linkFrom = pin;
-        m_view->getScene()->beginProbe(pin);
+        m_view->getNetworkScene()->beginProbe(pin);
         emit m_view->statusMessage(
             NetworkView::tr("A wire from %1: go to another pin and press Return, or Escape")
                 .arg(pin->getLabel()));

@@ -26,8 +26,8 @@ MiniMap::MiniMap(NetworkView* view)
     setAccessibleName(tr("Overview of the network"));
     setCursor(Qt::PointingHandCursor);
     setToolTip(tr("Click or drag to go there"));
-    connect(view->getScene(), &NetworkScene::layoutChanged, this, [this] { update(); });
-    connect(view->getScene()->getSelection(), &BrickSelection::selectionChanged, this,
+    connect(view->getNetworkScene(), &NetworkScene::layoutChanged, this, [this] { update(); });
+    connect(view->getNetworkScene()->getSelection(), &BrickSelection::selectionChanged, this,
         [this] { update(); });
     resize(sizeHint());
 }
@@ -39,7 +39,7 @@ QSize MiniMap::sizeHint() const
 
 QTransform MiniMap::transformToMap() const
 {
-    QRectF all = m_view->getScene()->boxOfAll();
+    QRectF all = m_view->getNetworkScene()->boxOfAll();
     all |= m_view->getVisibleBox();
     const QRectF room = QRectF(rect()).adjusted(margin, margin, -margin, -margin);
     const qreal scale = qMin(
@@ -53,7 +53,7 @@ QTransform MiniMap::transformToMap() const
 
 void MiniMap::paintEvent(QPaintEvent*)
 {
-    NetworkScene* scene = m_view->getScene();
+    NetworkScene* scene = m_view->getNetworkScene();
     const CanvasStyle& style = scene->getStyle();
     QPainter painter(this);
     QColor back = style.body;

@@ -80,7 +80,7 @@ public:
     /// enabled when it can do something.
     QAction* getAction(Command command) const { return m_actions.at(command); }
 
-    NetworkScene* getScene() const { return m_scene; }
+    NetworkScene* getNetworkScene() const { return m_scene; }
     NetworkEdit* getEdit() const { return m_edit; }
     BrickSelection* getSelection() const { return m_selection; }
 

@@ -11,7 +11,6 @@
 
 #include <QFileInfo>
 #include <QStringList>
-#include <cmath>
 
 namespace BrickAppearance {
 
@@ -23,11 +22,6 @@ namespace BrickAppearance {
     }
 
 VIREO_SETTINGS_KEY(titleKey, "BrickTitle")
-VIREO_SETTINGS_KEY(xKey, "PosX")
-VIREO_SETTINGS_KEY(yKey, "PosY")
-VIREO_SETTINGS_KEY(widthKey, "Width")
-VIREO_SETTINGS_KEY(hideParamsKey, "HideParams")
-VIREO_SETTINGS_KEY(autoArrangeKey, "AutoArrange")
 VIREO_SETTINGS_KEY(frameKey, "Frame")
 VIREO_SETTINGS_KEY(frameNumberKey, "Number")
 VIREO_SETTINGS_KEY(frameTitleKey, "Title")
@@ -38,11 +32,6 @@ namespace {
 
 /// Longer values are cut: no canvas is wide enough for them, and texts may be megabytes.
 const int longestValue = 200;
-
-qreal nearPlace(double stored)
-{
-    return std::isfinite(stored) ? qBound(-farthestPlace, qreal(stored), farthestPlace) : 0;
-}
 
 const DzSettings* frameOf(const DzShaderBrick* brick)
 {
@@ -73,38 +62,6 @@ QString titleText(const DzShaderBrick* brick)
         oneLine(brick->getBrickTitle()), QString::number(brick->getBrickID()));
 }
 
-bool hasPosition(const DzShaderBrick* brick)
-{
-    const DzSettings* settings = brick->getBrickSettings();
-    return settings->hasKey(xKey()) && settings->hasKey(yKey());
-}
-
-QPointF position(const DzShaderBrick* brick)
-{
-    const DzSettings* settings = brick->getBrickSettings();
-    return QPointF(
-        nearPlace(settings->getFloatValue(xKey())), nearPlace(settings->getFloatValue(yKey())));
-}
-
-void setPosition(DzShaderBrick* brick, const QPointF& position)
-{
-    DzSettings* settings = brick->getBrickSettings();
-    settings->setFloatValue(xKey(), nearPlace(position.x()));
-    settings->setFloatValue(yKey(), nearPlace(position.y()));
-}
-
-qreal width(const DzShaderBrick* brick)
-{
-    const double stored = brick->getBrickSettings()->getFloatValue(widthKey(), defaultWidth);
-    return stored > 0 && std::isfinite(stored) ? qBound(minimumWidth, qreal(stored), maximumWidth)
-                                               : defaultWidth;
-}
-
-bool hidesParams(const DzShaderBrick* brick)
-{
-    return brick->getBrickSettings()->getBoolValue(hideParamsKey());
-}
-
 int frameNumber(const DzShaderBrick* brick)
 {
     const DzSettings* frame = frameOf(brick);
@@ -115,55 +72,6 @@ QString frameTitle(const DzShaderBrick* brick)
 {
     const DzSettings* frame = frameOf(brick);
     return frame ? oneLine(frame->getStringValue(frameTitleKey())) : QString();
-}
-
-QVector<Row> rows(const DzShaderBrick* brick)
-{
-    const bool hides = hidesParams(brick);
-    const int count = brick->getNumParameters();
-    QVector<Row> shown;
-    shown.reserve(count + brick->getNumProperties());
-    const auto addParam = [&](Row::Kind kind, DzBrickParam* param) {
-        if (!hides || param->getNumConnections() > 0)
-            shown.append(Row { kind, param, nullptr });
-    };
-    for (int i = 0; i < count; ++i)
-        if (brick->getParameter(i)->isOutput())
-            addParam(Row::Output, brick->getParameter(i));
-    for (int i = 0; !hides && i < brick->getNumProperties(); ++i)
-        if (!brick->getProperty(i)->isHidden())
-            shown.append(Row { Row::Setting, nullptr, brick->getProperty(i) });
-    for (int i = 0; i < count; ++i) {
-        DzBrickParam* param = brick->getParameter(i);
-        if (!param->isOutput())
-            addParam(param->isInput() ? Row::Input : Row::Setting, param);
-    }
-    return shown;
-}
-
-QSizeF size(const DzShaderBrick* brick, int rowCount)
-{
-    const qreal margin = rowCount > 0 ? bottomMargin : 0;
-    return QSizeF(width(brick), titleHeight + rowCount * rowHeight + margin);
-}
-
-QSizeF size(const DzShaderBrick* brick)
-{
-    return size(brick, rows(brick).size());
-}
-
-qreal rowCentre(int row)
-{
-    return row < 0 ? titleHeight / 2 : titleHeight + (row + 0.5) * rowHeight;
-}
-
-QPointF pinOffset(const DzShaderBrick* brick, const DzBrickParam* param)
-{
-    const QVector<Row> shown = rows(brick);
-    int row = shown.size() - 1;
-    while (row >= 0 && shown.at(row).param != param)
-        --row;
-    return QPointF(param->isOutput() ? width(brick) : 0, rowCentre(row));
 }
 
 QString rowLabel(const Row& row)

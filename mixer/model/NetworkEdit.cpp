@@ -5,7 +5,6 @@
 
 #include "BrickAppearance.h"
 #include "BrickCatalogue.h"
-#include "LayeredLayout.h"
 #include "NetworkUndo.h"
 #include "NetworkWalk.h"
 #include "StoredNetworks.h"
@@ -593,7 +592,7 @@ QVector<DzShaderBrick*> NetworkEdit::addCopies(const QString& text, const QStrin
             return added;
         }
         // While the bricks still have their links, which say how they are arranged.
-        NetworkEdit(network.get()).arrangeUnplaced();
+        DzNetworkLayout::arrangeUnplaced(network.get());
         loose = takeApart(network.get());
     }
     if (loose.unusableCount > 0)
@@ -746,49 +745,6 @@ void NetworkEdit::align(const QVector<DzShaderBrick*>& bricks, Alignment alignme
     hold.accept(isDistributed ? tr("Distribute Bricks") : tr("Align Bricks"));
 }
 
-/// The layered places of the bricks, starting at the origin.
-QVector<NetworkEdit::Move> NetworkEdit::arrangedPlaces(const QVector<DzShaderBrick*>& bricks) const
-{
-    QHash<const DzShaderBrick*, int> indexOf;
-    QVector<QSizeF> sizes;
-    QVector<QVector<BrickAppearance::Row>> rowsOf;
-    for (const DzShaderBrick* brick : bricks) {
-        indexOf.insert(brick, sizes.size());
-        rowsOf.append(BrickAppearance::rows(brick));
-        sizes.append(BrickAppearance::size(brick, rowsOf.last().size()));
-    }
-    // The height of an output's row, which in most bricks is the only one.
-    const auto outputOffset = [&](int index, const DzBrickParam* output) {
-        const QVector<BrickAppearance::Row>& rows = rowsOf.at(index);
-        int row = 0;
-        while (row < rows.size() && rows.at(row).param != output)
-            ++row;
-        return BrickAppearance::rowCentre(row < rows.size() ? row : -1);
-    };
-    QVector<LayeredLayout::Edge> edges;
-    for (int to = 0; to < bricks.size(); ++to) {
-        const QVector<BrickAppearance::Row>& rows = rowsOf.at(to);
-        for (int row = 0; row < rows.size(); ++row) {
-            const DzBrickParam* input = rows.at(row).param;
-            if (!input || input->isOutput())
-                continue;
-            for (int k = 0; k < input->getNumConnections(); ++k) {
-                const DzBrickParam* output = input->getConnection(k);
-                const int from = indexOf.value(output->getTopBrickOwner(), -1);
-                if (from >= 0)
-                    edges.append(LayeredLayout::Edge {
-                        from, to, outputOffset(from, output), BrickAppearance::rowCentre(row) });
-            }
-        }
-    }
-    const QVector<QPointF> places = LayeredLayout().arrange(sizes, edges);
-    QVector<Move> moves;
-    moves.reserve(bricks.size());
-    for (int i = 0; i < bricks.size(); ++i)
-        moves.append(Move { bricks.at(i), places.at(i) });
-    return moves;
-}
-
 namespace {
 
 void shift(QVector<NetworkEdit::Move>* moves, const QPointF& offset)
@@ -815,7 +771,7 @@ void NetworkEdit::arrange(const QVector<DzShaderBrick*>& bricks)
     const QVector<DzShaderBrick*> arranged = bricks.isEmpty() ? getBricks() : bricks;
     if (arranged.isEmpty())
         return;
-    QVector<Move> moves = arrangedPlaces(arranged);
+    QVector<Move> moves = DzNetworkLayout::arranged(arranged);
     shift(&moves, boxOf(arranged).center() - boxOf(moves).center());
     DzUndoStackHold hold;
     moveBricks(moves);
@@ -824,28 +780,12 @@ void NetworkEdit::arrange(const QVector<DzShaderBrick*>& bricks)
 
 bool NetworkEdit::arrangeUnplaced()
 {
-    QVector<DzShaderBrick*> placed;
-    QVector<DzShaderBrick*> unplaced;
-    const QVector<DzShaderBrick*> bricks = getBricks();
-    for (DzShaderBrick* brick : bricks) {
-        DzSettings* settings = brick->getBrickSettings();
-        const bool asks = settings->getBoolValue(BrickAppearance::autoArrangeKey());
-        settings->removeValue(BrickAppearance::autoArrangeKey());
-        if (asks || !BrickAppearance::hasPosition(brick))
-            unplaced.append(brick);
-        else
-            placed.append(brick);
-    }
-    if (unplaced.isEmpty())
-        return false;
-    QVector<Move> moves = arrangedPlaces(unplaced);
-    // Below what has its place.
-    const QRectF taken = boxOf(placed);
-    shift(&moves, placed.isEmpty() ? QPointF() : taken.bottomLeft() + QPointF(0, placedRowStep));
-    for (const Move& move : qAsConst(moves))
-        BrickAppearance::setPosition(move.brick, move.position);
-    emit bricksMoved(unplaced);
-    return true;
+    IDzBrickUser* user = getUser();
+    const QVector<DzShaderBrick*> placed
+        = user ? DzNetworkLayout::arrangeUnplaced(user) : QVector<DzShaderBrick*>();
+    if (!placed.isEmpty())
+        emit bricksMoved(placed);
+    return !placed.isEmpty();
 }
 
 void NetworkEdit::setPlaceHint(const QPointF& place)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "dznetworklayout.h"
+
 #include <QObject>
 #include <QPointF>
 #include <QPointer>
@@ -105,10 +107,7 @@ public:
         const QVector<DzShaderBrick*>& bricks, const QPointF& offset, QString* error = nullptr);
 
     // Places.
-    struct Move {
-        DzShaderBrick* brick;
-        QPointF position;
-    };
+    typedef DzNetworkLayout::Place Move;
     /// What a step that moves these is called.
     static QString moveCaption(const QVector<Move>& moves);
     void moveBricks(const QVector<Move>& moves);
@@ -173,7 +172,6 @@ private:
     bool insertInto(DzShaderBrick* brick, const BrickLink& link);
     QVector<DzShaderBrick*> addCopies(const QString& text, const QString& caption,
         const std::function<QPointF(const QPointF& middle)>& offsetFor, QString* error);
-    QVector<Move> arrangedPlaces(const QVector<DzShaderBrick*>& bricks) const;
     typedef std::function<void(DzShaderBrick*)> BrickChange;
     /// Changes settings of bricks, leaving undo items; in a hold of the caller's.
     void changeSettings(const QVector<DzShaderBrick*>& bricks, const BrickChange& change);

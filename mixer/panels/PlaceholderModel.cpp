@@ -22,18 +22,18 @@ QString valueOf(const DzProperty* property)
 /// A value, and which of its placeholders: colours have several.
 typedef QPair<const DzProperty*, int> RowKey;
 
-QVector<RowKey> keysOf(const QVector<ScenePlaceholder>& placeholders)
+QVector<RowKey> keysOf(const QVector<TextPlaceholder>& placeholders)
 {
     QVector<RowKey> keys;
     QHash<const DzProperty*, int> seen;
-    for (const ScenePlaceholder& placeholder : placeholders)
+    for (const TextPlaceholder& placeholder : placeholders)
         keys.append(RowKey(placeholder.property, seen[placeholder.property]++));
     return keys;
 }
 
 } // namespace
 
-void PlaceholderModel::setPlaceholders(const QVector<ScenePlaceholder>& placeholders)
+void PlaceholderModel::setPlaceholders(const QVector<TextPlaceholder>& placeholders)
 {
     const QVector<RowKey> before = keysOf(m_placeholders);
     const QVector<RowKey> after = keysOf(placeholders);
@@ -74,7 +74,7 @@ int PlaceholderModel::columnCount(const QModelIndex& parent) const
 
 QVariant PlaceholderModel::data(const QModelIndex& index, int role) const
 {
-    const ScenePlaceholder& placeholder = m_placeholders.at(index.row());
+    const TextPlaceholder& placeholder = m_placeholders.at(index.row());
     if (!placeholder.property || !placeholder.brick)
         return QVariant();
     if (index.column() == LockedColumn && role == Qt::CheckStateRole)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "SceneCode.h"
+#include "NetworkText.h"
 
 #include <QAbstractTableModel>
 
@@ -18,7 +18,7 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    void setPlaceholders(const QVector<ScenePlaceholder>& placeholders);
+    void setPlaceholders(const QVector<TextPlaceholder>& placeholders);
     DzShaderBrick* getBrick(int row) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -29,5 +29,5 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
-    QVector<ScenePlaceholder> m_placeholders;
+    QVector<TextPlaceholder> m_placeholders;
 };

@@ -20,12 +20,12 @@
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
 #include "NetworkSteps.h"
+#include "NetworkTextPanel.h"
 #include "NetworkView.h"
 #include "ProblemsPanel.h"
 #include "ProgramSettings.h"
 #include "PropertiesPanel.h"
 #include "PropertyGroup.h"
-#include "SceneCodePanel.h"
 #include "SceneController.h"
 #include "SceneSession.h"
 #include "ShortcutsPage.h"
@@ -106,7 +106,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     , m_scene(new SceneController(settings, this))
     , m_brickyard(new BrickyardPanel)
     , m_properties(new PropertiesPanel)
-    , m_sceneCode(new SceneCodePanel)
+    , m_textPanel(new NetworkTextPanel)
     , m_problems(new ProblemsPanel)
     , m_history(new QUndoView(dzUndoStack->getQtStack()))
     , m_steps(new NetworkSteps(this))
@@ -152,8 +152,8 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     connect(m_brickyard, &BrickyardPanel::message, this, &MainWindow::showWarning);
     connect(m_properties, &PropertiesPanel::brickActivated, this, &MainWindow::showBrick);
     connect(m_properties, &PropertiesPanel::message, this, &MainWindow::showWarning);
-    connect(m_sceneCode, &SceneCodePanel::brickActivated, this, &MainWindow::showBrick);
-    connect(m_sceneCode, &SceneCodePanel::message, this, &MainWindow::showMessage);
+    connect(m_textPanel, &NetworkTextPanel::brickActivated, this, &MainWindow::showBrick);
+    connect(m_textPanel, &NetworkTextPanel::message, this, &MainWindow::showMessage);
     connect(m_problems, &ProblemsPanel::brickActivated, this, &MainWindow::showBrick);
     connect(m_problems, &ProblemsPanel::problemsChanged, this, &MainWindow::showProblems);
     connect(m_surfaces, &SurfacesPanel::selectionChanged, this, &MainWindow::updateCommands);
@@ -177,7 +177,7 @@ MainWindow::~MainWindow()
     // Panels look at documents: they let go first.
     m_tabs->disconnect(this);
     m_properties->setDocument(nullptr);
-    m_sceneCode->setDocument(nullptr);
+    m_textPanel->setDocument(nullptr);
     m_problems->setDocument(nullptr);
     m_brickyard->setUser(nullptr);
 }
@@ -592,7 +592,7 @@ void MainWindow::makeDocks()
     addDock(QStringLiteral("History"), tr("History"), m_history, Qt::LeftDockWidgetArea);
     addDock(QStringLiteral("Properties"), tr("Properties"), m_properties, Qt::RightDockWidgetArea);
     addDock(
-        QStringLiteral("SceneCode"), tr("LuxRender Text"), m_sceneCode, Qt::RightDockWidgetArea);
+        QStringLiteral("SceneCode"), tr("LuxRender Text"), m_textPanel, Qt::RightDockWidgetArea);
     addDock(QStringLiteral("Problems"), tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
     arrangeDocks();
     QDockWidget* problems = m_docks.last();
@@ -673,7 +673,7 @@ void MainWindow::currentChanged()
     m_centre->setCurrentWidget(document ? static_cast<QWidget*>(m_tabs) : m_welcomeArea);
     m_brickyard->setUser(document ? document->getUser() : nullptr);
     m_properties->setDocument(document);
-    m_sceneCode->setDocument(document);
+    m_textPanel->setDocument(document);
     m_problems->setDocument(document);
     if (m_canvasView != getView()) {
         m_canvasView = getView();

@@ -28,7 +28,7 @@ class QScrollArea;
 class QStackedWidget;
 class QToolButton;
 class QUndoView;
-class SceneCodePanel;
+class NetworkTextPanel;
 class SceneController;
 class SurfacesPanel;
 class WelcomePage;
@@ -52,11 +52,11 @@ public:
     CommandSet* getCommands() const { return m_commands; }
     DocumentTabs* getTabs() const { return m_tabs; }
     DocumentController* getDocuments() const { return m_documents.get(); }
-    SceneController* getScene() const { return m_scene.get(); }
+    SceneController* getSceneController() const { return m_scene.get(); }
     BrickyardPanel* getBrickyard() const { return m_brickyard; }
     PropertiesPanel* getProperties() const { return m_properties; }
     SurfacesPanel* getSurfaces() const { return m_surfaces; }
-    SceneCodePanel* getSceneCode() const { return m_sceneCode; }
+    NetworkTextPanel* getTextPanel() const { return m_textPanel; }
     ProblemsPanel* getProblems() const { return m_problems; }
     QUndoView* getHistory() const { return m_history; }
     MixerDocument* getDocument() const;
@@ -121,7 +121,7 @@ private:
     BrickyardPanel* m_brickyard;
     PropertiesPanel* m_properties;
     SurfacesPanel* m_surfaces;
-    SceneCodePanel* m_sceneCode;
+    NetworkTextPanel* m_textPanel;
     ProblemsPanel* m_problems;
     QUndoView* m_history;
     NetworkSteps* m_steps;

@@ -38,7 +38,7 @@ VireoBrickBase* CanvasFixture::add(const char* className, qreal x, qreal y)
     auto* brick = qobject_cast<VireoBrickBase*>(
         m_edit.addBrick(QString::fromLatin1(className), QPointF(x, y)));
     EXPECT_NE(brick, nullptr) << className;
-    m_view.getScene()->flush();
+    m_view.getNetworkScene()->flush();
     return brick;
 }
 
@@ -68,13 +68,13 @@ QPoint CanvasFixture::at(const QPointF& scenePlace) const
 
 QPoint CanvasFixture::titleOf(DzShaderBrick* brick) const
 {
-    return at(m_view.getScene()->getItem(brick)->pos() + QPointF(60, 12));
+    return at(m_view.getNetworkScene()->getItem(brick)->pos() + QPointF(60, 12));
 }
 
 QPoint CanvasFixture::pinOf(DzBrickParam* pin) const
 {
-    m_view.getScene()->flush();
-    return at(m_view.getScene()->getItem(pin->getTopBrickOwner())->pinPlace(pin));
+    m_view.getNetworkScene()->flush();
+    return at(m_view.getNetworkScene()->getItem(pin->getTopBrickOwner())->pinPlace(pin));
 }
 
 QPoint CanvasFixture::pinOf(DzShaderBrick* brick, const char* name) const

@@ -42,15 +42,15 @@ protected:
         DzUndoStackLock lock;
         EXPECT_TRUE(m_edit.connect(output(matte), param(root, "material")));
         EXPECT_TRUE(m_edit.connect(output(texture), param(matte, "Kd")));
-        m_view.getScene()->flush();
+        m_view.getNetworkScene()->flush();
     }
     LinkFit fitOf(DzShaderBrick* brick, const char* name)
     {
-        return m_view.getScene()->getFit(param(brick, name));
+        return m_view.getNetworkScene()->getFit(param(brick, name));
     }
     bool isDimmed(DzShaderBrick* brick)
     {
-        return m_view.getScene()->isDimmed(m_view.getScene()->getItem(brick));
+        return m_view.getNetworkScene()->isDimmed(m_view.getNetworkScene()->getItem(brick));
     }
     QVector<DzShaderBrick*> selected() const { return m_selection.getBricks(); }
     static void dropOn(NetworkView* view, const QPoint& place, const QMimeData* data, bool* taken)
@@ -252,7 +252,7 @@ TEST_F(Canvas, aRefusedWireSaysWhyBesideTheCursor)
         QPainter painter(&painted);
         painter.setTransform(m_view.viewportTransform());
         m_view.paintHint(&painter, m_view.mapToScene(place), text, true);
-        const QFontMetrics metrics(m_view.getScene()->getStyle().font);
+        const QFontMetrics metrics(m_view.getNetworkScene()->getStyle().font);
         const QRect inside(place + QPoint(20, 22), QSize(metrics.horizontalAdvance(text), 12));
         int different = 0;
         for (int x = inside.left(); x <= inside.right(); ++x)
@@ -294,7 +294,7 @@ TEST_F(Canvas, draggingABrickMovesIt)
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
     dzUndoStack->undo();
     EXPECT_EQ(BrickAppearance::position(matte), QPointF(-100, -100));
-    EXPECT_EQ(m_view.getScene()->getItem(matte)->pos(), QPointF(-100, -100));
+    EXPECT_EQ(m_view.getNetworkScene()->getItem(matte)->pos(), QPointF(-100, -100));
 }
 
 TEST_F(Canvas, draggingOneOfTheSelectedBricksMovesAllInOneStep)
@@ -315,9 +315,9 @@ TEST_F(Canvas, escapeTakesADragBack)
     const QPoint from = titleOf(matte);
     press(from);
     moveTo(from + QPoint(50, 50));
-    EXPECT_EQ(m_view.getScene()->getItem(matte)->pos(), QPointF(-50, -50));
+    EXPECT_EQ(m_view.getNetworkScene()->getItem(matte)->pos(), QPointF(-50, -50));
     key(Qt::Key_Escape);
-    EXPECT_EQ(m_view.getScene()->getItem(matte)->pos(), QPointF(-100, -100));
+    EXPECT_EQ(m_view.getNetworkScene()->getItem(matte)->pos(), QPointF(-100, -100));
     release(from + QPoint(50, 50));
     EXPECT_EQ(BrickAppearance::position(matte), QPointF(-100, -100));
     EXPECT_EQ(dzUndoStack->getNumItems(), 0);
@@ -337,10 +337,11 @@ TEST_F(Canvas, wiresFollowABrickThatIsDragged)
     const QPoint from = titleOf(texture);
     press(from);
     moveTo(from + QPoint(10, 120));
-    const QVector<CanvasWire> wires = m_view.getScene()->getItem(matte)->getWires();
+    const QVector<CanvasWire> wires = m_view.getNetworkScene()->getItem(matte)->getWires();
     ASSERT_EQ(wires.size(), 1);
-    EXPECT_EQ(wires.first().from, m_view.getScene()->getItem(texture)->pinPlace(output(texture)));
-    EXPECT_EQ(m_view.getScene()->getItem(texture)->pos(), QPointF(-390, 20));
+    EXPECT_EQ(
+        wires.first().from, m_view.getNetworkScene()->getItem(texture)->pinPlace(output(texture)));
+    EXPECT_EQ(m_view.getNetworkScene()->getItem(texture)->pos(), QPointF(-390, 20));
     release(from + QPoint(10, 120));
 }
 
@@ -442,7 +443,7 @@ TEST_F(Canvas, aDragWhoseButtonIsUpAlreadyIsTakenBack)
     press(from);
     moveTo(from + QPoint(30, 30));
     moveFreely(from + QPoint(200, 30));
-    EXPECT_EQ(m_view.getScene()->getItem(matte)->pos(), QPointF(-100, -100));
+    EXPECT_EQ(m_view.getNetworkScene()->getItem(matte)->pos(), QPointF(-100, -100));
     release(from + QPoint(200, 30));
     EXPECT_EQ(BrickAppearance::position(matte), QPointF(-100, -100));
     EXPECT_EQ(dzUndoStack->getNumItems(), 0);
@@ -570,13 +571,13 @@ TEST_F(Canvas, bricksThatGoTogetherLeaveTheSelectionTogether)
     QCoreApplication::processEvents();
     EXPECT_TRUE(selected().isEmpty());
     EXPECT_EQ(changes, 1);
-    EXPECT_EQ(m_view.getScene()->getItems().size(), 3);
+    EXPECT_EQ(m_view.getNetworkScene()->getItems().size(), 3);
     dzUndoStack->redo();
     m_selection.set(m_edit.getBricks());
     dzUndoStack->undo();
     dzUndoStack->redo();
     QCoreApplication::processEvents();
-    EXPECT_EQ(m_view.getScene()->getItems().size(), 6);
+    EXPECT_EQ(m_view.getNetworkScene()->getItems().size(), 6);
     m_view.grab();
 }
 
@@ -647,7 +648,7 @@ TEST_F(Canvas, aBrickDraggedFromElsewhereIsAddedWhereItIsDropped)
     dropOn(&m_view, QPoint(300, 200), &data, &taken);
     EXPECT_TRUE(taken);
     ASSERT_EQ(m_user.getNumBricks(), 1);
-    EXPECT_TRUE(m_view.getScene()
+    EXPECT_TRUE(m_view.getNetworkScene()
                     ->boxOf({ m_user.getBrick(1) })
                     .contains(m_view.mapToScene(QPoint(300, 200))));
 }
@@ -661,7 +662,7 @@ TEST_F(Canvas, newBricksAreWhollyInView)
     const auto check = [&](uint id) {
         DzShaderBrick* brick = m_user.getBrick(id);
         ASSERT_NE(brick, nullptr);
-        const QRectF box = m_view.getScene()->boxOf({ brick });
+        const QRectF box = m_view.getNetworkScene()->boxOf({ brick });
         EXPECT_TRUE(m_view.getVisibleBox().contains(box)) << id;
         EXPECT_FALSE(m_view.mapFromScene(box).boundingRect().intersects(map->geometry())) << id;
     };
@@ -670,7 +671,7 @@ TEST_F(Canvas, newBricksAreWhollyInView)
         dropOn(&m_view, place, &data, &taken);
         const uint id = uint(m_user.getNumBricks());
         check(id);
-        const QRectF box = m_view.getScene()->boxOf({ m_user.getBrick(id) });
+        const QRectF box = m_view.getNetworkScene()->boxOf({ m_user.getBrick(id) });
         EXPECT_TRUE(box.adjusted(-20, -20, 20, 20).contains(m_view.mapToScene(place)))
             << "no farther than needed";
     }
@@ -695,8 +696,8 @@ TEST_F(Canvas, aBrickThatIsPutIntoAWireHidesNoOther)
     }
     const auto check = [&](VireoBrickBase* brick) {
         for (VireoBrickBase* other : { root, matte, texture })
-            EXPECT_FALSE(m_view.getScene()->boxOf({ brick }).intersects(
-                m_view.getScene()->boxOf({ other })));
+            EXPECT_FALSE(m_view.getNetworkScene()->boxOf({ brick }).intersects(
+                m_view.getNetworkScene()->boxOf({ other })));
         EXPECT_TRUE(isLinked(brick, matte, "Kd"));
         EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
         dzUndoStack->undo();
@@ -824,7 +825,7 @@ TEST_F(Canvas, deleteRemovesAndReconnects)
     dzUndoStack->undo();
     EXPECT_EQ(m_user.getNumBricks(), 4);
     EXPECT_TRUE(isLinked(mix, matte, "Kd"));
-    EXPECT_EQ(m_view.getScene()->getItems().size(), 4);
+    EXPECT_EQ(m_view.getNetworkScene()->getItems().size(), 4);
 }
 
 // Frames and titles.
@@ -844,7 +845,7 @@ TEST_F(Canvas, framesAreMadeNamedAndMoved)
     EXPECT_EQ(m_edit.getFrames().first().bricks.size(), 2);
     m_selection.clear();
     const QPoint title
-        = at(m_view.getScene()->frameTitleBox(m_edit.getFrames().first().number).center());
+        = at(m_view.getNetworkScene()->frameTitleBox(m_edit.getFrames().first().number).center());
     drag(title, title + QPoint(20, 60));
     EXPECT_EQ(BrickAppearance::position(matte), QPointF(-80, -40));
     EXPECT_EQ(BrickAppearance::position(texture), QPointF(-380, -40));
@@ -872,7 +873,7 @@ TEST_F(Canvas, doubleClickOnAFramesTitleChangesIt)
     addThree();
     const int frame = m_edit.frameBricks({ matte }, QStringLiteral("Old"));
     QCoreApplication::processEvents();
-    doubleClick(at(m_view.getScene()->frameTitleBox(frame).center()));
+    doubleClick(at(m_view.getNetworkScene()->frameTitleBox(frame).center()));
     auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->text(), QStringLiteral("Old"));
@@ -969,13 +970,13 @@ TEST_F(Canvas, whoTakesTheKeyboardFromATitleKeepsIt)
 TEST_F(Canvas, draggingTheRightEdgeChangesTheWidth)
 {
     addThree();
-    const BrickItem* item = m_view.getScene()->getItem(matte);
+    const BrickItem* item = m_view.getNetworkScene()->getItem(matte);
     const QPoint edge = at(item->pos() + QPointF(item->getSize().width() - 3, 8));
     drag(edge, edge + QPoint(43, 0));
     EXPECT_EQ(matte->getBrickSettings()->getIntValue(QStringLiteral("Width")), 250);
     EXPECT_EQ(item->getSize().width(), 250);
     dzUndoStack->undo();
-    m_view.getScene()->flush();
+    m_view.getNetworkScene()->flush();
     EXPECT_EQ(item->getSize().width(), 210);
 }
 
@@ -984,13 +985,13 @@ TEST_F(Canvas, hidingParametersKeepsLinkedRows)
     linkThree();
     m_selection.set({ matte });
     key(Qt::Key_H);
-    m_view.getScene()->flush();
-    const BrickItem* item = m_view.getScene()->getItem(matte);
+    m_view.getNetworkScene()->flush();
+    const BrickItem* item = m_view.getNetworkScene()->getItem(matte);
     ASSERT_EQ(item->getRows().size(), 2);
     EXPECT_EQ(item->getRows().at(0).param, output(matte));
     EXPECT_EQ(item->getRows().at(1).param, param(matte, "Kd"));
     key(Qt::Key_H);
-    m_view.getScene()->flush();
+    m_view.getNetworkScene()->flush();
     EXPECT_EQ(item->getRows().size(), matte->getNumParameters());
 }
 
@@ -1033,15 +1034,16 @@ TEST_F(Canvas, keysZoomToTheSelectionAndToAll)
     add("VireoTexClrMixBrick", 3000, 2000);
     m_selection.set({ texture });
     key(Qt::Key_F);
-    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getScene()->boxOf({ texture })));
-    EXPECT_LE((m_view.getVisibleBox().center() - m_view.getScene()->boxOf({ texture }).center())
-                  .manhattanLength(),
+    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getNetworkScene()->boxOf({ texture })));
+    EXPECT_LE(
+        (m_view.getVisibleBox().center() - m_view.getNetworkScene()->boxOf({ texture }).center())
+            .manhattanLength(),
         4);
     key(Qt::Key_A);
-    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getScene()->boxOfAll()));
+    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getNetworkScene()->boxOfAll()));
     lookAt(5000, 5000);
     key(Qt::Key_Home);
-    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getScene()->boxOfAll()));
+    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getNetworkScene()->boxOfAll()));
 }
 
 TEST_F(Canvas, zoomingLeavesNothingUnderTheMiniMap)
@@ -1049,18 +1051,18 @@ TEST_F(Canvas, zoomingLeavesNothingUnderTheMiniMap)
     addThree();
     VireoBrickBase* far = add("VireoTexClrMixBrick", 1800, 1200);
     m_edit.frameBricks({ far }, QStringLiteral("Frame"));
-    m_view.getScene()->flush();
+    m_view.getNetworkScene()->flush();
     const auto* map = m_view.findChild<MiniMap*>();
     const auto isUnderMap = [&](const QRectF& box) {
         return m_view.mapFromScene(box).boundingRect().intersects(map->geometry());
     };
-    const QRectF all = m_view.getScene()->boxOfAll();
+    const QRectF all = m_view.getNetworkScene()->boxOfAll();
     key(Qt::Key_A);
     EXPECT_TRUE(m_view.getVisibleBox().contains(all));
     EXPECT_FALSE(isUnderMap(all));
     m_selection.set({ texture, far });
     key(Qt::Key_F);
-    EXPECT_FALSE(isUnderMap(m_view.getScene()->boxOf({ texture, far })));
+    EXPECT_FALSE(isUnderMap(m_view.getNetworkScene()->boxOf({ texture, far })));
     const qreal beside = m_view.getZoom();
     key(Qt::Key_M);
     key(Qt::Key_F);
@@ -1084,7 +1086,7 @@ TEST_F(Canvas, showingABrickScrollsOnlyAsFarAsNeeded)
     VireoBrickBase* outside = add("VireoTexClrMixBrick", 3000, -2000);
     for (VireoBrickBase* brick : { hidden, outside, root }) {
         m_view.showBrick(brick);
-        const QRectF box = m_view.getScene()->boxOf({ brick });
+        const QRectF box = m_view.getNetworkScene()->boxOf({ brick });
         EXPECT_TRUE(m_view.getVisibleBox().contains(box));
         EXPECT_FALSE(m_view.mapFromScene(box).boundingRect().intersects(map->geometry()));
         EXPECT_EQ(m_view.getZoom(), 1);
@@ -1096,7 +1098,7 @@ TEST_F(Canvas, networksOfAnySizeCanBeSeenWhole)
     add("VireoMatMatteBrick", -500000, 0);
     add("VireoMatMatteBrick", 500000, 900000);
     key(Qt::Key_A);
-    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getScene()->boxOfAll()));
+    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getNetworkScene()->boxOfAll()));
     m_view.grab();
     wheel(QPoint(500, 300), -120);
     wheel(QPoint(500, 300), 120 * 80);
@@ -1129,7 +1131,8 @@ TEST_F(Canvas, arrangePutsWhatFeedsToTheLeft)
         m_edit.connect(output(texture), param(matte, "Kd"));
     }
     key(Qt::Key_L, Qt::ControlModifier);
-    const auto box = [this](DzShaderBrick* brick) { return m_view.getScene()->boxOf({ brick }); };
+    const auto box
+        = [this](DzShaderBrick* brick) { return m_view.getNetworkScene()->boxOf({ brick }); };
     EXPECT_LT(box(texture).right(), box(matte).left());
     EXPECT_LT(box(matte).right(), box(root).left());
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
@@ -1230,7 +1233,7 @@ TEST_F(Canvas, aBrickIsPutIntoAWireWithKeysAlone)
     EXPECT_EQ(search(), nullptr);
     EXPECT_EQ(m_messages,
         QStringList(QStringLiteral("Go to a linked pin first: Up and Down walk the rows.")));
-    const BrickItem* item = m_view.getScene()->getItem(matte);
+    const BrickItem* item = m_view.getNetworkScene()->getItem(matte);
     for (int row = 0; row <= item->rowOf(param(matte, "Kd")); ++row)
         key(Qt::Key_Down);
     key(Qt::Key_I, Qt::ControlModifier);
@@ -1289,7 +1292,7 @@ TEST_F(Canvas, pinsAreLinkedWithKeysAlone)
     EXPECT_EQ(fitOf(matte, "Kd"), Fits);
     key(Qt::Key_Right); // to the matte brick's title
     EXPECT_EQ(m_selection.getCurrent(), matte);
-    const BrickItem* item = m_view.getScene()->getItem(matte);
+    const BrickItem* item = m_view.getNetworkScene()->getItem(matte);
     for (int row = 0; row <= item->rowOf(param(matte, "Kd")); ++row)
         key(Qt::Key_Down);
     key(Qt::Key_Return);
@@ -1414,7 +1417,7 @@ TEST_F(Canvas, toolTipsNameTypesAndValues)
     VireoBrickBase* checks = add("VireoTexFltCheckerboardBrick", -400, 100);
     EXPECT_EQ(tipAt(pinOf(checks, "v1")), QStringLiteral("v1: vector<br>1, 0, 0"));
     m_view.setBadge(matte, QStringLiteral("a <b> file is missing"));
-    const BrickItem* item = m_view.getScene()->getItem(matte);
+    const BrickItem* item = m_view.getNetworkScene()->getItem(matte);
     EXPECT_EQ(tipAt(at(item->pos() + item->badgeBox().center())),
         QStringLiteral("a &lt;b&gt; file is missing"));
     m_view.clearBadges();
@@ -1458,7 +1461,7 @@ TEST_F(Canvas, returnOnATitleActivatesTheBrick)
 TEST_F(Canvas, followsWhateverOthersDoToTheNetwork)
 {
     addThree();
-    NetworkScene* scene = m_view.getScene();
+    NetworkScene* scene = m_view.getNetworkScene();
     VireoBrickBase* added = addBrick(m_user, "VireoTexClrBAndBrick");
     EXPECT_NE(scene->getItem(added), nullptr);
     EXPECT_TRUE(BrickAppearance::hasPosition(added));
@@ -1485,12 +1488,12 @@ TEST_F(Canvas, rebuildShowsWhatWasLoaded)
     DzBrickUserFile file;
     ASSERT_TRUE(file.load(projectPath(QStringLiteral("examples/layered-car-paint.sskn")), &m_user));
     m_view.rebuild();
-    EXPECT_EQ(m_view.getScene()->getItems().size(), m_user.getNumBricks());
+    EXPECT_EQ(m_view.getNetworkScene()->getItems().size(), m_user.getNumBricks());
     int wires = 0;
-    for (const BrickItem* item : m_view.getScene()->getItems())
+    for (const BrickItem* item : m_view.getNetworkScene()->getItems())
         wires += item->getWires().size();
     EXPECT_EQ(wires, m_edit.getLinks().size());
-    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getScene()->boxOfAll()));
+    EXPECT_TRUE(m_view.getVisibleBox().contains(m_view.getNetworkScene()->boxOfAll()));
     m_view.grab();
 }
 
@@ -1503,20 +1506,20 @@ TEST_F(Canvas, showsBricksOfUnknownClassAndFollowsTheirDeletion)
     ASSERT_TRUE(file.loadText(text, QStringLiteral("test"), &m_user));
     m_view.rebuild();
     const int count = m_user.getNumBricks();
-    ASSERT_EQ(m_view.getScene()->getItems().size(), count);
+    ASSERT_EQ(m_view.getNetworkScene()->getItems().size(), count);
     DzShaderBrick* unknown = nullptr;
     const QVector<DzShaderBrick*> bricks = m_edit.getBricks();
     for (DzShaderBrick* brick : bricks)
         if (brick->inherits("DzUnknownBrick"))
             unknown = brick;
     ASSERT_NE(unknown, nullptr);
-    EXPECT_FALSE(m_view.getScene()->getItem(unknown)->getBadge().isEmpty());
+    EXPECT_FALSE(m_view.getNetworkScene()->getItem(unknown)->getBadge().isEmpty());
     m_view.grab();
     m_edit.deleteBricks({ unknown });
-    EXPECT_EQ(m_view.getScene()->getItems().size(), count - 1);
+    EXPECT_EQ(m_view.getNetworkScene()->getItems().size(), count - 1);
     dzUndoStack->undo();
-    EXPECT_EQ(m_view.getScene()->getItems().size(), count);
-    EXPECT_NE(m_view.getScene()->getItem(unknown), nullptr);
+    EXPECT_EQ(m_view.getNetworkScene()->getItems().size(), count);
+    EXPECT_NE(m_view.getNetworkScene()->getItem(unknown), nullptr);
 }
 
 TEST_F(Canvas, valuesInRowsFollowTheirProperties)
@@ -1616,13 +1619,13 @@ TEST_F(Canvas, rowsThatAreMadeAnewAreFollowedOnce)
 TEST_F(Canvas, colorsFollowThePalette)
 {
     addThree();
-    const QColor light = m_view.getScene()->getStyle().canvas;
+    const QColor light = m_view.getNetworkScene()->getStyle().canvas;
     QPalette dark;
     dark.setColor(QPalette::Window, QColor(40, 40, 40));
     dark.setColor(QPalette::WindowText, QColor(230, 230, 230));
     dark.setColor(QPalette::Base, QColor(30, 30, 30));
     m_view.setPalette(dark);
-    const QColor now = m_view.getScene()->getStyle().canvas;
+    const QColor now = m_view.getNetworkScene()->getStyle().canvas;
     EXPECT_LT(now.lightness(), 60);
     EXPECT_GT(light.lightness(), 150);
     EXPECT_EQ(m_view.grab().toImage().pixelColor(10, 690).lightness() < 80, true);

@@ -7,9 +7,9 @@
 #include "Autosaver.h"
 #include "BrickSelection.h"
 #include "NetworkEdit.h"
+#include "NetworkText.h"
 #include "NetworkWalk.h"
 #include "PropertyGroup.h"
-#include "SceneCode.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
 #include "dzintproperty.h"
@@ -241,10 +241,10 @@ TEST(MixerDocument, aTemplateGetsAFreshIdentifierAndNoPath)
 
 // The text for the renderer.
 
-TEST(SceneCode, isTheExportTextWithTheBrickOfEachLine)
+TEST(NetworkText, isTheExportTextWithTheBrickOfEachLine)
 {
     const std::unique_ptr<MixerDocument> document = example("glossy-checkerboard.sskn");
-    const SceneCode code = sceneCodeOf(document->getUser(), SceneCodeForm());
+    const NetworkText code = textOf(document->getUser(), NetworkTextForm());
     QString expected
         = QString::fromUtf8(projectFile(QStringLiteral("examples/glossy-checkerboard.txt")));
     if (expected.endsWith(QLatin1Char('\n')) && !code.text.endsWith(QLatin1Char('\n')))
@@ -259,17 +259,17 @@ TEST(SceneCode, isTheExportTextWithTheBrickOfEachLine)
     EXPECT_EQ(code.brickAt(code.text.size() + 10), nullptr);
 }
 
-TEST(SceneCode, lockedValuesStandBesideThePlaceholders)
+TEST(NetworkText, lockedValuesStandBesideThePlaceholders)
 {
     const std::unique_ptr<MixerDocument> document = example("glossy-checkerboard.sskn");
     DzProperty* locked = property(brickNamed(*document, "Glossy"), "Kd");
     const int before
-        = sceneCodeOf(document->getUser(), SceneCodeForm { false, false }).placeholders.size();
+        = textOf(document->getUser(), NetworkTextForm { false, false }).placeholders.size();
     locked->lock(true);
-    const SceneCode code = sceneCodeOf(document->getUser(), SceneCodeForm { false, false });
+    const NetworkText code = textOf(document->getUser(), NetworkTextForm { false, false });
     EXPECT_EQ(code.placeholders.size(), before);
     int found = 0;
-    for (const ScenePlaceholder& placeholder : code.placeholders)
+    for (const TextPlaceholder& placeholder : code.placeholders)
         if (placeholder.property == locked) {
             ++found;
             EXPECT_TRUE(placeholder.name.isEmpty());
@@ -278,26 +278,26 @@ TEST(SceneCode, lockedValuesStandBesideThePlaceholders)
     EXPECT_EQ(found, 1);
 }
 
-TEST(SceneCode, imagesAreNamedOrWritten)
+TEST(NetworkText, imagesAreNamedOrWritten)
 {
     const std::unique_ptr<MixerDocument> document = example("tinted-image-map.sskn");
-    const SceneCode values = sceneCodeOf(document->getUser(), SceneCodeForm());
+    const NetworkText values = textOf(document->getUser(), NetworkTextForm());
     ASSERT_EQ(values.unwrittenMaps.size(), 1);
     EXPECT_EQ(values.unwrittenMaps.first().brick->getBrickTitle(), QStringLiteral("Brick Wall"));
     EXPECT_EQ(values.unwrittenMaps.first().property->getName(), QStringLiteral("filename"));
     EXPECT_FALSE(values.text.contains(QLatin1String("bricks.png")));
 
-    const SceneCode files = sceneCodeOf(document->getUser(), SceneCodeForm { true, true });
+    const NetworkText files = textOf(document->getUser(), NetworkTextForm { true, true });
     EXPECT_TRUE(files.unwrittenMaps.isEmpty());
     EXPECT_TRUE(
         files.text.contains(QLatin1String("\t\"string  filename\" [\"textures/bricks.png\"]\n")));
 }
 
-TEST(SceneCode, aNetworkWithoutRootSaysSo)
+TEST(NetworkText, aNetworkWithoutRootSaysSo)
 {
     VireoBrickUser user;
     addBrick(user, "VireoMatMatteBrick");
-    const SceneCode code = sceneCodeOf(&user, SceneCodeForm());
+    const NetworkText code = textOf(&user, NetworkTextForm());
     EXPECT_TRUE(code.text.isEmpty());
     EXPECT_TRUE(code.error.contains(QLatin1String("root")));
 }

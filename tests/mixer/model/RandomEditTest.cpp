@@ -495,11 +495,11 @@ TEST_P(RandomEdits, areFollowedByTheCanvas)
     const auto check = [&](int step) {
         if (step % 50 == 0) {
             const QImage atOnce = view.grab().toImage();
-            view.getScene()->flush();
+            view.getNetworkScene()->flush();
             EXPECT_TRUE(view.grab().toImage() == atOnce) << "step " << step;
         }
         if (step % 10 == 0) {
-            EXPECT_TRUE(showsTheNetwork(view.getScene(), &edit)) << "step " << step;
+            EXPECT_TRUE(showsTheNetwork(view.getNetworkScene(), &edit)) << "step " << step;
             const QVector<DzShaderBrick*> bricks = edit.getBricks();
             for (DzShaderBrick* brick : selection.getBricks())
                 EXPECT_TRUE(bricks.contains(brick)) << "step " << step;

@@ -16,13 +16,13 @@
 #include "MessageLine.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "NetworkTextPanel.h"
 #include "NetworkView.h"
 #include "NetworkWalk.h"
 #include "PlaceholderModel.h"
 #include "ProblemsPanel.h"
 #include "PropertiesPanel.h"
 #include "PropertyRow.h"
-#include "SceneCodePanel.h"
 #include "SceneController.h"
 #include "SceneSession.h"
 #include "SurfacesPanel.h"
@@ -196,7 +196,7 @@ TEST_F(WindowTest, aNewcomerBuildsGlossyWithCheckeredRoughnessAndAClearVolume)
         dialog->accept();
     });
     run("apply");
-    SceneCodePanel* code = m_window->getSceneCode();
+    NetworkTextPanel* code = m_window->getTextPanel();
     code->setLiteral(false);
     code->updateNow();
     ASSERT_TRUE(code->getText().contains(QLatin1String("checkerboard")));
@@ -400,7 +400,7 @@ TEST_F(WindowTest, newBricksLieOnNoOthers)
 
 TEST_F(WindowTest, theTextFollowsEveryChange)
 {
-    SceneCodePanel* code = m_window->getSceneCode();
+    NetworkTextPanel* code = m_window->getTextPanel();
     EXPECT_TRUE(code->getText().contains(QLatin1String("\"float   sigma\" [0]")));
     select({ brick("Matte") });
     type("Sigma", QStringLiteral("15"));
@@ -417,7 +417,7 @@ TEST_F(WindowTest, theTextFollowsEveryChange)
 
 TEST_F(WindowTest, selectingABrickLightsItsLines)
 {
-    auto* shown = m_window->getSceneCode()->findChild<QPlainTextEdit*>();
+    auto* shown = m_window->getTextPanel()->findChild<QPlainTextEdit*>();
     EXPECT_TRUE(shown->extraSelections().isEmpty());
     select({ brick("Matte") });
     QStringList lit;
@@ -473,7 +473,7 @@ TEST_F(WindowTest, aLongTextFollowsToo)
             param(mixes.at(i), "tex1")->addConnection(param(mixes.at(i + 1), "result"));
         param(brick("Matte"), "Kd")->addConnection(param(mixes.first(), "result"));
     }
-    SceneCodePanel* code = m_window->getSceneCode();
+    NetworkTextPanel* code = m_window->getTextPanel();
     const auto waitFor = [code](auto holds) {
         for (int i = 0; i < 300 && !holds(code->getText()); ++i)
             QTest::qWait(10);
@@ -489,7 +489,7 @@ TEST_F(WindowTest, aLongTextFollowsToo)
 
 TEST_F(WindowTest, clickingALineShowsItsBrick)
 {
-    auto* shown = m_window->getSceneCode()->findChild<QPlainTextEdit*>();
+    auto* shown = m_window->getTextPanel()->findChild<QPlainTextEdit*>();
     const QTextCursor found = shown->document()->find(QStringLiteral("sigma"));
     const QPoint place = shown->cursorRect(found).center();
     QTest::mouseClick(shown->viewport(), Qt::LeftButton, Qt::NoModifier, place);
@@ -502,14 +502,14 @@ TEST_F(WindowTest, clickingALineShowsItsBrick)
 TEST_F(WindowTest, theTextIsCopiedWhole)
 {
     QGuiApplication::clipboard()->clear();
-    m_window->getSceneCode()->copyText();
-    EXPECT_TEXT(m_window->getSceneCode()->getText(), QGuiApplication::clipboard()->text());
+    m_window->getTextPanel()->copyText();
+    EXPECT_TEXT(m_window->getTextPanel()->getText(), QGuiApplication::clipboard()->text());
     EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(QLatin1String("NamedMaterial")));
 }
 
 TEST_F(WindowTest, imagesThatTheTextLacksAreNamedAndCanBeWritten)
 {
-    SceneCodePanel* code = m_window->getSceneCode();
+    NetworkTextPanel* code = m_window->getTextPanel();
     auto* note = code->findChild<QLabel*>(QStringLiteral("note"));
     EXPECT_FALSE(note->isVisible());
     ASSERT_TRUE(m_window->getDocuments()->open(
@@ -530,7 +530,7 @@ TEST_F(WindowTest, imagesThatTheTextLacksAreNamedAndCanBeWritten)
 
 TEST_F(WindowTest, placeholdersAreLockedAndUnlockedInTheirTable)
 {
-    SceneCodePanel* code = m_window->getSceneCode();
+    NetworkTextPanel* code = m_window->getTextPanel();
     auto* box = code->findChild<QCheckBox*>();
     QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
     ASSERT_FALSE(code->isLiteral());
@@ -681,7 +681,7 @@ TEST_F(WindowTest, surfacesThatKeepANetworkAreMarked)
     run("redo");
     EXPECT_NE(mark("Body"), QString());
     const QString path = file("scene.duf");
-    ASSERT_TRUE(m_window->getScene()->saveTo(path));
+    ASSERT_TRUE(m_window->getSceneController()->saveTo(path));
     ASSERT_TRUE(m_window->openFile(path));
     settle();
     EXPECT_NE(mark("Body"), QString());
@@ -720,15 +720,15 @@ TEST_F(WindowTest, applyingCanBeRefusedAndTakenBack)
     run("apply");
     EXPECT_TRUE(textOn(materialNamed("Body")).isEmpty());
     EXPECT_FALSE(dzUndoStack->canUndo());
-    EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
+    EXPECT_FALSE(m_window->getSceneController()->getSession()->isModified());
     withDialog<ApplyDialog>([](ApplyDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
     run("apply");
     EXPECT_FALSE(textOn(materialNamed("Body")).isEmpty());
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
-    EXPECT_TRUE(m_window->getScene()->getSession()->isModified());
+    EXPECT_TRUE(m_window->getSceneController()->getSession()->isModified());
     run("undo");
     EXPECT_TRUE(textOn(materialNamed("Body")).isEmpty());
-    EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
+    EXPECT_FALSE(m_window->getSceneController()->getSession()->isModified());
 }
 
 TEST_F(WindowTest, theListBeforeApplyingIsSwitchedOffForGood)
@@ -804,12 +804,12 @@ TEST_F(WindowTest, undoingBehindASavedSceneIsAChange)
     materialNamed("Body")->select(true);
     settle();
     run("apply");
-    ASSERT_TRUE(m_window->getScene()->saveTo(file("scene.duf")));
+    ASSERT_TRUE(m_window->getSceneController()->saveTo(file("scene.duf")));
     run("undo");
-    EXPECT_TRUE(m_window->getScene()->getSession()->isModified());
+    EXPECT_TRUE(m_window->getSceneController()->getSession()->isModified());
     EXPECT_TRUE(asks([this] { EXPECT_FALSE(m_window->close()); }));
     run("redo");
-    EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
+    EXPECT_FALSE(m_window->getSceneController()->getSession()->isModified());
     EXPECT_EQ(m_settings->getRecentFiles().value(0), file("scene.duf"));
 }
 
@@ -822,8 +822,8 @@ TEST_F(WindowTest, aSceneIsSavedAndOpenedWithItsMaterials)
     run("apply");
     const QString text = textOn(materialNamed("Body"));
     const QString path = file("scene.duf");
-    ASSERT_TRUE(m_window->getScene()->saveTo(path));
-    EXPECT_FALSE(m_window->getScene()->getSession()->isModified());
+    ASSERT_TRUE(m_window->getSceneController()->saveTo(path));
+    EXPECT_FALSE(m_window->getSceneController()->getSession()->isModified());
     ASSERT_TRUE(m_window->openFile(path));
     EXPECT_EQ(textOn(materialNamed("Body")), text);
 }
@@ -976,7 +976,7 @@ TEST_F(WindowTest, whatIsStillBeingTypedIsAppliedAndCopied)
     EXPECT_EQ(property(brick("Matte"), "sigma")->getValueText(), QStringLiteral("42"));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
     startTyping("Sigma", QStringLiteral("17"));
-    m_window->getSceneCode()->copyText();
+    m_window->getTextPanel()->copyText();
     EXPECT_TRUE(
         QGuiApplication::clipboard()->text().contains(QLatin1String("\"float   sigma\" [17]")));
 }
@@ -1107,8 +1107,8 @@ TEST_F(WindowTest, theTextIsSavedUnderTheNetworksName)
         QTest::keyClicks(name, QStringLiteral("other"));
         QTest::keyClick(name, Qt::Key_Return);
     });
-    m_window->getSceneCode()->saveText();
-    EXPECT_EQ(contentOf(file("other.lxm")), m_window->getSceneCode()->getText().toUtf8());
+    m_window->getTextPanel()->saveText();
+    EXPECT_EQ(contentOf(file("other.lxm")), m_window->getTextPanel()->getText().toUtf8());
 }
 
 TEST_F(WindowTest, otherProgramsTextOnTheClipboardDoesNoHarm)

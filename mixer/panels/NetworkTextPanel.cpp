@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "SceneCodePanel.h"
+#include "NetworkTextPanel.h"
 
 #include "BrickAppearance.h"
 #include "BrickSelection.h"
 #include "LineIcon.h"
 #include "MixerDocument.h"
+#include "NetworkTextHighlighter.h"
 #include "PendingEdits.h"
 #include "PlaceholderModel.h"
-#include "SceneCodeHighlighter.h"
 #include "dzfilewriter.h"
 #include "dzproperty.h"
 #include "dzshaderbrick.h"
@@ -71,20 +71,20 @@ const int mostNamedMaps = 3;
 
 } // namespace
 
-SceneCodePanel::SceneCodePanel(QWidget* parent)
+NetworkTextPanel::NetworkTextPanel(QWidget* parent)
     : QWidget(parent)
     , m_placeholders(new QCheckBox(tr("&Placeholders")))
     , m_mapFiles(new QCheckBox(tr("&Image files")))
     , m_text(new QPlainTextEdit)
-    , m_highlighter(new SceneCodeHighlighter(m_text->document()))
+    , m_highlighter(new NetworkTextHighlighter(m_text->document()))
     , m_note(new QLabel)
     , m_table(new QTableView)
     , m_model(new PlaceholderModel(this))
 {
     auto* copy = new QAction(LineIcon::make(LineIcon::Copy), tr("Copy the whole text"), this);
     auto* save = new QAction(LineIcon::make(LineIcon::Save), tr("Save the text as a file…"), this);
-    connect(copy, &QAction::triggered, this, &SceneCodePanel::copyText);
-    connect(save, &QAction::triggered, this, &SceneCodePanel::saveText);
+    connect(copy, &QAction::triggered, this, &NetworkTextPanel::copyText);
+    connect(save, &QAction::triggered, this, &NetworkTextPanel::saveText);
     m_placeholders->setToolTip(
         tr("Write placeholders for values that are not locked, as surfaces take them"));
 
@@ -148,21 +148,21 @@ SceneCodePanel::SceneCodePanel(QWidget* parent)
     layout->addWidget(splitter, 1);
 
     m_light.setSingleShot(true);
-    connect(&m_light, &QTimer::timeout, this, &SceneCodePanel::showLight);
+    connect(&m_light, &QTimer::timeout, this, &NetworkTextPanel::showLight);
     m_update.setSingleShot(true);
-    connect(&m_update, &QTimer::timeout, this, &SceneCodePanel::updateText);
+    connect(&m_update, &QTimer::timeout, this, &NetworkTextPanel::updateText);
     connect(m_placeholders, &QCheckBox::toggled, this, [this](bool on) {
         m_table->setVisible(on);
         updateNow();
     });
-    connect(m_mapFiles, &QCheckBox::toggled, this, &SceneCodePanel::updateNow);
+    connect(m_mapFiles, &QCheckBox::toggled, this, &NetworkTextPanel::updateNow);
     connect(m_table, &QTableView::activated, this, [this](const QModelIndex& index) {
         if (DzShaderBrick* brick = m_model->getBrick(index.row()))
             emit brickActivated(brick);
     });
 }
 
-void SceneCodePanel::setDocument(MixerDocument* document)
+void NetworkTextPanel::setDocument(MixerDocument* document)
 {
     if (m_document == document)
         return;
@@ -172,41 +172,42 @@ void SceneCodePanel::setDocument(MixerDocument* document)
     }
     m_document = document;
     if (document) {
-        connect(document, &MixerDocument::structureChanged, this, &SceneCodePanel::scheduleUpdate);
-        connect(document, &MixerDocument::propertyChanged, this, &SceneCodePanel::scheduleUpdate);
+        connect(
+            document, &MixerDocument::structureChanged, this, &NetworkTextPanel::scheduleUpdate);
+        connect(document, &MixerDocument::propertyChanged, this, &NetworkTextPanel::scheduleUpdate);
         connect(document->getSelection(), &BrickSelection::selectionChanged, this,
-            &SceneCodePanel::scheduleLight);
+            &NetworkTextPanel::scheduleLight);
     }
-    m_code = SceneCode(); // nothing of another document is shown for long
+    m_code = NetworkText(); // nothing of another document is shown for long
     scheduleUpdate();
 }
 
-bool SceneCodePanel::isLiteral() const
+bool NetworkTextPanel::isLiteral() const
 {
     return !m_placeholders->isChecked();
 }
 
-void SceneCodePanel::setLiteral(bool literal)
+void NetworkTextPanel::setLiteral(bool literal)
 {
     m_placeholders->setChecked(!literal);
 }
 
-bool SceneCodePanel::isMapFiles() const
+bool NetworkTextPanel::isMapFiles() const
 {
     return m_mapFiles->isChecked();
 }
 
-void SceneCodePanel::setMapFiles(bool mapFiles)
+void NetworkTextPanel::setMapFiles(bool mapFiles)
 {
     m_mapFiles->setChecked(mapFiles);
 }
 
-QString SceneCodePanel::getText() const
+QString NetworkTextPanel::getText() const
 {
     return m_code.text;
 }
 
-void SceneCodePanel::scheduleUpdate()
+void NetworkTextPanel::scheduleUpdate()
 {
     m_stale = true;
     // All that happens before the next frame, or meanwhile, is one update; nobody sees a hidden
@@ -215,14 +216,14 @@ void SceneCodePanel::scheduleUpdate()
         m_update.start(m_code.text.size() > longText ? longDelay : 0);
 }
 
-void SceneCodePanel::scheduleLight()
+void NetworkTextPanel::scheduleLight()
 {
     // Bricks that go leave the selection one by one.
     if (isVisible() && !m_light.isActive())
         m_light.start(0);
 }
 
-void SceneCodePanel::showEvent(QShowEvent* event)
+void NetworkTextPanel::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (m_stale)
@@ -231,7 +232,7 @@ void SceneCodePanel::showEvent(QShowEvent* event)
         scheduleLight();
 }
 
-void SceneCodePanel::changeEvent(QEvent* event)
+void NetworkTextPanel::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     // The colours are those of the look.
@@ -241,17 +242,17 @@ void SceneCodePanel::changeEvent(QEvent* event)
     }
 }
 
-void SceneCodePanel::updateNow()
+void NetworkTextPanel::updateNow()
 {
     m_update.stop();
     updateText();
 }
 
-void SceneCodePanel::updateText()
+void NetworkTextPanel::updateText()
 {
     m_stale = false;
-    const SceneCodeForm form { isLiteral(), isMapFiles() };
-    m_code = m_document ? sceneCodeOf(m_document->getUser(), form) : SceneCode();
+    const NetworkTextForm form { isLiteral(), isMapFiles() };
+    m_code = m_document ? textOf(m_document->getUser(), form) : NetworkText();
     showNote();
     m_model->setPlaceholders(m_code.placeholders);
     showText(m_code.text);
@@ -259,7 +260,7 @@ void SceneCodePanel::updateText()
 }
 
 /// Says why there is no text, or which images are not in it.
-void SceneCodePanel::showNote()
+void NetworkTextPanel::showNote()
 {
     QStringList maps;
     for (const UnwrittenMap& map : qAsConst(m_code.unwrittenMaps))
@@ -282,7 +283,7 @@ void SceneCodePanel::showNote()
     m_note->setVisible(!note.isEmpty());
 }
 
-void SceneCodePanel::showText(const QString& text)
+void NetworkTextPanel::showText(const QString& text)
 {
     // Only what differs is replaced: laying out and colouring the whole takes longer than a frame,
     // and the reader's place stays.
@@ -300,7 +301,7 @@ void SceneCodePanel::showText(const QString& text)
     m_text->document()->clearUndoRedoStacks();
 }
 
-void SceneCodePanel::showLight()
+void NetworkTextPanel::showLight()
 {
     if (m_stale || !isVisible())
         return;
@@ -313,7 +314,7 @@ void SceneCodePanel::showLight()
     const QTextDocument* document = m_text->document();
     int first = -1;
     int end = -1;
-    for (const SceneStatement& statement : qAsConst(m_code.statements)) {
+    for (const TextStatement& statement : qAsConst(m_code.statements)) {
         if (!statement.brick || !m_document
             || !m_document->getSelection()->contains(statement.brick))
             continue;
@@ -342,7 +343,7 @@ void SceneCodePanel::showLight()
         m_text->verticalScrollBar()->setValue(first - linesAbove);
 }
 
-bool SceneCodePanel::eventFilter(QObject* watched, QEvent* event)
+bool NetworkTextPanel::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_text->viewport() && event->type() == QEvent::MouseButtonRelease) {
         auto* mouse = static_cast<QMouseEvent*>(event);
@@ -360,14 +361,14 @@ bool SceneCodePanel::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-void SceneCodePanel::activateLine(const QPoint& position)
+void NetworkTextPanel::activateLine(const QPoint& position)
 {
     const QTextCursor cursor = m_text->cursorForPosition(position);
     if (DzShaderBrick* brick = m_code.brickAt(cursor.block().position()))
         emit brickActivated(brick);
 }
 
-void SceneCodePanel::copyText()
+void NetworkTextPanel::copyText()
 {
     commitPendingEdits();
     updateNow();
@@ -375,7 +376,7 @@ void SceneCodePanel::copyText()
     emit message(tr("The text is on the clipboard."));
 }
 
-void SceneCodePanel::saveText()
+void NetworkTextPanel::saveText()
 {
     commitPendingEdits();
     updateNow();

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "SceneCode.h"
+#include "NetworkText.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -10,7 +10,7 @@
 
 class MixerDocument;
 class PlaceholderModel;
-class SceneCodeHighlighter;
+class NetworkTextHighlighter;
 class QCheckBox;
 class QLabel;
 class QPlainTextEdit;
@@ -18,12 +18,12 @@ class QTableView;
 
 /// The renderer's text of the network, as it is now. Selecting bricks lights their lines; clicking
 /// a line shows its brick. Below it, the placeholders with what stands behind them.
-class SceneCodePanel : public QWidget
+class NetworkTextPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit SceneCodePanel(QWidget* parent = nullptr);
+    explicit NetworkTextPanel(QWidget* parent = nullptr);
 
     /// Shows this document's text; null for none. Not owned.
     void setDocument(MixerDocument* document);
@@ -59,13 +59,13 @@ private:
     void activateLine(const QPoint& position);
 
     QPointer<MixerDocument> m_document;
-    SceneCode m_code;
+    NetworkText m_code;
     QTimer m_update;
     QTimer m_light;
     QCheckBox* m_placeholders;
     QCheckBox* m_mapFiles;
     QPlainTextEdit* m_text;
-    SceneCodeHighlighter* m_highlighter;
+    NetworkTextHighlighter* m_highlighter;
     QLabel* m_note;
     QTableView* m_table;
     PlaceholderModel* m_model;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "SceneCodeHighlighter.h"
+#include "NetworkTextHighlighter.h"
 
 #include "Theme.h"
 
@@ -16,7 +16,7 @@ bool isWordStart(const QString& text)
 
 } // namespace
 
-void SceneCodeHighlighter::highlightBlock(const QString& text)
+void NetworkTextHighlighter::highlightBlock(const QString& text)
 {
     if (text.isEmpty())
         return;

@@ -13,7 +13,7 @@ class DzShaderBrick;
 class IDzBrickUser;
 
 /// A placeholder of the text and what stands behind it.
-struct ScenePlaceholder {
+struct TextPlaceholder {
     QString name; ///< empty for a locked value, which has none as long as it is locked
     QPointer<DzShaderBrick> brick;
     QPointer<DzProperty> property;
@@ -26,13 +26,13 @@ struct UnwrittenMap {
 };
 
 /// How the text is to be written.
-struct SceneCodeForm {
+struct NetworkTextForm {
     bool literalValues = true; ///< values rather than placeholders for those that are not locked
     bool mapFiles = false;     ///< image maps as the names of their files
 };
 
 /// A brick's own part of the text, in characters.
-struct SceneStatement {
+struct TextStatement {
     int begin;
     int length;
     QPointer<DzShaderBrick> brick;
@@ -40,12 +40,12 @@ struct SceneStatement {
 
 /// The renderer's text of a network, as its root brick tells it when asked by name: the mixer
 /// knows no class of a plug-in.
-struct SceneCode {
+struct NetworkText {
     QString text;
-    QVector<ScenePlaceholder> placeholders;
+    QVector<TextPlaceholder> placeholders;
     QVector<UnwrittenMap> unwrittenMaps;
     /// In order of their places; none overlaps another.
-    QVector<SceneStatement> statements;
+    QVector<TextStatement> statements;
     /// Why there is no text, in one line; empty when there is.
     QString error;
 
@@ -54,4 +54,4 @@ struct SceneCode {
 };
 
 /// The text of a network.
-SceneCode sceneCodeOf(const IDzBrickUser* user, const SceneCodeForm& form);
+NetworkText textOf(const IDzBrickUser* user, const NetworkTextForm& form);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "SceneCode.h"
+#include "NetworkText.h"
 
 #include "NetworkWalk.h"
 #include "dzproperty.h"
@@ -18,7 +18,7 @@ namespace {
 
 QString message(const char* source)
 {
-    return QCoreApplication::translate("SceneCode", source);
+    return QCoreApplication::translate("NetworkText", source);
 }
 
 template <typename T>
@@ -27,19 +27,19 @@ T* objectIn(const QVariantMap& map, const char* key)
     return qobject_cast<T*>(map.value(QLatin1String(key)).value<QObject*>());
 }
 
-SceneCode failure(const QString& cause)
+NetworkText failure(const QString& cause)
 {
-    SceneCode code;
+    NetworkText code;
     code.error = cause;
     return code;
 }
 
-QVector<ScenePlaceholder> placeholdersIn(const QVariantMap& answer)
+QVector<TextPlaceholder> placeholdersIn(const QVariantMap& answer)
 {
-    QVector<ScenePlaceholder> placeholders;
+    QVector<TextPlaceholder> placeholders;
     for (const QVariant& item : answer.value(QStringLiteral("placeholders")).toList()) {
         const QVariantMap map = item.toMap();
-        placeholders.append(ScenePlaceholder { map.value(QStringLiteral("name")).toString(),
+        placeholders.append(TextPlaceholder { map.value(QStringLiteral("name")).toString(),
             objectIn<DzShaderBrick>(map, "brick"), objectIn<DzProperty>(map, "property") });
     }
     return placeholders;
@@ -58,8 +58,8 @@ QVector<UnwrittenMap> unwrittenMapsIn(const QVariantMap& answer)
 
 /// The placeholders, and after those of each brick its values that are locked and therefore
 /// written as they are.
-QVector<ScenePlaceholder> withLockedValues(
-    const QVector<ScenePlaceholder>& placeholders, const QVector<SceneStatement>& statements)
+QVector<TextPlaceholder> withLockedValues(
+    const QVector<TextPlaceholder>& placeholders, const QVector<TextStatement>& statements)
 {
     QHash<const DzShaderBrick*, int> lastOf;
     QSet<const DzProperty*> known;
@@ -68,14 +68,14 @@ QVector<ScenePlaceholder> withLockedValues(
         known.insert(placeholders.at(i).property);
     }
     QSet<const DzShaderBrick*> done;
-    QVector<ScenePlaceholder> result;
+    QVector<TextPlaceholder> result;
     const auto addLocked = [&](DzShaderBrick* brick) {
         if (!brick || done.contains(brick))
             return;
         done.insert(brick);
         forEachProperty(brick, [&](DzProperty* property) {
             if (property->isLocked() && !known.contains(property))
-                result.append(ScenePlaceholder { QString(), brick, property });
+                result.append(TextPlaceholder { QString(), brick, property });
         });
     };
     for (int i = 0; i < placeholders.size(); ++i) {
@@ -83,37 +83,37 @@ QVector<ScenePlaceholder> withLockedValues(
         if (lastOf.value(placeholders.at(i).brick) == i)
             addLocked(placeholders.at(i).brick);
     }
-    for (const SceneStatement& statement : statements)
+    for (const TextStatement& statement : statements)
         addLocked(statement.brick);
     return result;
 }
 
-QVector<SceneStatement> statementsIn(const QVariantMap& answer)
+QVector<TextStatement> statementsIn(const QVariantMap& answer)
 {
-    QVector<SceneStatement> statements;
+    QVector<TextStatement> statements;
     for (const QVariant& item : answer.value(QStringLiteral("statements")).toList()) {
         const QVariantMap map = item.toMap();
-        statements.append(SceneStatement { map.value(QStringLiteral("begin")).toInt(),
+        statements.append(TextStatement { map.value(QStringLiteral("begin")).toInt(),
             map.value(QStringLiteral("length")).toInt(), objectIn<DzShaderBrick>(map, "brick") });
     }
     std::stable_sort(statements.begin(), statements.end(),
-        [](const SceneStatement& a, const SceneStatement& b) { return a.begin < b.begin; });
+        [](const TextStatement& a, const TextStatement& b) { return a.begin < b.begin; });
     return statements;
 }
 
 } // namespace
 
-DzShaderBrick* SceneCode::brickAt(int position) const
+DzShaderBrick* NetworkText::brickAt(int position) const
 {
     const auto after = std::upper_bound(statements.begin(), statements.end(), position,
-        [](int place, const SceneStatement& statement) { return place < statement.begin; });
+        [](int place, const TextStatement& statement) { return place < statement.begin; });
     if (after == statements.begin())
         return nullptr;
-    const SceneStatement& statement = *(after - 1);
+    const TextStatement& statement = *(after - 1);
     return position < statement.begin + statement.length ? statement.brick.data() : nullptr;
 }
 
-SceneCode sceneCodeOf(const IDzBrickUser* user, const SceneCodeForm& form)
+NetworkText textOf(const IDzBrickUser* user, const NetworkTextForm& form)
 {
     DzShaderBrick* root = rootOf(user);
     if (!root)
@@ -124,7 +124,7 @@ SceneCode sceneCodeOf(const IDzBrickUser* user, const SceneCodeForm& form)
     QMetaObject::invokeMethod(root, "getSceneCode", Qt::DirectConnection,
         Q_RETURN_ARG(QVariantMap, answer), Q_ARG(bool, form.literalValues),
         Q_ARG(bool, form.mapFiles));
-    SceneCode code;
+    NetworkText code;
     code.text = answer.value(QStringLiteral("exportText")).toString();
     code.statements = statementsIn(answer);
     code.placeholders = placeholdersIn(answer);

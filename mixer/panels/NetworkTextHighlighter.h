@@ -5,7 +5,7 @@
 #include <QSyntaxHighlighter>
 
 /// Tells comments, keywords, names and numbers of the renderer's text apart by colour.
-class SceneCodeHighlighter : public QSyntaxHighlighter
+class NetworkTextHighlighter : public QSyntaxHighlighter
 {
     Q_OBJECT
 
