@@ -24,8 +24,10 @@ public:
 
     /// Loads the module in file `path`: asks its "getSDKVersion", refuses one that is newer than
     /// this host, and registers what its "getPluginDefinition" lists. On refusal false, with the
-    /// reason in `error`. A module that throws, crashes or does not return while it is loaded is
-    /// found out in a child process and refused like any other.
+    /// reason in `error`. All of this is tried out in a child process first: a module that throws,
+    /// crashes, ends the program or does not return there is refused like any other, and never
+    /// runs here. Static objects of one that is taken are therefore made twice, once in each
+    /// process.
     bool loadPlugin(const QString& path, QString* error);
     /// Folders that are searched for modules, in order: those that the environment variable
     /// `pathVariable` names, then `installedFolder` under the "lib" folder beside the program's

@@ -6,27 +6,13 @@
 #include "dzapp.h"
 #include "dzclassfactory.h"
 #include "dzplugin.h"
-#include "dzversion.h"
+#include "moduleentry.h"
 #include "moduleprobe.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QLibrary>
-#include <exception>
-
-namespace {
-
-typedef DzVersion (*GetVersion)();
-typedef DzPlugin* (*GetDefinition)();
-
-template <typename Function>
-Function resolve(QLibrary& library, const char* symbol)
-{
-    return reinterpret_cast<Function>(library.resolve(symbol));
-}
-
-} // namespace
 
 DzPluginMgr::DzPluginMgr()
 {
@@ -51,34 +37,18 @@ bool DzPluginMgr::loadPlugin(const QString& path, QString* error)
     // Modules stay loaded: objects of their classes may outlive the manager. A symbol that is
     // nowhere is found now, or the call that needs it would end the program.
     library.setLoadHints(QLibrary::PreventUnloadHint | QLibrary::ResolveAllSymbolsHint);
-    const QString failure = moduleLoadFailure(library.fileName());
+    const QString failure = moduleFailure(library.fileName());
     if (!failure.isEmpty())
         return refuse(failure);
-    try {
-        if (!library.load())
-            return refuse(tr("it is no module (%1)").arg(library.errorString().simplified()));
-        const auto getVersion = resolve<GetVersion>(library, "getSDKVersion");
-        const auto getDefinition = resolve<GetDefinition>(library, "getPluginDefinition");
-        if (!getVersion || !getDefinition)
-            return refuse(
-                tr("it lacks the entry point \"%1\"")
-                    .arg(QLatin1String(getVersion ? "getPluginDefinition" : "getSDKVersion")));
-        const DzVersion version = getVersion();
-        if (DZ_SDK_VERSION < version)
-            return refuse(
-                tr("it needs SDK version %1, this program offers %2; use a newer "
-                   "program or an older module")
-                    .arg(version.getLongVersionString(), DZ_SDK_VERSION.getLongVersionString()));
-        DzPlugin* plugin = getDefinition();
-        if (!plugin)
-            return refuse(tr("it gives no definition"));
-        if (!registerPlugin(plugin, path, version))
-            return refuse(tr("a module named \"%1\" is loaded already").arg(plugin->getName()));
-    } catch (const std::exception& problem) {
-        return refuse(tr("it throws: %1").arg(QString::fromUtf8(problem.what()).simplified()));
-    } catch (...) {
-        return refuse(tr("it throws"));
-    }
+    if (!library.load())
+        return refuse(tr("it is no module (%1)").arg(library.errorString().simplified()));
+    const ModuleEntry entry = enterModule(
+        [&library](const char* symbol) { return library.resolve(symbol); }, [](ModuleStage) {});
+    if (!entry.refusal.isEmpty())
+        return refuse(entry.refusal);
+    if (!registerPlugin(entry.definition, path, entry.sdkVersion))
+        return refuse(
+            tr("a module named \"%1\" is loaded already").arg(entry.definition->getName()));
     return true;
 }
 

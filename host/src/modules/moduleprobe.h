@@ -4,8 +4,12 @@
 
 #include <QString>
 
-/// Tries out in a child process whether the module in file `path` survives being loaded: code that
-/// a module runs by itself then can throw, crash, end the program or never return, and nothing
-/// could stop that here. The cause when it does not survive; empty when it does, when the file
-/// cannot be loaded at all, and on systems without child processes of this kind.
-QString moduleLoadFailure(const QString& path);
+/// How long trying out a module may take in all, in milliseconds.
+const int moduleTimeLimit = 5000;
+
+/// Tries out in a child process whether the module in file `path` survives being loaded, entered
+/// and read: its code can throw, crash, end the program or never return, and nothing could stop
+/// that here. Takes up to `timeLimit` milliseconds. The cause when the module is to be refused;
+/// empty when nothing speaks against it, when the file cannot be loaded at all, and on systems
+/// without child processes of this kind.
+QString moduleFailure(const QString& path, int timeLimit = moduleTimeLimit);
