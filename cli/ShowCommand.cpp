@@ -89,7 +89,7 @@ void runShow(const ShowOptions& options)
     const BrickPtr brick = makeBrick(className);
     if (!brick)
         failWrongUse(
-            QStringLiteral("\"%1\" is no brick class; vireo bricks lists them").arg(className));
+            QStringLiteral("\"%1\" is not a brick class; vireo bricks lists them").arg(className));
     for (const std::string& value : options.values)
         setValue(brick, readAssignment("--set", value));
     for (const std::string& map : options.maps)

@@ -53,7 +53,7 @@ bool evaluateNumber(const QString& text, double* value, QString* error)
         *value = result;
         return true;
     } catch (const mu::Parser::exception_type& problem) {
-        return fail(message("\"%1\" is no number: %2")
+        return fail(message("\"%1\" is not a number: %2")
                         .arg(trimmed, QString::fromStdString(problem.GetMsg())));
     }
 }

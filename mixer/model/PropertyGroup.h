@@ -46,7 +46,7 @@ public:
     DzShaderBrick* getSource() const;
 
     // Each is one undo step, and leaves locked properties as they are.
-    /// False with the reason in `error` when the text is no value for them.
+    /// False with the reason in `error` when the text is not a value for them.
     bool setText(const QString& text, QString* error);
     void setNumber(double value);
     void setMap(const QString& file);

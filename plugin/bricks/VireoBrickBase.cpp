@@ -457,7 +457,7 @@ bool VireoBrickBase::readCustomParam(const DzSettings& entry, int position)
     for (int i = 0; i < 2; ++i) {
         const int index = entry.getSettingIndex(QLatin1String(understood[i]));
         if (index >= 0 && entry.getValueType(index) != DzSettings::StringValue)
-            dzApp->warning(tr("%1: the custom input \"%2\" has a \"%3\" that is no text; it gets "
+            dzApp->warning(tr("%1: the custom input \"%2\" has a \"%3\" that is not text; it gets "
                               "another")
                                .arg(getPreferredName(), name, QLatin1String(understood[i])));
     }

@@ -84,7 +84,7 @@ std::unique_ptr<SettingsTree> DzKeptMembers::rememberTrees(const SettingsTree& r
         QString otherKey = key + QStringLiteral(" (not read)");
         while (read.hasKey(otherKey))
             otherKey += QLatin1Char('\'');
-        dzApp->warning(DzProperty::tr("%1: \"%2\" is no settings tree; it is kept as \"%3\"")
+        dzApp->warning(DzProperty::tr("%1: \"%2\" is not a settings tree; it is kept as \"%3\"")
                            .arg(place, key, otherKey));
         if (!kept)
             kept = layoutOf(read, understood);

@@ -109,7 +109,7 @@ bool DzColorProperty::setValueText(const QString& text, QString* error)
     if (!parseComponents(text, &color))
         color.setNamedColor(text.trimmed());
     if (!color.isValid()) {
-        *error = tr("\"%1\" is no colour: give three numbers from 0 to 255, #rrggbb or a name")
+        *error = tr("\"%1\" is not a colour: give three numbers from 0 to 255, #rrggbb or a name")
                      .arg(text);
         return false;
     }

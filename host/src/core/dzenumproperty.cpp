@@ -41,7 +41,7 @@ bool DzEnumProperty::setValueText(const QString& text, QString* error)
         bool ok = false;
         index = text.trimmed().toInt(&ok);
         if (!ok || index < 0 || index >= m_items.size()) {
-            *error = tr("\"%1\" is none of: %2").arg(text, m_items.join(QStringLiteral(", ")));
+            *error = tr("\"%1\" is not one of: %2").arg(text, m_items.join(QStringLiteral(", ")));
             return false;
         }
     }

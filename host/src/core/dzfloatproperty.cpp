@@ -114,7 +114,7 @@ bool DzFloatProperty::setValueText(const QString& text, QString* error)
     bool ok = false;
     const float value = text.trimmed().toFloat(&ok);
     if (!ok) {
-        *error = tr("\"%1\" is no number").arg(text);
+        *error = tr("\"%1\" is not a number").arg(text);
         return false;
     }
     if (isLocked()) {

@@ -97,7 +97,7 @@ bool DzIntProperty::setValueText(const QString& text, QString* error)
     bool ok = false;
     const int value = text.trimmed().toInt(&ok);
     if (!ok) {
-        *error = tr("\"%1\" is no whole number").arg(text);
+        *error = tr("\"%1\" is not a whole number").arg(text);
         return false;
     }
     if (isLocked()) {

@@ -74,7 +74,7 @@ bool gunzip(const QByteArray& packed, QByteArray* data, QString* error)
     Stream stream(inflateEnd);
     z_stream& z = stream.z;
     if (inflateInit2(&z, gzipWindow) != Z_OK)
-        return fail("there is no memory to unpack it");
+        return fail("there is not enough memory to unpack it");
     z.next_in = bytes(packed);
     z.avail_in = static_cast<uInt>(packed.size());
     QByteArray text;
@@ -98,7 +98,7 @@ bool gunzip(const QByteArray& packed, QByteArray* data, QString* error)
                     ? "its packed form is damaged: the checksum does not match"
                     : "its packed form is damaged");
         if (result == Z_MEM_ERROR)
-            return fail("there is no memory to unpack it");
+            return fail("there is not enough memory to unpack it");
         if (result == Z_BUF_ERROR && z.avail_in == 0)
             return fail("its packed form is cut off");
     }

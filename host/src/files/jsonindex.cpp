@@ -81,7 +81,7 @@ public:
         if (exception.id == jsonNumberOverflow)
             return fail(nextToken(), QStringLiteral("a number is too large"));
         return fail(place > m_begin && place < m_end ? place - 1 : place,
-            QStringLiteral("this is no JSON: ") + jsonParserComplaint(exception.what()));
+            QStringLiteral("this is not JSON: ") + jsonParserComplaint(exception.what()));
     }
 
 private:
@@ -106,7 +106,7 @@ private:
     bool add(JsonIndex::Kind kind, const char* begin, const char* end)
     {
         if (m_open.empty() && kind != JsonIndex::Object)
-            return fail(begin, QStringLiteral("the outermost value is no object"));
+            return fail(begin, QStringLiteral("the outermost value is not an object"));
         if (!m_open.empty() && kind != JsonIndex::Number)
             m_open.back().onlyNumbers = false;
         m_entries.push_back({ offset(begin), offset(end), m_key,

@@ -266,7 +266,7 @@ private:
     bool failForOutermost()
     {
         return fail(std::find_if_not(m_text, m_end, isJsonBlank),
-            QStringLiteral("the outermost value is no object"));
+            QStringLiteral("the outermost value is not an object"));
     }
     bool failForKey(const QString& key, const char* keyEnd)
     {
@@ -472,7 +472,7 @@ bool SettingsBuilder::parse_error(
     if (!isAtEnd)
         place = complaint.startsWith(QLatin1String("unexpected")) ? startOfToken(m_text, readEnd)
                                                                   : readEnd - 1;
-    return fail(place, QStringLiteral("this is no JSON: ") + complaint);
+    return fail(place, QStringLiteral("this is not JSON: ") + complaint);
 }
 
 // Writing -----------------------------------------------------------------------------------

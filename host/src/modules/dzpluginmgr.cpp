@@ -41,7 +41,7 @@ bool DzPluginMgr::loadPlugin(const QString& path, QString* error)
     if (!failure.isEmpty())
         return refuse(failure);
     if (!library.load())
-        return refuse(tr("it is no module (%1)").arg(library.errorString().simplified()));
+        return refuse(tr("it is not a module (%1)").arg(library.errorString().simplified()));
     const ModuleEntry entry = enterModule(
         [&library](const char* symbol) { return library.resolve(symbol); }, [](ModuleStage) {});
     if (!entry.refusal.isEmpty())

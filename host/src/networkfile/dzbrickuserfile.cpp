@@ -66,12 +66,12 @@ private:
 QString findFault(const DzSettings& root, const QString& format)
 {
     if (root.getStringValue(formatKey()) != format)
-        return text("\"format\" is not \"%1\": this is no network file of this program; choose "
+        return text("\"format\" is not \"%1\": this is not a network file of this program; choose "
                     "another file")
             .arg(format);
     const double version = root.getFloatValue(versionKey(), -1);
     if (!(version >= 1) || version != static_cast<int>(qMin(version, 1e9)))
-        return text("\"version\" is no whole number from 1; the file is damaged");
+        return text("\"version\" is not a whole number from 1; the file is damaged");
     if (version > DzBrickUserFile::formatVersion)
         return text("it was written by a later version of this program (file version %1, this "
                     "program reads up to %2); update the program")

@@ -64,7 +64,7 @@ void DzNetworkReader::read(const SettingsTree& setup)
     };
     for (int i = 0; i < setup.getNumValues(); ++i)
         if (isText(setup.getKey(i)) && setup.getValueType(i) != DzSettings::StringValue)
-            warn(setup.getKey(i), text("this is no text; another one is used"));
+            warn(setup.getKey(i), text("this is not text; another one is used"));
     keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::setup,
         DzKeptMembers::rememberTrees(
             setup, [&](const QString& key) { return isTree(key) || isText(key); }, isTree,
@@ -77,7 +77,7 @@ void DzNetworkReader::read(const SettingsTree& setup)
         m_user.setIdentifier(identifier);
     else if (!identifierText.isEmpty())
         warn(NetworkKeys::identifier(),
-            text("\"%1\" is no identifier; the network gets another").arg(identifierText));
+            text("\"%1\" is not an identifier; the network gets another").arg(identifierText));
     const SettingsTree* connections = setup.getSettingsValue(NetworkKeys::connections());
     if (connections)
         keepNumbersIn(*connections);
@@ -98,7 +98,7 @@ void DzNetworkReader::readBricks(const SettingsTree& bricks)
         const QString name = bricks.getKey(i);
         const SettingsTree* stored = bricks.getSettingsValueAt(i);
         if (!isBrick(stored)) {
-            warn(name, text("this is no brick; it is kept as it is"));
+            warn(name, text("this is not a brick; it is kept as it is"));
             keepNumber(name);
             continue;
         }
@@ -249,7 +249,7 @@ void DzNetworkReader::readConnections(const SettingsTree& connections)
         const QString key = connections.getKey(i);
         const SettingsTree* link = connections.getSettingsValueAt(i);
         if (!link) {
-            warn(key, text("this is no link; it is kept as it is"));
+            warn(key, text("this is not a link; it is kept as it is"));
             continue;
         }
         QString reason;

@@ -326,7 +326,7 @@ private:
     double number(Value value) const
     {
         if (value != none && !m_index.isNumber(value))
-            *m_problem = QStringLiteral("its value is no number");
+            *m_problem = QStringLiteral("its value is not a number");
         return m_index.number(value);
     }
     double limit(const char* key, double fallback) const
@@ -392,7 +392,7 @@ private:
     {
         double parts[3] = { 0, 0, 0 };
         if (value != none && m_index.numbers(value, parts, 3) != 3)
-            *m_problem = QStringLiteral("its value is no colour");
+            *m_problem = QStringLiteral("its value is not a colour");
         return QColor(toByte(parts[0]), toByte(parts[1]), toByte(parts[2]));
     }
     DzProperty* makeColor() const
@@ -405,7 +405,7 @@ private:
     {
         for (const Value value : { m_channel.fallback(), m_channel.current() })
             if (value != none && !m_index.isString(value))
-                *m_problem = QStringLiteral("its value is no text");
+                *m_problem = QStringLiteral("its value is not text");
         property->setDefaultValue(m_index.string(m_channel.fallback()));
         property->setValue(m_index.string(m_channel.current()));
         return property;

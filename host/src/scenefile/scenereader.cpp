@@ -174,7 +174,7 @@ void DzSceneMaker::makeNodes()
         if (m_index.isObject(node))
             makeNode(node);
         else
-            warn(node, text("a node is no object; it is left out"));
+            warn(node, text("a node is not an object; it is left out"));
     }
 }
 
@@ -417,7 +417,7 @@ bool DzSceneMaker::makeMaterials()
         for (Value material = m_index.firstChild(materials); material != none;
              material = m_index.nextSibling(material, materials)) {
             if (!m_index.isObject(material))
-                warn(material, text("a surface is no object; it is left out"));
+                warn(material, text("a surface is not an object; it is left out"));
             else if (!makeMaterial(material))
                 return false;
         }

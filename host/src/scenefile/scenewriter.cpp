@@ -533,7 +533,8 @@ void DzSceneWriter::addToExtra(const SurfaceRecord& surface, Value element,
         return;
     const Value extra = extraOf(m_index, element);
     if (extra == none && m_index.find(element, "extra") != none) {
-        warn(surface, text("the \"extra\" of this surface is no list; nothing can be added to it"));
+        warn(surface,
+            text("the \"extra\" of this surface is not a list; nothing can be added to it"));
         return;
     }
     if (extra == none) {
@@ -561,7 +562,7 @@ void DzSceneWriter::addChannels(const SurfaceRecord& surface, Value element, Val
             m_editor.append(list, nullptr, channel);
     } else if (list != none) {
         warn(surface,
-            text("the properties of this surface are no list; nothing can be added to them"));
+            text("the properties of this surface are not a list; nothing can be added to them"));
     } else if (item != none) {
         m_editor.append(item, "channels", channelsPiece(channels).children.back().second);
     } else {

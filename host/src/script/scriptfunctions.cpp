@@ -308,7 +308,7 @@ QScriptValue runAction(ScriptEngine& engine, QScriptContext* context)
     const std::unique_ptr<QObject> object(dzApp->createInstance(name));
     auto* action = qobject_cast<DzBrickAction*>(object.get());
     if (!action)
-        return fail(context, text("runAction: %1 is no brick action").arg(name));
+        return fail(context, text("runAction: %1 is not a brick action").arg(name));
     action->setBrick(brick);
     DzBrickStateHold hold(brick);
     action->trigger();

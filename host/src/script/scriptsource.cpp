@@ -21,7 +21,7 @@ bool readScriptSource(const QString& path, QString* code, QString* error)
     if (state.invalidChars == 0 && state.remainingChars == 0)
         return true;
     *error = QCoreApplication::translate(
-        "DzScript", "cannot read %1: it is no UTF-8 text; save it as UTF-8")
+        "DzScript", "cannot read %1: it is not UTF-8 text; save it as UTF-8")
                  .arg(path);
     return false;
 }

@@ -459,11 +459,11 @@ TEST(NumericProperty, textsThatAreNoNumberSayWhy)
     QString error;
     for (const char* text : { "", "x", "1,5", "1.5.", "0x" }) {
         EXPECT_FALSE(number.setValueText(QString::fromLatin1(text), &error));
-        EXPECT_EQ(error, QStringLiteral("\"%1\" is no number").arg(QLatin1String(text)));
+        EXPECT_EQ(error, QStringLiteral("\"%1\" is not a number").arg(QLatin1String(text)));
     }
     for (const char* text : { "", "1.5", "x", "2147483648" }) {
         EXPECT_FALSE(whole.setValueText(QString::fromLatin1(text), &error));
-        EXPECT_EQ(error, QStringLiteral("\"%1\" is no whole number").arg(QLatin1String(text)));
+        EXPECT_EQ(error, QStringLiteral("\"%1\" is not a whole number").arg(QLatin1String(text)));
     }
     EXPECT_EQ(number.getValue(), 5.0f);
     EXPECT_EQ(whole.getValue(), 5);
@@ -650,7 +650,8 @@ TEST(ColorProperty, takesNumbersNamesAndHexadecimalDigits)
     for (const char* text :
         { "", "1 2", "1 2 256", "1 2 -3", "1 2 3 4 5", "1.5 2 3", "nocolour" }) {
         EXPECT_FALSE(color.setValueText(QString::fromLatin1(text), &error)) << text;
-        EXPECT_TRUE(error.contains(QStringLiteral("\"%1\" is no colour").arg(QLatin1String(text))));
+        EXPECT_TRUE(
+            error.contains(QStringLiteral("\"%1\" is not a colour").arg(QLatin1String(text))));
     }
     EXPECT_EQ(color.getValueText(), QStringLiteral("255 0 0"));
 }
@@ -697,7 +698,7 @@ TEST(EnumProperty, takesOnlyItems)
     for (const char* text : { "3", "-1", "none" }) {
         EXPECT_FALSE(items.setValueText(QString::fromLatin1(text), &error));
         EXPECT_EQ(
-            error, QStringLiteral("\"%1\" is none of: uv, planar, 2").arg(QLatin1String(text)));
+            error, QStringLiteral("\"%1\" is not one of: uv, planar, 2").arg(QLatin1String(text)));
     }
 }
 

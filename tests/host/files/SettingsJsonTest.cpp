@@ -268,7 +268,7 @@ TEST(SettingsJson, equalKeysOfDifferentObjectsAreAllowed)
 TEST(SettingsJson, columnsCountCharactersNotBytes)
 {
     EXPECT_EQ(errorOf("{\"\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80\": ?}"),
-        "line 1, column 9: this is no JSON: invalid literal");
+        "line 1, column 9: this is not JSON: invalid literal");
 }
 
 TEST(SettingsJson, anErrorQuotesAKeyOnOneLine)
@@ -283,56 +283,56 @@ TEST(SettingsJson, anErrorQuotesAKeyOnOneLine)
 TEST(SettingsJson, aTextThatEndsTooEarlyIsRefusedAtItsEnd)
 {
     EXPECT_EQ(errorOf("{\n \"a\": 1"),
-        "line 2, column 8: this is no JSON: unexpected end of input; expected '}'");
+        "line 2, column 8: this is not JSON: unexpected end of input; expected '}'");
     EXPECT_EQ(errorOf("{\"a\": \"tex"),
-        "line 1, column 11: this is no JSON: invalid string: missing closing quote");
+        "line 1, column 11: this is not JSON: invalid string: missing closing quote");
 }
 
 TEST(SettingsJson, anUnexpectedTokenIsRefusedAtItsStart)
 {
     EXPECT_EQ(errorOf("{\"a\" \"bcd\"}"),
-        "line 1, column 6: this is no JSON: unexpected string literal; expected ':'");
+        "line 1, column 6: this is not JSON: unexpected string literal; expected ':'");
     EXPECT_EQ(errorOf("{\"a\": 1, \"x\\\\\" \"b\\\"c\"}"),
-        "line 1, column 16: this is no JSON: unexpected string literal; expected ':'");
+        "line 1, column 16: this is not JSON: unexpected string literal; expected ':'");
     EXPECT_EQ(errorOf("{\"a\": 1 false}"),
-        "line 1, column 9: this is no JSON: unexpected false literal; expected '}'");
+        "line 1, column 9: this is not JSON: unexpected false literal; expected '}'");
     EXPECT_EQ(errorOf("{\"a\": 1 -25.5}"),
-        "line 1, column 9: this is no JSON: unexpected number literal; expected '}'");
+        "line 1, column 9: this is not JSON: unexpected number literal; expected '}'");
     EXPECT_EQ(errorOf("{\"a\": 1,}"),
-        "line 1, column 9: this is no JSON: unexpected '}'; expected string literal");
+        "line 1, column 9: this is not JSON: unexpected '}'; expected string literal");
     EXPECT_EQ(errorOf("{} {}"),
-        "line 1, column 4: this is no JSON: unexpected '{'; expected end of input");
+        "line 1, column 4: this is not JSON: unexpected '{'; expected end of input");
 }
 
 TEST(SettingsJson, anInvalidWordIsRefusedWhereItGoesWrong)
 {
-    EXPECT_EQ(errorOf("nope"), "line 1, column 2: this is no JSON: invalid literal");
+    EXPECT_EQ(errorOf("nope"), "line 1, column 2: this is not JSON: invalid literal");
     EXPECT_EQ(errorOf("{\"a\": 01}"),
-        "line 1, column 7: this is no JSON: unexpected number literal; expected '}'");
-    EXPECT_EQ(errorOf("{\"a\": NaN}"), "line 1, column 7: this is no JSON: invalid literal");
+        "line 1, column 7: this is not JSON: unexpected number literal; expected '}'");
+    EXPECT_EQ(errorOf("{\"a\": NaN}"), "line 1, column 7: this is not JSON: invalid literal");
 }
 
 TEST(SettingsJson, aLineEndInsideAStringIsRefused)
 {
     EXPECT_EQ(errorOf("{\"a\": \"x\n\"}"),
-        "line 1, column 9: this is no JSON: invalid string: control character U+000A (LF) must be "
+        "line 1, column 9: this is not JSON: invalid string: control character U+000A (LF) must be "
         "escaped to \\u000A or \\n");
 }
 
 TEST(SettingsJson, invalidUtf8IsRefusedWithItsPlace)
 {
     EXPECT_EQ(errorOf("{\"a\":\n \"x\xff\"}"),
-        "line 2, column 4: this is no JSON: invalid string: ill-formed UTF-8 byte");
+        "line 2, column 4: this is not JSON: invalid string: ill-formed UTF-8 byte");
     EXPECT_EQ(errorOf("{\"a\": \"\xc3\"}"),
-        "line 1, column 9: this is no JSON: invalid string: ill-formed UTF-8 byte");
+        "line 1, column 9: this is not JSON: invalid string: ill-formed UTF-8 byte");
 }
 
 TEST(SettingsJson, aZeroByteDoesNotCutTheText)
 {
     EXPECT_EQ(errorOf(QByteArray("{\"a\":1}\0{", 9)),
-        "line 1, column 8: this is no JSON: a zero byte stands in the text");
+        "line 1, column 8: this is not JSON: a zero byte stands in the text");
     EXPECT_EQ(errorOf(QByteArray("{}\n\0", 4)),
-        "line 2, column 1: this is no JSON: a zero byte stands in the text");
+        "line 2, column 1: this is not JSON: a zero byte stands in the text");
 }
 
 TEST(SettingsJson, anEmptyTextIsRefused)
@@ -344,8 +344,8 @@ TEST(SettingsJson, anEmptyTextIsRefused)
 TEST(SettingsJson, aRootThatIsNoObjectIsRefused)
 {
     for (const char* text : { "[]", "1", "\"{}\"", "null", "true", "-0", "[{}]" })
-        EXPECT_EQ(errorOf(text), "line 1, column 1: the outermost value is no object") << text;
-    EXPECT_EQ(errorOf("\n  \"x\""), "line 2, column 3: the outermost value is no object");
+        EXPECT_EQ(errorOf(text), "line 1, column 1: the outermost value is not an object") << text;
+    EXPECT_EQ(errorOf("\n  \"x\""), "line 2, column 3: the outermost value is not an object");
 }
 
 TEST(SettingsJson, aNumberBeyondDoubleIsRefused)

@@ -150,10 +150,10 @@ TEST(PluginMgr, aTextFileIsRefusedAsNoModule)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath("x.so");
-    writeFile(path, "this is no module\n");
+    writeFile(path, "this is not a module\n");
     DzPluginMgr manager;
     EXPECT_TRUE(startsWith(refusal(&manager, path),
-        "cannot load module " + path.toStdString() + ": it is no module ("));
+        "cannot load module " + path.toStdString() + ": it is not a module ("));
     EXPECT_EQ(manager.getNumPlugins(), 0);
 }
 
@@ -176,7 +176,7 @@ TEST(PluginMgr, aFolderIsRefused)
     const QTemporaryDir folder;
     DzPluginMgr manager;
     EXPECT_TRUE(startsWith(refusal(&manager, folder.path()),
-        "cannot load module " + folder.path().toStdString() + ": it is no module ("));
+        "cannot load module " + folder.path().toStdString() + ": it is not a module ("));
 }
 
 TEST(PluginMgr, aLibraryWithoutEntryPointsIsRefused)

@@ -1161,13 +1161,13 @@ TEST(SceneFile, textsThatAreNoSceneAreTold)
     EXPECT_TRUE(loadError("3").contains(QLatin1String("outermost value")));
     EXPECT_TRUE(loadError("{}").contains(QLatin1String("no scene")));
     EXPECT_EQ(loadError("{ \"asset_info\" : \n oops }").toStdString(),
-        "cannot read bad.duf: line 2, column 2: this is no JSON: invalid literal; fetch a whole "
+        "cannot read bad.duf: line 2, column 2: this is not JSON: invalid literal; fetch a whole "
         "copy of the file");
     EXPECT_TRUE(loadError(QByteArray("{ \"a\" : 1\0 }", 12)).contains(QLatin1String("zero byte")));
     EXPECT_TRUE(loadError("{ \"a\" : 1e999 }").contains(QLatin1String("too large")));
-    EXPECT_TRUE(loadError("{ \"a\" : \"\xff\" }").contains(QLatin1String("no JSON")));
+    EXPECT_TRUE(loadError("{ \"a\" : \"\xff\" }").contains(QLatin1String("not JSON")));
     EXPECT_TRUE(loadError(QByteArray("\xff\xfe{\0", 4)).contains(QLatin1String("UTF-16")));
-    EXPECT_TRUE(loadError("{ \"asset_info\" : {}, }").contains(QLatin1String("no JSON")));
+    EXPECT_TRUE(loadError("{ \"asset_info\" : {}, }").contains(QLatin1String("not JSON")));
 }
 
 TEST(SceneFile, aTruncatedTextIsToldWhereverItEnds)

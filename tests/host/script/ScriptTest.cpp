@@ -329,7 +329,7 @@ TEST(ScriptInclude, errorsNameTheirOwnFile)
     writeText(lib, "print('\xff')");
     EXPECT_EQ(ScriptRunner(QStringLiteral("include('lib.dsa')"), {}, main).error(),
         main
-            + QStringLiteral(":1: Error: include: cannot read %1: it is no UTF-8 text; save it as "
+            + QStringLiteral(":1: Error: include: cannot read %1: it is not UTF-8 text; save it as "
                              "UTF-8")
                   .arg(lib));
 }

@@ -211,7 +211,7 @@ TEST(ModuleLoader, aModuleThatNeedsWhatIsNowhereIsRefused)
 {
     DzPluginMgr manager;
     const std::string cause = refusal(&manager, "Unresolved");
-    EXPECT_EQ(cause.find("it is no module ("), 0u) << cause;
+    EXPECT_EQ(cause.find("it is not a module ("), 0u) << cause;
     EXPECT_NE(cause.find("findNowhere"), std::string::npos) << cause;
 }
 
