@@ -4,6 +4,7 @@
 #include "BrickAppearance.h"
 #include "BrickItem.h"
 #include "BrickSelection.h"
+#include "NetworkCopies.h"
 #include "NetworkEdit.h"
 #include "NetworkScene.h"
 #include "NetworkView.h"
@@ -264,7 +265,7 @@ void BM_CanvasUndo(benchmark::State& state)
         canvas.edit.moveBricks({ { brick, BrickAppearance::position(brick) + QPointF(9, 9) } });
         break;
     case UndoneLink:
-        canvas.edit.disconnectAll(input);
+        unlinkAll(input);
         break;
     case UndoneDelete:
         canvas.edit.deleteBricks({ brick });
@@ -273,7 +274,7 @@ void BM_CanvasUndo(benchmark::State& state)
         canvas.edit.deleteBricks(canvas.edit.getBricks());
         break;
     case UndoneDuplicateAll:
-        canvas.edit.duplicate(canvas.edit.getBricks(), QPointF(9, 9));
+        duplicateBricks(&canvas.edit, canvas.edit.getBricks(), QPointF(9, 9));
         break;
     default:
         for (DzShaderBrick* each : canvas.edit.getBricks())

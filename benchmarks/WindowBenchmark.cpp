@@ -7,6 +7,7 @@
 #include "DocumentTabs.h"
 #include "MainWindow.h"
 #include "MixerDocument.h"
+#include "NetworkCopies.h"
 #include "NetworkEdit.h"
 #include "NetworkTextPanel.h"
 #include "Networks.h"
@@ -193,7 +194,7 @@ static void BM_WindowUndoUnlink(benchmark::State& state)
 {
     OpenNetwork open(static_cast<int>(state.range(0)));
     const QVector<BrickLink> links = open.document->getEdit()->getLinks();
-    open.document->getEdit()->disconnectAll(links.at(links.size() / 2).input);
+    unlinkAll(links.at(links.size() / 2).input);
     settle();
     undoAndRedo(state);
 }
@@ -223,9 +224,9 @@ static void BM_WindowUndoDuplicate(benchmark::State& state)
         state.PauseTiming();
         QString error;
         DzUndoStackHold hold;
-        const QVector<DzShaderBrick*> copies = edit->duplicate(some, QPointF(40, 40), &error);
+        const QVector<DzShaderBrick*> copies = duplicateBricks(edit, some, QPointF(40, 40), &error);
         require(copies.size() == some.size(), "copies");
-        require(edit->connect(copies.first()->findParameterByName(QStringLiteral("result")), end),
+        require(linkPins(copies.first()->findParameterByName(QStringLiteral("result")), end),
             "copies are linked");
         hold.accept(QStringLiteral("Duplicate"));
         open.document->getSelection()->set(copies);
@@ -243,7 +244,7 @@ static void BM_LongTextFollows(benchmark::State& state)
 {
     OpenNetwork open(static_cast<int>(state.range(0)));
     const QVector<BrickLink> links = open.document->getEdit()->getLinks();
-    open.document->getEdit()->disconnectAll(links.at(links.size() / 2).input);
+    unlinkAll(links.at(links.size() / 2).input);
     NetworkTextPanel* code = open.program.window->getTextPanel();
     for (auto _ : state) {
         dzUndoStack->undo();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "CanvasGestures.h"
+#include "NetworkFrames.h"
 
 #include "BrickCatalogue.h"
 #include "BrickItem.h"
@@ -97,7 +98,7 @@ void WireGesture::move(const QPointF& place, Qt::KeyboardModifiers)
     m_refusal.clear();
     m_target = m_from ? targetAt(place) : nullptr;
     if (m_target && m_target != m_pickedInput)
-        m_refusal = NetworkEdit::refusalReason(m_from, m_target);
+        m_refusal = linkRefusal(m_from, m_target);
     m_view->viewport()->update();
 }
 
@@ -107,23 +108,22 @@ void WireGesture::finish(const QPointF& place, Qt::KeyboardModifiers modifiers)
         return;
     move(place, modifiers);
     if (m_target) {
-        drop(m_target,
-            modifiers & Qt::ShiftModifier ? NetworkEdit::AddLink : NetworkEdit::ReplaceLinks);
+        drop(m_target, modifiers & Qt::ShiftModifier ? AddLink : ReplaceLinks);
         return;
     }
     const CanvasHit hit = scene()->hit(place, m_view->getReach());
     if (m_pickedInput)
-        edit()->disconnect(m_from, m_pickedInput);
+        unlinkPins(m_from, m_pickedInput);
     else if (!hit.item)
         m_view->openSearch(place, m_from);
 }
 
-void WireGesture::drop(DzBrickParam* target, NetworkEdit::LinkMode mode)
+void WireGesture::drop(DzBrickParam* target, LinkMode mode)
 {
     if (target == m_pickedInput)
         return;
-    const bool isDone = m_pickedInput ? edit()->moveLink(picked(), target, mode)
-                                      : edit()->connect(m_from, target, mode);
+    const bool isDone
+        = m_pickedInput ? moveLink(picked(), target, mode) : linkPins(m_from, target, mode);
     if (!isDone && !m_refusal.isEmpty())
         emit m_view->statusMessage(m_refusal);
 }
@@ -199,7 +199,7 @@ void MoveGesture::move(const QPointF& place, Qt::KeyboardModifiers modifiers)
         return;
     DzShaderBrick* brick = m_starts.first().brick;
     BrickLink link = scene()->hitWire(place, m_view->getReach(), brick);
-    if (!NetworkEdit::canInsertOnLink(brick, link))
+    if (!canInsertOnLink(brick, link))
         link = BrickLink();
     scene()->setMarkedWire(link);
 }
@@ -235,7 +235,7 @@ void MoveGesture::drop(const QVector<NetworkEdit::Move>& moves, const QPointF& p
     DzUndoStackHold hold;
     edit()->moveBricks(moves);
     if (frame != 0)
-        edit()->addToFrame(unframed, frame);
+        addToFrame(edit(), unframed, frame);
     hold.accept(NetworkEdit::moveCaption(moves));
 }
 
@@ -333,7 +333,7 @@ void CutGesture::finish(const QPointF& place, Qt::KeyboardModifiers)
     m_path.append(place);
     const QVector<BrickLink> links = scene()->wiresAcross(m_path);
     if (!links.isEmpty())
-        edit()->cutLinks(links);
+        cutLinks(links);
 }
 
 void CutGesture::paint(QPainter* painter) const

@@ -48,7 +48,7 @@ public:
 private:
     DzBrickParam* targetAt(const QPointF& place) const;
     BrickLink picked() const;
-    void drop(DzBrickParam* target, NetworkEdit::LinkMode mode);
+    void drop(DzBrickParam* target, LinkMode mode);
 
     QPointer<DzBrickParam> m_from;
     QPointer<DzBrickParam> m_pickedInput;

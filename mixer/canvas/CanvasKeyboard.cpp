@@ -211,13 +211,13 @@ void CanvasKeyboard::pressReturn()
         cancel();
         return;
     }
-    const QString refusal = NetworkEdit::refusalReason(from, pin);
+    const QString refusal = linkRefusal(from, pin);
     if (!refusal.isEmpty()) {
         emit m_view->statusMessage(refusal);
         return;
     }
     cancel();
-    m_view->getEdit()->connect(from, pin);
+    linkPins(from, pin);
     announce();
 }
 
@@ -226,7 +226,7 @@ void CanvasKeyboard::unlink()
     DzBrickParam* pin = getPin();
     if (!pin || pin->getNumConnections() == 0)
         return;
-    m_view->getEdit()->disconnectAll(pin);
+    unlinkAll(pin);
     announce();
 }
 

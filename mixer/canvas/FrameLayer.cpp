@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "FrameLayer.h"
+#include "NetworkFrames.h"
 
 #include "NetworkScene.h"
 
@@ -26,7 +27,7 @@ FrameLayer::FrameLayer(NetworkScene* scene)
 void FrameLayer::rebuild()
 {
     QVector<Shown> frames;
-    const QVector<BrickFrame> known = m_scene->getEdit()->getFrames();
+    const QVector<BrickFrame> known = framesOf(*m_scene->getEdit());
     for (const BrickFrame& frame : known) {
         QRectF box = m_scene->boxOf(frame.bricks).adjusted(-margin, -margin, margin, margin);
         box.setTop(box.top() - titleHeight);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "NetworkScene.h"
+#include "NetworkWalk.h"
 
 #include "BrickItem.h"
 #include "BrickSelection.h"
@@ -457,7 +458,7 @@ void NetworkScene::beginProbe(DzBrickParam* param)
     // Known once for all pins, instead of being searched for each.
     const QVector<DzShaderBrick*> start { param->getTopBrickOwner() };
     const QVector<DzShaderBrick*> loop
-        = param->isOutput() ? NetworkEdit::withUpstream(start) : NetworkEdit::withDownstream(start);
+        = param->isOutput() ? withUpstream(start) : withDownstream(start);
     for (const DzShaderBrick* brick : loop)
         m_probeLoop.insert(brick);
     update();

@@ -13,7 +13,10 @@
 #include "FreePlace.h"
 #include "InlineEditor.h"
 #include "MiniMap.h"
+#include "NetworkCopies.h"
+#include "NetworkFrames.h"
 #include "NetworkScene.h"
+#include "NetworkWalk.h"
 #include "dzbrickparam.h"
 #include "dzshaderbrick.h"
 #include "idzbrickuser.h"
@@ -161,12 +164,12 @@ void NetworkView::addCommand(Command command, const QString& text, const QKeySeq
 }
 
 void NetworkView::addAlignment(
-    Command command, const QString& text, const QString& tip, NetworkEdit::Alignment alignment)
+    Command command, const QString& text, const QString& tip, Alignment alignment)
 {
     auto* action = new QAction(text, this);
     CommandSet::explain(action, tip);
     connect(action, &QAction::triggered, this,
-        [this, alignment] { m_edit->align(m_selection->getBricks(), alignment); });
+        [this, alignment] { alignBricks(m_edit, m_selection->getBricks(), alignment); });
     addAction(action);
     m_actions[command] = action;
 }
@@ -258,25 +261,24 @@ void NetworkView::makePlaceActions()
         tr("Arrange the bricks so that what feeds stands on the left; several selected ones alone"),
         &NetworkView::arrange);
     addAlignment(AlignLeftCommand, tr("Align &Left"),
-        tr("Line the selected bricks up by their left edges"), NetworkEdit::AlignLeft);
+        tr("Line the selected bricks up by their left edges"), AlignLeft);
     addAlignment(AlignRightCommand, tr("Align &Right"),
-        tr("Line the selected bricks up by their right edges"), NetworkEdit::AlignRight);
+        tr("Line the selected bricks up by their right edges"), AlignRight);
     addAlignment(AlignTopCommand, tr("Align &Top"),
-        tr("Line the selected bricks up by their upper edges"), NetworkEdit::AlignTop);
+        tr("Line the selected bricks up by their upper edges"), AlignTop);
     addAlignment(AlignBottomCommand, tr("Align &Bottom"),
-        tr("Line the selected bricks up by their lower edges"), NetworkEdit::AlignBottom);
+        tr("Line the selected bricks up by their lower edges"), AlignBottom);
     addAlignment(AlignHorizontalCentresCommand, tr("Align &Centres in a Column"),
         tr("Line the selected bricks up by their middles, one above the other"),
-        NetworkEdit::AlignHorizontalCentres);
+        AlignHorizontalCentres);
     addAlignment(AlignVerticalCentresCommand, tr("Align Centres in a &Row"),
-        tr("Line the selected bricks up by their middles, side by side"),
-        NetworkEdit::AlignVerticalCentres);
+        tr("Line the selected bricks up by their middles, side by side"), AlignVerticalCentres);
     addAlignment(DistributeHorizontallyCommand, tr("Distribute &Horizontally"),
         tr("Make the gaps between the selected bricks equal, from left to right"),
-        NetworkEdit::DistributeHorizontally);
+        DistributeHorizontally);
     addAlignment(DistributeVerticallyCommand, tr("Distribute &Vertically"),
         tr("Make the gaps between the selected bricks equal, from top to bottom"),
-        NetworkEdit::DistributeVertically);
+        DistributeVertically);
 }
 
 void NetworkView::makeLookActions()
@@ -331,7 +333,7 @@ void NetworkView::noteClipboard()
 {
     if (!isVisible() || !isActiveWindow())
         return;
-    m_canPaste = NetworkEdit::mayPaste(QGuiApplication::clipboard()->text());
+    m_canPaste = mayPaste(QGuiApplication::clipboard()->text());
     m_actions.at(PasteCommand)->setEnabled(canRun(PasteCommand));
 }
 
@@ -369,7 +371,7 @@ void NetworkView::cutBricks()
 
 void NetworkView::copyBricks()
 {
-    const QString text = m_edit->copy(m_selection->getBricks());
+    const QString text = ::copyBricks(*m_edit, m_selection->getBricks());
     if (!text.isEmpty())
         QGuiApplication::clipboard()->setText(text);
 }
@@ -378,7 +380,7 @@ void NetworkView::pasteBricks()
 {
     QString error;
     const QVector<DzShaderBrick*> pasted
-        = m_edit->paste(QGuiApplication::clipboard()->text(), placeForNew(), &error);
+        = ::pasteBricks(m_edit, QGuiApplication::clipboard()->text(), placeForNew(), &error);
     if (!pasted.isEmpty())
         m_selection->set(pasted);
     if (!error.isEmpty())
@@ -389,7 +391,7 @@ void NetworkView::duplicateBricks()
 {
     QString error;
     const QVector<DzShaderBrick*> copies
-        = m_edit->duplicate(m_selection->getBricks(), duplicateOffset, &error);
+        = ::duplicateBricks(m_edit, m_selection->getBricks(), duplicateOffset, &error);
     if (!copies.isEmpty())
         m_selection->set(copies);
     if (!error.isEmpty())
@@ -420,12 +422,12 @@ void NetworkView::selectAll()
 
 void NetworkView::selectUpstream()
 {
-    m_selection->set(NetworkEdit::withUpstream(m_selection->getBricks()));
+    m_selection->set(withUpstream(m_selection->getBricks()));
 }
 
 void NetworkView::selectDownstream()
 {
-    m_selection->set(NetworkEdit::withDownstream(m_selection->getBricks()));
+    m_selection->set(withDownstream(m_selection->getBricks()));
 }
 
 void NetworkView::keepSelected()
@@ -457,14 +459,14 @@ void NetworkView::narrow()
 
 void NetworkView::frameSelection()
 {
-    const int frame = m_edit->frameBricks(m_selection->getBricks(), tr("Frame"));
+    const int frame = frameBricks(m_edit, m_selection->getBricks(), tr("Frame"));
     if (frame != 0)
         editFrameTitle(frame);
 }
 
 void NetworkView::unframeSelection()
 {
-    m_edit->removeFromFrames(m_selection->getBricks());
+    removeFromFrames(m_edit, m_selection->getBricks());
 }
 
 /// The frame around the current brick, 0 for none.
@@ -481,7 +483,7 @@ void NetworkView::editCurrentFrameTitle()
 
 void NetworkView::removeCurrentFrame()
 {
-    m_edit->removeFrame(currentFrame());
+    removeFrame(m_edit, currentFrame());
 }
 
 /// Several selected bricks are arranged alone.
@@ -584,9 +586,8 @@ void NetworkView::openInsertSearch(const BrickLink& link)
     const QPointer<DzBrickParam> output(link.output);
     const QPointer<DzBrickParam> input(link.input);
     const auto wire = [output, input] { return BrickLink { output, input }; };
-    const auto accepts = [wire](const DzShaderBrick* sample) {
-        return NetworkEdit::canInsertOnLink(sample, wire());
-    };
+    const auto accepts
+        = [wire](const DzShaderBrick* sample) { return canInsertOnLink(sample, wire()); };
     startSearch(new BrickSearchPopup(m_edit, tr("Put into the wire"), accepts, this), middle,
         [=](const QString& className, QString* error) {
             return m_edit->addBrickOnLink(className, placeOnWire(className, middle), wire(), error);
@@ -639,10 +640,10 @@ void NetworkView::editTitle(DzShaderBrick* brick)
 
 void NetworkView::editFrameTitle(int frame)
 {
-    const BrickFrame known = m_edit->getFrame(frame);
+    const BrickFrame known = findFrame(*m_edit, frame);
     if (!known.bricks.isEmpty())
         startEditor(known.title, m_scene->frameTitleBox(frame),
-            [this, frame](const QString& text) { m_edit->setFrameTitle(frame, text); });
+            [this, frame](const QString& text) { setFrameTitle(m_edit, frame, text); });
 }
 
 void NetworkView::setBadge(DzShaderBrick* brick, const QString& text)
@@ -862,7 +863,7 @@ void NetworkView::beginMove(
 
 void NetworkView::selectFrame(int frame)
 {
-    m_selection->set(m_edit->getFrame(frame).bricks);
+    m_selection->set(findFrame(*m_edit, frame).bricks);
 }
 
 void NetworkView::mouseMoveEvent(QMouseEvent* event)
@@ -1102,7 +1103,7 @@ void NetworkView::fillWireMenu(QMenu* menu, const BrickLink& link)
     const QPointer<DzBrickParam> input(link.input);
     menu->addAction(tr("&Delete Wire"), this, [this, output, input] {
         if (output && input)
-            m_edit->disconnect(output, input);
+            unlinkPins(output, input);
     });
     menu->addAction(tr("&Insert Brick…"), this, [this, output, input] {
         if (output && input)
@@ -1115,7 +1116,7 @@ void NetworkView::fillFrameMenu(QMenu* menu, int frame)
 {
     menu->addAction(tr("Change &Title…"), this, [this, frame] { editFrameTitle(frame); });
     menu->addAction(tr("&Select Its Bricks"), this, [this, frame] { selectFrame(frame); });
-    menu->addAction(tr("&Remove the Frame"), this, [this, frame] { m_edit->removeFrame(frame); });
+    menu->addAction(tr("&Remove the Frame"), this, [this, frame] { removeFrame(m_edit, frame); });
     menu->addSeparator();
 }
 
@@ -1219,7 +1220,7 @@ BrickLink NetworkView::wireFor(const QString& className, const QPointF& place) c
 {
     const BrickKind* kind = BrickCatalogue::instance()->find(className);
     const BrickLink link = m_scene->hitWire(place, getReach());
-    return NetworkEdit::canInsertOnLink(kind->sample, link) ? link : BrickLink();
+    return canInsertOnLink(kind->sample, link) ? link : BrickLink();
 }
 
 void NetworkView::dragLeaveEvent(QDragLeaveEvent*)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "BrickAlignment.h"
 #include "BrickAppearance.h"
 #include "CanvasKeyboard.h"
 #include "NetworkEdit.h"
@@ -162,7 +163,7 @@ private:
     void addCommand(Command command, const QString& text, const QKeySequence& shortcut,
         const QString& tip, void (NetworkView::*run)());
     void addAlignment(
-        Command command, const QString& text, const QString& tip, NetworkEdit::Alignment alignment);
+        Command command, const QString& text, const QString& tip, Alignment alignment);
     void updateActions();
     bool canRun(Command command) const;
     void noteClipboard();

@@ -74,6 +74,19 @@ QString frameTitle(const DzShaderBrick* brick)
     return frame ? oneLine(frame->getStringValue(frameTitleKey())) : QString();
 }
 
+QRectF box(const DzShaderBrick* brick)
+{
+    return QRectF(position(brick), size(brick));
+}
+
+QRectF box(const QVector<DzShaderBrick*>& bricks)
+{
+    QRectF all;
+    for (const DzShaderBrick* brick : bricks)
+        all |= box(brick);
+    return all;
+}
+
 QString rowLabel(const Row& row)
 {
     if (!row.param)

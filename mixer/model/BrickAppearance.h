@@ -4,6 +4,7 @@
 
 #include "dznetworklayout.h"
 
+#include <QRectF>
 #include <QString>
 
 class DzShaderBrick;
@@ -49,6 +50,10 @@ QString titleText(const DzShaderBrick* brick);
 /// Number of the frame that the brick stands in, 0 for none.
 int frameNumber(const DzShaderBrick* brick);
 QString frameTitle(const DzShaderBrick* brick);
+
+QRectF box(const DzShaderBrick* brick);
+/// The box around all of them; null without bricks.
+QRectF box(const QVector<DzShaderBrick*>& bricks);
 
 QString rowLabel(const Row& row);
 /// The value as one line, or the name of the image that stands for it; empty when there is none.

@@ -24,8 +24,7 @@ QVector<QRectF> takenPlaces(const NetworkEdit& edit, const DzShaderBrick* except
     QVector<QRectF> taken;
     for (const DzShaderBrick* brick : edit.getBricks())
         if (brick != except && BrickAppearance::hasPosition(brick))
-            taken.append(QRectF(BrickAppearance::position(brick), BrickAppearance::size(brick))
-                             .adjusted(-margin, -margin, margin, margin));
+            taken.append(BrickAppearance::box(brick).adjusted(-margin, -margin, margin, margin));
     return taken;
 }
 

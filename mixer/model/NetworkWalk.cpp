@@ -8,6 +8,8 @@
 #include "dzshaderbrick.h"
 #include "idzbrickuser.h"
 
+#include <QSet>
+
 QVector<DzShaderBrick*> bricksOf(const IDzBrickUser* user)
 {
     QList<uint> ids;
@@ -49,4 +51,43 @@ void forEachProperty(const DzShaderBrick* brick, const std::function<void(DzProp
             if (DzProperty* property = param->getProperty(k))
                 visit(property);
     }
+}
+
+namespace {
+
+QVector<DzShaderBrick*> reachable(const QVector<DzShaderBrick*>& bricks, bool upstream)
+{
+    QVector<DzShaderBrick*> found;
+    QSet<DzShaderBrick*> isFound;
+    const auto meet = [&](DzShaderBrick* brick) {
+        if (brick && !isFound.contains(brick)) {
+            isFound.insert(brick);
+            found.append(brick);
+        }
+    };
+    for (DzShaderBrick* brick : bricks)
+        meet(brick);
+    for (int next = 0; next < found.size(); ++next) {
+        const DzShaderBrick* brick = found.at(next);
+        for (int i = 0; i < brick->getNumParameters(); ++i) {
+            const DzBrickParam* param = brick->getParameter(i);
+            if (param->isOutput() == upstream)
+                continue;
+            for (int k = 0; k < param->getNumConnections(); ++k)
+                meet(param->getConnection(k)->getTopBrickOwner());
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+QVector<DzShaderBrick*> withUpstream(const QVector<DzShaderBrick*>& bricks)
+{
+    return reachable(bricks, true);
+}
+
+QVector<DzShaderBrick*> withDownstream(const QVector<DzShaderBrick*>& bricks)
+{
+    return reachable(bricks, false);
 }

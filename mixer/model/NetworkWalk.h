@@ -24,3 +24,7 @@ QString mapFileOf(const DzProperty* property);
 
 /// Calls `visit` for each property of a brick: its own, then those of its parameters in order.
 void forEachProperty(const DzShaderBrick* brick, const std::function<void(DzProperty*)>& visit);
+
+/// The bricks that feed these, or that these feed, directly or not, and these.
+QVector<DzShaderBrick*> withUpstream(const QVector<DzShaderBrick*>& bricks);
+QVector<DzShaderBrick*> withDownstream(const QVector<DzShaderBrick*>& bricks);

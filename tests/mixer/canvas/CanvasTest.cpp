@@ -5,6 +5,7 @@
 #include "BrickItem.h"
 #include "CanvasFixture.h"
 #include "MiniMap.h"
+#include "NetworkFrames.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
 #include "dzcolorproperty.h"
@@ -40,8 +41,8 @@ protected:
     {
         addThree();
         DzUndoStackLock lock;
-        EXPECT_TRUE(m_edit.connect(output(matte), param(root, "material")));
-        EXPECT_TRUE(m_edit.connect(output(texture), param(matte, "Kd")));
+        EXPECT_TRUE(linkPins(output(matte), param(root, "material")));
+        EXPECT_TRUE(linkPins(output(texture), param(matte, "Kd")));
         m_view.getNetworkScene()->flush();
     }
     LinkFit fitOf(DzShaderBrick* brick, const char* name)
@@ -130,7 +131,7 @@ TEST_F(Canvas, whatWouldCloseALoopDoesNotLightUp)
     VireoBrickBase* second = add("VireoTexClrMixBrick", -700, -100);
     {
         DzUndoStackLock lock;
-        ASSERT_TRUE(m_edit.connect(output(second), param(texture, "tex1")));
+        ASSERT_TRUE(linkPins(output(second), param(texture, "tex1")));
     }
     press(pinOf(texture, "result"));
     moveTo(pinOf(texture, "result") + QPoint(30, 10));
@@ -368,7 +369,7 @@ TEST_F(Canvas, aLinkedBrickIsNotInsertedByChance)
     VireoBrickBase* constant = add("VireoTexClrConstantBrick", -400, 300);
     {
         DzUndoStackLock lock;
-        ASSERT_TRUE(m_edit.connect(output(constant), param(mix, "tex2")));
+        ASSERT_TRUE(linkPins(output(constant), param(mix, "tex2")));
     }
     drag(titleOf(mix), middleOfWire(texture, matte, "Kd"));
     EXPECT_TRUE(isLinked(texture, matte, "Kd"));
@@ -692,7 +693,7 @@ TEST_F(Canvas, aBrickThatIsPutIntoAWireHidesNoOther)
     addThree();
     {
         DzUndoStackLock lock;
-        ASSERT_TRUE(m_edit.connect(output(texture), param(matte, "Kd")));
+        ASSERT_TRUE(linkPins(output(texture), param(matte, "Kd")));
     }
     const auto check = [&](VireoBrickBase* brick) {
         for (VireoBrickBase* other : { root, matte, texture })
@@ -840,12 +841,12 @@ TEST_F(Canvas, framesAreMadeNamedAndMoved)
     QTest::keyClicks(editor, QStringLiteral("Paint"));
     QTest::keyClick(editor, Qt::Key_Return);
     QCoreApplication::processEvents();
-    ASSERT_EQ(m_edit.getFrames().size(), 1);
-    EXPECT_EQ(m_edit.getFrames().first().title, QStringLiteral("Paint"));
-    EXPECT_EQ(m_edit.getFrames().first().bricks.size(), 2);
+    ASSERT_EQ(framesOf(m_edit).size(), 1);
+    EXPECT_EQ(framesOf(m_edit).first().title, QStringLiteral("Paint"));
+    EXPECT_EQ(framesOf(m_edit).first().bricks.size(), 2);
     m_selection.clear();
     const QPoint title
-        = at(m_view.getNetworkScene()->frameTitleBox(m_edit.getFrames().first().number).center());
+        = at(m_view.getNetworkScene()->frameTitleBox(framesOf(m_edit).first().number).center());
     drag(title, title + QPoint(20, 60));
     EXPECT_EQ(BrickAppearance::position(matte), QPointF(-80, -40));
     EXPECT_EQ(BrickAppearance::position(texture), QPointF(-380, -40));
@@ -871,7 +872,7 @@ TEST_F(Canvas, stepsAreNamedAsPeopleCount)
 TEST_F(Canvas, doubleClickOnAFramesTitleChangesIt)
 {
     addThree();
-    const int frame = m_edit.frameBricks({ matte }, QStringLiteral("Old"));
+    const int frame = frameBricks(&m_edit, { matte }, QStringLiteral("Old"));
     QCoreApplication::processEvents();
     doubleClick(at(m_view.getNetworkScene()->frameTitleBox(frame).center()));
     auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
@@ -879,13 +880,13 @@ TEST_F(Canvas, doubleClickOnAFramesTitleChangesIt)
     EXPECT_EQ(editor->text(), QStringLiteral("Old"));
     QTest::keyClicks(editor, QStringLiteral("New"));
     QTest::keyClick(editor, Qt::Key_Return);
-    EXPECT_EQ(m_edit.getFrames().first().title, QStringLiteral("New"));
+    EXPECT_EQ(framesOf(m_edit).first().title, QStringLiteral("New"));
 }
 
 TEST_F(Canvas, aBrickDroppedIntoAFrameJoinsIt)
 {
     addThree();
-    const int frame = m_edit.frameBricks({ matte, root }, QStringLiteral("Frame"));
+    const int frame = frameBricks(&m_edit, { matte, root }, QStringLiteral("Frame"));
     m_selection.clear();
     drag(titleOf(texture), at(QPointF(150, 0)));
     EXPECT_EQ(BrickAppearance::frameNumber(texture), frame);
@@ -1050,7 +1051,7 @@ TEST_F(Canvas, zoomingLeavesNothingUnderTheMiniMap)
 {
     addThree();
     VireoBrickBase* far = add("VireoTexClrMixBrick", 1800, 1200);
-    m_edit.frameBricks({ far }, QStringLiteral("Frame"));
+    frameBricks(&m_edit, { far }, QStringLiteral("Frame"));
     m_view.getNetworkScene()->flush();
     const auto* map = m_view.findChild<MiniMap*>();
     const auto isUnderMap = [&](const QRectF& box) {
@@ -1127,8 +1128,8 @@ TEST_F(Canvas, arrangePutsWhatFeedsToTheLeft)
     texture = add("VireoTexClrMixBrick", 20, 20);
     {
         DzUndoStackLock lock;
-        m_edit.connect(output(matte), param(root, "material"));
-        m_edit.connect(output(texture), param(matte, "Kd"));
+        linkPins(output(matte), param(root, "material"));
+        linkPins(output(texture), param(matte, "Kd"));
     }
     key(Qt::Key_L, Qt::ControlModifier);
     const auto box
@@ -1200,7 +1201,7 @@ TEST_F(Canvas, keysChangeTheWidthOfAllSelectedBricks)
 TEST_F(Canvas, keysChangeTheTitleOfAFrameAndRemoveIt)
 {
     addThree();
-    m_edit.frameBricks({ matte, texture }, QStringLiteral("Old"));
+    frameBricks(&m_edit, { matte, texture }, QStringLiteral("Old"));
     m_selection.set({ root });
     EXPECT_FALSE(m_view.getAction(NetworkView::FrameTitleCommand)->isEnabled());
     m_selection.set({ matte });
@@ -1211,17 +1212,17 @@ TEST_F(Canvas, keysChangeTheTitleOfAFrameAndRemoveIt)
     QTest::keyClick(editor, Qt::Key_Delete);
     QTest::keyClick(editor, Qt::Key_Return);
     QCoreApplication::processEvents();
-    ASSERT_EQ(m_edit.getFrames().size(), 1);
-    EXPECT_EQ(m_edit.getFrames().first().title, QString());
+    ASSERT_EQ(framesOf(m_edit).size(), 1);
+    EXPECT_EQ(framesOf(m_edit).first().title, QString());
     m_view.setFocus();
     key(Qt::Key_G, Qt::ControlModifier | Qt::AltModifier);
-    EXPECT_TRUE(m_edit.getFrames().isEmpty());
+    EXPECT_TRUE(framesOf(m_edit).isEmpty());
     EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Remove Frame"));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 3);
     EXPECT_FALSE(m_view.getAction(NetworkView::RemoveFrameCommand)->isEnabled());
     dzUndoStack->undo();
-    ASSERT_EQ(m_edit.getFrames().size(), 1);
-    EXPECT_EQ(m_edit.getFrames().first().bricks.size(), 2);
+    ASSERT_EQ(framesOf(m_edit).size(), 1);
+    EXPECT_EQ(framesOf(m_edit).first().bricks.size(), 2);
 }
 
 TEST_F(Canvas, aBrickIsPutIntoAWireWithKeysAlone)
@@ -1388,10 +1389,10 @@ TEST_F(Canvas, commandsThatCanDoNothingAreDisabled)
     const QAction* unframe = m_view.getAction(NetworkView::UnframeCommand);
     m_selection.set({ matte, root });
     EXPECT_FALSE(unframe->isEnabled());
-    const int frame = m_edit.frameBricks({ root }, QStringLiteral("Frame"));
+    const int frame = frameBricks(&m_edit, { root }, QStringLiteral("Frame"));
     QCoreApplication::processEvents();
     EXPECT_TRUE(unframe->isEnabled());
-    m_edit.removeFrame(frame);
+    removeFrame(&m_edit, frame);
     QCoreApplication::processEvents();
     EXPECT_FALSE(unframe->isEnabled());
 

@@ -7,6 +7,7 @@
 #include "Autosaver.h"
 #include "BrickSelection.h"
 #include "NetworkEdit.h"
+#include "NetworkFrames.h"
 #include "NetworkText.h"
 #include "NetworkWalk.h"
 #include "PropertyGroup.h"
@@ -108,10 +109,10 @@ TEST(MixerDocument, everyEditSetsTheMarkAndUndoTakesItBack)
     leavesMark("add",
         [&] { document->getEdit()->addBrick(QStringLiteral("VireoMatGlassBrick"), QPointF()); });
     leavesMark("delete", [&] { document->getEdit()->deleteBricks({ glossy }); });
-    leavesMark("unlink", [&] { document->getEdit()->disconnectAll(param(glossy, "result")); });
+    leavesMark("unlink", [&] { unlinkAll(param(glossy, "result")); });
     leavesMark("move", [&] { document->getEdit()->moveBricks({ { glossy, QPointF(7, 7) } }); });
     leavesMark(
-        "frame", [&] { document->getEdit()->frameBricks({ glossy }, QStringLiteral("Frame")); });
+        "frame", [&] { frameBricks(document->getEdit(), { glossy }, QStringLiteral("Frame")); });
 }
 
 TEST(MixerDocument, editsOfAnotherDocumentLeaveNoMark)

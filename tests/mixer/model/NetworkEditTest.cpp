@@ -2,9 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "NetworkEdit.h"
+#include "BrickAlignment.h"
 #include "BrickAppearance.h"
 #include "BrickSelection.h"
 #include "LinkColors.h"
+#include "NetworkCopies.h"
+#include "NetworkFrames.h"
+#include "NetworkWalk.h"
+#include "PropertyGroup.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
@@ -30,7 +35,7 @@ protected:
     void linkQuietly(DzShaderBrick* from, DzShaderBrick* to, const char* input)
     {
         DzUndoStackLock lock;
-        EXPECT_TRUE(edit.connect(output(from), param(to, input), NetworkEdit::AddLink));
+        EXPECT_TRUE(linkPins(output(from), param(to, input), AddLink));
     }
     static bool isLinked(DzShaderBrick* from, DzShaderBrick* to, const char* input)
     {
@@ -45,7 +50,7 @@ protected:
 
 QString refusal(DzBrickParam* a, DzBrickParam* b)
 {
-    return NetworkEdit::refusalReason(a, b);
+    return linkRefusal(a, b);
 }
 
 } // namespace
@@ -206,15 +211,15 @@ TEST_F(Edit, connectReplacesOrAdds)
     DzShaderBrick* matte = add("VireoMatMatteBrick");
     DzShaderBrick* first = add("VireoTexClrConstantBrick");
     DzShaderBrick* second = add("VireoTexClrConstantBrick");
-    EXPECT_TRUE(edit.connect(param(matte, "Kd"), output(first)));
+    EXPECT_TRUE(linkPins(param(matte, "Kd"), output(first)));
     EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Link Diffuse"));
-    EXPECT_TRUE(edit.connect(output(second), param(matte, "Kd"), NetworkEdit::AddLink));
+    EXPECT_TRUE(linkPins(output(second), param(matte, "Kd"), AddLink));
     EXPECT_EQ(param(matte, "Kd")->getNumConnections(), 2);
     DzShaderBrick* third = add("VireoTexClrConstantBrick");
-    EXPECT_TRUE(edit.connect(output(third), param(matte, "Kd")));
+    EXPECT_TRUE(linkPins(output(third), param(matte, "Kd")));
     EXPECT_EQ(param(matte, "Kd")->getNumConnections(), 1);
-    EXPECT_FALSE(edit.connect(output(third), param(matte, "Kd")));
-    EXPECT_FALSE(edit.connect(output(matte), param(matte, "Kd")));
+    EXPECT_FALSE(linkPins(output(third), param(matte, "Kd")));
+    EXPECT_FALSE(linkPins(output(matte), param(matte, "Kd")));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 3);
     dzUndoStack->undo();
     EXPECT_EQ(param(matte, "Kd")->getConnection(0), output(first));
@@ -227,7 +232,7 @@ TEST_F(Edit, aRefusedMoveOfALinkLeavesItWhereItIs)
     DzShaderBrick* constant = add("VireoTexClrConstantBrick");
     linkQuietly(constant, matte, "Kd");
     const BrickLink link { output(constant), param(matte, "Kd") };
-    EXPECT_FALSE(edit.moveLink(link, param(matte, "sigma")));
+    EXPECT_FALSE(moveLink(link, param(matte, "sigma")));
     EXPECT_TRUE(isLinked(constant, matte, "Kd"));
     EXPECT_EQ(dzUndoStack->getNumItems(), 0);
 }
@@ -244,7 +249,7 @@ TEST_F(Edit, insertionKeepsOtherLinksOfTheInput)
     EXPECT_TRUE(isLinked(second, matte, "Kd"));
     EXPECT_TRUE(isLinked(mix, matte, "Kd"));
     EXPECT_TRUE(isLinked(first, mix, "tex1"));
-    EXPECT_FALSE(NetworkEdit::canInsertOnLink(
+    EXPECT_FALSE(canInsertOnLink(
         add("VireoMatGlossyBrick"), BrickLink { output(first), param(mix, "tex1") }));
 }
 
@@ -259,11 +264,11 @@ TEST_F(Edit, whatIsCopiedCanBeMailedAndPastedElsewhere)
     dzUndoStack->clearAll();
     // Mail programs add lines around a text.
     const QString mailed
-        = QStringLiteral("\n\n") + edit.copy({ matte, mix }) + QStringLiteral("\n");
+        = QStringLiteral("\n\n") + copyBricks(edit, { matte, mix }) + QStringLiteral("\n");
     VireoBrickUser otherUser;
     NetworkEdit other(&otherUser);
     QString error;
-    const QVector<DzShaderBrick*> pasted = other.paste(mailed, QPointF(1000, 1000), &error);
+    const QVector<DzShaderBrick*> pasted = pasteBricks(&other, mailed, QPointF(1000, 1000), &error);
     EXPECT_EQ(error, QString());
     ASSERT_EQ(pasted.size(), 2);
     EXPECT_TRUE(isLinked(pasted.at(1), pasted.at(0), "Kd"));
@@ -296,8 +301,8 @@ TEST_F(Edit, whatIsPastedWithoutPlacesIsArranged)
     QString error;
     for (DzShaderBrick* brick : edit.getBricks())
         brick->getBrickSettings()->setBoolValue(BrickAppearance::autoArrangeKey(), true);
-    const QString asking = edit.copy(edit.getBricks());
-    const QVector<DzShaderBrick*> asked = edit.paste(asking, QPointF(1000, 2000), &error);
+    const QString asking = copyBricks(edit, edit.getBricks());
+    const QVector<DzShaderBrick*> asked = pasteBricks(&edit, asking, QPointF(1000, 2000), &error);
     EXPECT_TRUE(areArranged(asked));
     EXPECT_FALSE(asked.first()->getBrickSettings()->hasKey(BrickAppearance::autoArrangeKey()));
     QRectF box;
@@ -312,8 +317,8 @@ TEST_F(Edit, whatIsPastedWithoutPlacesIsArranged)
         settings->removeValue(BrickAppearance::xKey());
         settings->removeValue(BrickAppearance::yKey());
     }
-    const QString unplaced = edit.copy(edit.getBricks());
-    EXPECT_TRUE(areArranged(edit.paste(unplaced, QPointF(), &error)));
+    const QString unplaced = copyBricks(edit, edit.getBricks());
+    EXPECT_TRUE(areArranged(pasteBricks(&edit, unplaced, QPointF(), &error)));
 }
 
 TEST_F(Edit, linksToBricksThatAreNotCopiedAreLeftOut)
@@ -321,7 +326,7 @@ TEST_F(Edit, linksToBricksThatAreNotCopiedAreLeftOut)
     DzShaderBrick* matte = add("VireoMatMatteBrick");
     DzShaderBrick* mix = add("VireoTexClrMixBrick");
     linkQuietly(mix, matte, "Kd");
-    const QVector<DzShaderBrick*> copies = edit.duplicate({ matte }, QPointF(10, 10));
+    const QVector<DzShaderBrick*> copies = duplicateBricks(&edit, { matte }, QPointF(10, 10));
     ASSERT_EQ(copies.size(), 1);
     EXPECT_EQ(param(copies.first(), "Kd")->getNumConnections(), 0);
     EXPECT_EQ(output(mix)->getNumConnections(), 1);
@@ -334,7 +339,8 @@ TEST_F(Edit, pastingAnythingElseSaysSoAndChangesNothing)
     for (const char* clip : { "", "   ", "hello", "{", "{}", "[]", "null", "{\"format\": 3}",
              "{\"format\": \"other\", \"version\": 1, \"BrickSetup\": {}}" }) {
         QString error;
-        EXPECT_TRUE(edit.paste(QString::fromLatin1(clip), QPointF(), &error).isEmpty()) << clip;
+        EXPECT_TRUE(pasteBricks(&edit, QString::fromLatin1(clip), QPointF(), &error).isEmpty())
+            << clip;
         EXPECT_FALSE(error.isEmpty()) << clip;
     }
     EXPECT_EQ(text(), before);
@@ -347,7 +353,8 @@ TEST_F(Edit, bricksOfUnknownClassAreLeftOutOfCopiesAndSaidSo)
     QByteArray file = projectFile(QStringLiteral("examples/plain-matte.sskn"));
     file.replace("VireoMatMatteBrick", "SomebodysMatteBrick");
     QString error;
-    const QVector<DzShaderBrick*> pasted = edit.paste(QString::fromUtf8(file), QPointF(), &error);
+    const QVector<DzShaderBrick*> pasted
+        = pasteBricks(&edit, QString::fromUtf8(file), QPointF(), &error);
     EXPECT_EQ(error, QStringLiteral("A brick of unknown class cannot be copied and was left out."));
     ASSERT_EQ(pasted.size(), 1);
     EXPECT_EQ(pasted.first()->className(), QStringLiteral("VireoRootBrick"));
@@ -360,21 +367,21 @@ TEST_F(Edit, alignsAndDistributes)
     DzShaderBrick* a = add("VireoMatMatteBrick", 0, 0);
     DzShaderBrick* b = add("VireoMatMatteBrick", 50, 400);
     DzShaderBrick* c = add("VireoMatMatteBrick", 300, 100);
-    edit.align({ a, b, c }, NetworkEdit::AlignLeft);
+    alignBricks(&edit, { a, b, c }, AlignLeft);
     EXPECT_EQ(place(a), QPointF(0, 0));
     EXPECT_EQ(place(b), QPointF(0, 400));
     EXPECT_EQ(place(c), QPointF(0, 100));
-    edit.align({ a, b, c }, NetworkEdit::DistributeVertically);
+    alignBricks(&edit, { a, b, c }, DistributeVertically);
     EXPECT_EQ(place(c), QPointF(0, 200));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2);
     dzUndoStack->undo();
     dzUndoStack->undo();
     EXPECT_EQ(place(b), QPointF(50, 400));
-    edit.align({ a, b, c }, NetworkEdit::AlignRight);
+    alignBricks(&edit, { a, b, c }, AlignRight);
     EXPECT_EQ(place(a), QPointF(300, 0));
-    edit.align({ a, b, c }, NetworkEdit::AlignBottom);
+    alignBricks(&edit, { a, b, c }, AlignBottom);
     EXPECT_EQ(place(c), QPointF(300, 400));
-    edit.align({ a, b, c }, NetworkEdit::AlignTop);
+    alignBricks(&edit, { a, b, c }, AlignTop);
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 2) << "aligning what is in line is no step";
 }
 
@@ -422,32 +429,32 @@ TEST_F(Edit, framesAreSavedAndLoadedWithTheNetwork)
 {
     DzShaderBrick* root = add("VireoRootBrick");
     DzShaderBrick* matte = add("VireoMatMatteBrick");
-    const int frame = edit.frameBricks({ root, matte }, QStringLiteral("Paint \"A\""));
+    const int frame = frameBricks(&edit, { root, matte }, QStringLiteral("Paint \"A\""));
     const QByteArray saved = text();
     VireoBrickUser loaded;
     ASSERT_TRUE(DzBrickUserFile().loadText(saved, QStringLiteral("test"), &loaded));
     EXPECT_EQ(DzBrickUserFile().saveText(&loaded), saved);
     const NetworkEdit other(&loaded);
-    ASSERT_EQ(other.getFrames().size(), 1);
-    EXPECT_EQ(other.getFrames().first().number, frame);
-    EXPECT_EQ(other.getFrames().first().title, QStringLiteral("Paint \"A\""));
-    EXPECT_EQ(other.getFrames().first().bricks.size(), 2);
+    ASSERT_EQ(framesOf(other).size(), 1);
+    EXPECT_EQ(framesOf(other).first().number, frame);
+    EXPECT_EQ(framesOf(other).first().title, QStringLiteral("Paint \"A\""));
+    EXPECT_EQ(framesOf(other).first().bricks.size(), 2);
 }
 
 TEST_F(Edit, copiesOfFramedBricksGetAFrameOfTheirOwn)
 {
     DzShaderBrick* matte = add("VireoMatMatteBrick");
-    edit.frameBricks({ matte }, QStringLiteral("Paint"));
-    const QVector<DzShaderBrick*> copies = edit.duplicate({ matte }, QPointF(5, 5));
+    frameBricks(&edit, { matte }, QStringLiteral("Paint"));
+    const QVector<DzShaderBrick*> copies = duplicateBricks(&edit, { matte }, QPointF(5, 5));
     ASSERT_EQ(copies.size(), 1);
-    ASSERT_EQ(edit.getFrames().size(), 2);
-    EXPECT_EQ(edit.getFrames().at(1).title, QStringLiteral("Paint"));
-    edit.setFrameTitle(edit.getFrames().at(1).number, QStringLiteral("Other"));
-    EXPECT_EQ(edit.getFrames().at(0).title, QStringLiteral("Paint"));
-    edit.removeFromFrames({ matte });
-    EXPECT_EQ(edit.getFrames().size(), 1);
+    ASSERT_EQ(framesOf(edit).size(), 2);
+    EXPECT_EQ(framesOf(edit).at(1).title, QStringLiteral("Paint"));
+    setFrameTitle(&edit, framesOf(edit).at(1).number, QStringLiteral("Other"));
+    EXPECT_EQ(framesOf(edit).at(0).title, QStringLiteral("Paint"));
+    removeFromFrames(&edit, { matte });
+    EXPECT_EQ(framesOf(edit).size(), 1);
     dzUndoStack->undo();
-    EXPECT_EQ(edit.getFrames().size(), 2);
+    EXPECT_EQ(framesOf(edit).size(), 2);
 }
 
 TEST_F(Edit, frameNumbersOfAFileLeaveRoomForOthers)
@@ -458,14 +465,14 @@ TEST_F(Edit, frameNumbersOfAFileLeaveRoomForOthers)
     matte->getBrickSettings()
         ->setSettingsValue(BrickAppearance::frameKey())
         ->setIntValue(BrickAppearance::frameNumberKey(), largest);
-    ASSERT_EQ(edit.getFrames().size(), 1);
-    const int frame = edit.frameBricks({ glass }, QStringLiteral("Window"));
+    ASSERT_EQ(framesOf(edit).size(), 1);
+    const int frame = frameBricks(&edit, { glass }, QStringLiteral("Window"));
     EXPECT_GT(frame, 0);
     EXPECT_NE(frame, largest);
-    ASSERT_EQ(edit.getFrames().size(), 2);
-    const QVector<DzShaderBrick*> copies = edit.duplicate({ matte, glass }, QPointF(5, 5));
+    ASSERT_EQ(framesOf(edit).size(), 2);
+    const QVector<DzShaderBrick*> copies = duplicateBricks(&edit, { matte, glass }, QPointF(5, 5));
     ASSERT_EQ(copies.size(), 2);
-    const QVector<BrickFrame> frames = edit.getFrames();
+    const QVector<BrickFrame> frames = framesOf(edit);
     ASSERT_EQ(frames.size(), 4);
     for (const BrickFrame& known : frames)
         EXPECT_EQ(known.bricks.size(), 1) << known.number;
@@ -480,10 +487,10 @@ TEST_F(Edit, aValueThatMakesInputsIsOneStep)
     const int before = band->getNumParameters();
     const QByteArray start = text();
     QString error;
-    EXPECT_TRUE(edit.setPropertyText(property(band, "count"), QStringLiteral("3"), &error));
+    EXPECT_TRUE(PropertyGroup({ property(band, "count") }).setText(QStringLiteral("3"), &error));
     EXPECT_EQ(band->getNumParameters(), before + 6);
-    EXPECT_TRUE(edit.connect(output(constant), param(band, "tex3")));
-    EXPECT_TRUE(edit.setPropertyText(property(band, "count"), QStringLiteral("1"), &error));
+    EXPECT_TRUE(linkPins(output(constant), param(band, "tex3")));
+    EXPECT_TRUE(PropertyGroup({ property(band, "count") }).setText(QStringLiteral("1"), &error));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 3);
     dzUndoStack->undo();
     EXPECT_TRUE(isLinked(constant, band, "tex3"));
@@ -554,9 +561,9 @@ TEST_F(Edit, upstreamAndDownstreamAreFollowedThroughSharedBricks)
     linkQuietly(a, c, "tex1");
     linkQuietly(b, d, "tex1");
     linkQuietly(c, d, "tex2");
-    EXPECT_EQ(NetworkEdit::withUpstream({ d }), (QVector<DzShaderBrick*> { d, b, c, a }));
-    EXPECT_EQ(NetworkEdit::withDownstream({ a }), (QVector<DzShaderBrick*> { a, b, c, d }));
-    EXPECT_EQ(NetworkEdit::withUpstream({ b }), (QVector<DzShaderBrick*> { b, a }));
+    EXPECT_EQ(withUpstream({ d }), (QVector<DzShaderBrick*> { d, b, c, a }));
+    EXPECT_EQ(withDownstream({ a }), (QVector<DzShaderBrick*> { a, b, c, d }));
+    EXPECT_EQ(withUpstream({ b }), (QVector<DzShaderBrick*> { b, a }));
 }
 
 TEST(LinkColors, areStableAndTellTypesApart)

@@ -1,15 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
+#include "BrickAlignment.h"
 #include "BrickAppearance.h"
 #include "BrickItem.h"
 #include "BrickSelection.h"
+#include "NetworkCopies.h"
 #include "NetworkEdit.h"
+#include "NetworkFrames.h"
 #include "NetworkScene.h"
 #include "NetworkView.h"
 #include "PropertyGroup.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
+#include "dzbrickstate.h"
 #include "dzbrickuserfile.h"
 #include "dzclassfactory.h"
 #include "dzintproperty.h"
@@ -131,16 +135,16 @@ private:
         if (DzBrickParam* param = anyParam())
             m_edit.addBrickLinked(m_classes.at(below(size_t(m_classes.size()))), anyPlace(), param);
     }
-    void link() { linkSome(NetworkEdit::ReplaceLinks); }
-    void addSecondLink() { linkSome(NetworkEdit::AddLink); }
-    void linkSome(NetworkEdit::LinkMode mode)
+    void link() { linkSome(ReplaceLinks); }
+    void addSecondLink() { linkSome(AddLink); }
+    void linkSome(LinkMode mode)
     {
         // Few pairs fit: look for one for a while.
         for (int tries = 0; tries < 40; ++tries) {
             DzBrickParam* a = anyParam();
             DzBrickParam* b = anyParam();
-            if (a && b && NetworkEdit::refusalReason(a, b).isEmpty()) {
-                EXPECT_TRUE(m_edit.connect(a, b, mode));
+            if (a && b && linkRefusal(a, b).isEmpty()) {
+                EXPECT_TRUE(linkPins(a, b, mode));
                 return;
             }
         }
@@ -148,17 +152,17 @@ private:
     void unlink()
     {
         const BrickLink link = anyLink();
-        EXPECT_EQ(m_edit.disconnect(link.output, link.input), !link.isNull());
+        EXPECT_EQ(unlinkPins(link.output, link.input), !link.isNull());
     }
     void disconnectAll()
     {
         if (DzBrickParam* param = anyParam())
-            m_edit.disconnectAll(param);
+            unlinkAll(param);
     }
     void moveLink()
     {
         for (int tries = 0; tries < 20; ++tries)
-            if (m_edit.moveLink(anyLink(), anyParam()))
+            if (::moveLink(anyLink(), anyParam()))
                 return;
     }
     void insertOnLink()
@@ -173,14 +177,14 @@ private:
     {
         QString error;
         if (DzProperty* property = anyProperty())
-            m_edit.setPropertyText(property, anyValueText(), &error);
+            PropertyGroup({ property }).setText(anyValueText(), &error);
     }
     void cutLinks()
     {
         QVector<BrickLink> links = m_edit.getLinks();
         std::shuffle(links.begin(), links.end(), m_random);
         links.resize(qMin(links.size(), below(4)));
-        m_edit.cutLinks(links);
+        ::cutLinks(links);
     }
     void addOnLink()
     {
@@ -279,8 +283,8 @@ private:
             if (DzProperty* count = brick->findProperty(QStringLiteral("count")))
                 counts.append(count);
         if (!counts.isEmpty())
-            m_edit.setPropertyText(
-                counts.at(below(size_t(counts.size()))), QString::number(below(6)), &error);
+            PropertyGroup({ counts.at(below(size_t(counts.size()))) })
+                .setText(QString::number(below(6)), &error);
     }
     void addCustom()
     {
@@ -289,8 +293,9 @@ private:
             return;
         const int type = 1008 + below(11);
         const QString name = anyText();
-        m_edit.changeBrick(brick, QStringLiteral("Add Input"),
-            [=] { brick->addCustomInput(type, name, name, DzBrickParam::InputDirection); });
+        DzBrickStateHold hold(brick);
+        brick->addCustomInput(type, name, name, DzBrickParam::InputDirection);
+        hold.accept(QStringLiteral("Add Input"));
     }
     void removeCustom()
     {
@@ -300,8 +305,9 @@ private:
             if (!brick || brick->getNumCustomParams() == 0 || !oneIn(3))
                 continue;
             const int index = below(size_t(brick->getNumCustomParams()));
-            m_edit.changeBrick(brick, QStringLiteral("Remove Input"),
-                [=] { brick->removeCustomParam(brick->getCustomParam(index)); });
+            DzBrickStateHold hold(brick);
+            brick->removeCustomParam(brick->getCustomParam(index));
+            hold.accept(QStringLiteral("Remove Input"));
             return;
         }
     }
@@ -309,10 +315,10 @@ private:
     {
         QString error;
         if (oneIn(3) || m_clipboard.isEmpty())
-            m_clipboard = m_edit.copy(someBricks());
-        m_edit.paste(m_clipboard, anyPlace(), &error);
+            m_clipboard = copyBricks(m_edit, someBricks());
+        pasteBricks(&m_edit, m_clipboard, anyPlace(), &error);
     }
-    void duplicate() { m_edit.duplicate(someBricks(), QPointF(30, 30)); }
+    void duplicate() { duplicateBricks(&m_edit, someBricks(), QPointF(30, 30)); }
     void removeBricks()
     {
         if (DzShaderBrick* brick = anyBrick())
@@ -327,7 +333,7 @@ private:
             moves.append(NetworkEdit::Move { brick, anyPlace() });
         m_edit.moveBricks(moves);
     }
-    void align() { m_edit.align(someBricks(), static_cast<NetworkEdit::Alignment>(below(8))); }
+    void align() { alignBricks(&m_edit, someBricks(), static_cast<Alignment>(below(8))); }
     void arrange() { m_edit.arrange(oneIn(2) ? someBricks() : QVector<DzShaderBrick*>()); }
     void setTitle()
     {
@@ -340,8 +346,8 @@ private:
         if (DzShaderBrick* brick = anyBrick())
             m_edit.setWidth(brick, below(500));
     }
-    void frame() { m_edit.frameBricks(someBricks(), anyText()); }
-    void unframe() { m_edit.removeFromFrames(someBricks()); }
+    void frame() { frameBricks(&m_edit, someBricks(), anyText()); }
+    void unframe() { removeFromFrames(&m_edit, someBricks()); }
     void undoSome()
     {
         for (int i = below(4); i > 0; --i)
@@ -359,9 +365,9 @@ private:
     }
     void setFrameTitle()
     {
-        const QVector<BrickFrame> frames = m_edit.getFrames();
+        const QVector<BrickFrame> frames = framesOf(m_edit);
         if (!frames.isEmpty())
-            m_edit.setFrameTitle(frames.at(below(size_t(frames.size()))).number, anyText());
+            ::setFrameTitle(&m_edit, frames.at(below(size_t(frames.size()))).number, anyText());
     }
 
     VireoBrickUser* m_user;

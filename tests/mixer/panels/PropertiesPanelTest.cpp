@@ -348,7 +348,7 @@ TEST_F(PropertiesPanelTest, whatFeedsAValueIsShownAndOneClickAway)
 {
     DzShaderBrick* matte = add("VireoMatMatteBrick");
     DzShaderBrick* checks = add("VireoTexFltCheckerboardBrick");
-    ASSERT_TRUE(document()->getEdit()->connect(param(checks, "result"), param(matte, "sigma")));
+    ASSERT_TRUE(linkPins(param(checks, "result"), param(matte, "sigma")));
     select({ matte });
     QToolButton* source = nullptr;
     for (QToolButton* button : row("Sigma")->findChildren<QToolButton*>())

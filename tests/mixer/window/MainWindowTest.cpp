@@ -480,7 +480,7 @@ TEST_F(WindowTest, aLongTextFollowsToo)
         return holds(code->getText());
     };
     ASSERT_TRUE(waitFor([](const QString& text) { return text.size() > 100000; }));
-    document()->getEdit()->disconnectAll(param(mixes.first(), "tex1"));
+    unlinkAll(param(mixes.first(), "tex1"));
     EXPECT_TRUE(waitFor([](const QString& text) { return text.size() < 100000; }));
     run("undo");
     EXPECT_TRUE(waitFor([](const QString& text) { return text.size() > 100000; }));
