@@ -41,6 +41,8 @@ ROOMS = {
     "plugin/actions": 23,
     "plugin/material": 23,
     "plugin/entry": 24,
+    "lux/text": 30,
+    "lux/check": 31,
     "cli": 40,
     "mixer/base": 40,
     "mixer/model": 40,
@@ -50,7 +52,7 @@ ROOMS = {
     "mixer": 43,
 }
 
-RANKED_FOLDERS = ("host/", "plugin/", "cli/", "mixer/")
+RANKED_FOLDERS = ("host/", "plugin/", "lux/", "cli/", "mixer/")
 HOST_INCLUDE = "host/include/"
 # Below every room: public headers that stand on nothing of the host.
 LOWEST = 0
