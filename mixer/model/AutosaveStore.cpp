@@ -136,7 +136,7 @@ bool AutosaveStore::openSession(QString* error)
     }
     if (!m_own.lock) {
         if (error)
-            *error = message("cannot keep copies in %1: %2; name a folder that can be written in "
+            *error = message("cannot keep copies in %1: %2; name a folder that can be written to "
                              "VIREO_AUTOSAVE_DIR")
                          .arg(m_folder, QString::fromLocal8Bit(std::strerror(errno)));
         return false;

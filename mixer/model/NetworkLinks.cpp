@@ -66,7 +66,7 @@ QString linkRefusal(DzBrickParam* a, DzBrickParam* b)
         return QString();
     if (source->getBrickUser() && target->getBrickUser()
         && source->getBrickUser() != target->getBrickUser())
-        return tr("The bricks stand in different networks.");
+        return tr("The bricks are in different networks.");
     if (qobject_cast<const DzUnknownBrick*>(source) || qobject_cast<const DzUnknownBrick*>(target))
         return tr("A brick of an unknown class takes no new wires.");
     if (!target->canBeFedBy(source))

@@ -83,7 +83,7 @@ BrickyardPanel::BrickyardPanel(QWidget* parent)
     : QWidget(parent)
     , m_search(new QLineEdit)
     , m_tree(new BrickTree)
-    , m_nothing(new QLabel(tr("No brick has these words.")))
+    , m_nothing(new QLabel(tr("No brick matches these words.")))
 {
     m_search->setPlaceholderText(tr("Search bricks"));
     m_search->setAccessibleName(tr("Search bricks"));

@@ -86,7 +86,7 @@ NetworkTextPanel::NetworkTextPanel(QWidget* parent)
     connect(copy, &QAction::triggered, this, &NetworkTextPanel::copyText);
     connect(save, &QAction::triggered, this, &NetworkTextPanel::saveText);
     m_placeholders->setToolTip(
-        tr("Write placeholders for values that are not locked, as surfaces take them"));
+        tr("Write placeholders for values that are not locked, as surfaces get them"));
 
     m_mapFiles->setObjectName(QStringLiteral("mapFiles"));
     m_mapFiles->setToolTip(
@@ -271,10 +271,10 @@ void NetworkTextPanel::showNote()
     if (!maps.isEmpty()) {
         const QString shown = QStringList(maps.mid(0, mostNamedMaps)).join(QStringLiteral("; "));
         note = maps.size() > mostNamedMaps
-            ? tr("Values stand where these have images: %1; and %2 more.")
+            ? tr("Values are written where these have images: %1; and %2 more.")
                   .arg(shown)
                   .arg(maps.size() - mostNamedMaps)
-            : tr("Values stand where these have images: %1.").arg(shown);
+            : tr("Values are written where these have images: %1.").arg(shown);
         if (!isMapFiles())
             note += QLatin1Char(' ') + tr("“Image files” writes those of image textures.");
     }

@@ -151,7 +151,7 @@ void PropertyRow::refresh(const QString& folder)
     m_mapButton->setVisible(m_group.isMappable());
     m_mapButton->setEnabled(!locked);
     m_mapButton->setToolTip(mapped ? tr("Clear the map of %1").arg(m_group.getLabel())
-                                   : tr("Set an image as map of %1").arg(m_group.getLabel()));
+                                   : tr("Set an image as the map of %1").arg(m_group.getLabel()));
     m_resetButton->setVisible(!m_group.isDefault());
     m_resetButton->setEnabled(!locked);
     m_lockButton->setChecked(locked);

@@ -62,7 +62,7 @@ MixerDocument* DocumentController::show(const std::shared_ptr<MixerDocument>& do
 {
     m_tabs->open(document)->setFocus();
     Messages::showWarnings(m_window,
-        tr("%1 holds what is not understood. It is kept, and saved again:")
+        tr("Parts of %1 are not understood. They are kept, and saved again:")
             .arg(document->getTitle()),
         document->getWarnings());
     return document.get();

@@ -42,7 +42,7 @@ RestoreDialog::RestoreDialog(const QVector<RestorableNetwork>& networks, QWidget
     restore->setObjectName(QStringLiteral("restore"));
     later->setObjectName(QStringLiteral("later"));
     discard->setObjectName(QStringLiteral("discard"));
-    later->setToolTip(tr("Ask again when the program starts next"));
+    later->setToolTip(tr("Ask again when the program starts the next time"));
     discard->setToolTip(tr("Delete the marked networks"));
     connect(restore, &QPushButton::clicked, this, [this] { choose(Restore); });
     connect(later, &QPushButton::clicked, this, [this] { choose(Later); });

@@ -164,7 +164,7 @@ bool SceneController::apply(MixerDocument* document)
 {
     const int count = selectedSurfaces().size();
     if (!document || count == 0) {
-        emit message(tr("Select surfaces in the panel \"Surfaces\" first."));
+        emit message(tr("Select surfaces in the Surfaces panel first."));
         return false;
     }
     commitPendingEdits();

@@ -158,7 +158,7 @@ bool dzWriteFile(const QString& path, const QByteArray& data, QString* error)
             text("name a file"), error);
     if (info.isSymLink() && !isSystemPath(target))
         return failWriting(
-            path, text("its links go in a circle"), text("choose another place"), error);
+            path, text("its links form a loop"), text("choose another place"), error);
     if (isSystemPath(target) || (info.exists() && !info.isFile()))
         return writeDirectly(path, data, error);
     return replaceFile(path, target, data, error);

@@ -58,7 +58,7 @@ const char* jsonTextBegin(const QByteArray& text, QString* error)
     const char* zero = std::find(begin, end, '\0');
     if (zero != end) {
         *error = jsonPlaceText(begin, zero)
-            + QStringLiteral(": this is not JSON: a zero byte stands in the text");
+            + QStringLiteral(": this is not JSON: there is a zero byte in the text");
         return nullptr;
     }
     return begin;

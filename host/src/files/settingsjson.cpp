@@ -271,7 +271,7 @@ private:
     bool failForKey(const QString& key, const char* keyEnd)
     {
         return fail(startOfToken(m_text, keyEnd),
-            QStringLiteral("a key stands twice: %1").arg(quoted(key)));
+            QStringLiteral("a key appears twice: %1").arg(quoted(key)));
     }
     OpenContainer& top() { return m_containers[m_depth - 1]; }
     bool countValue()

@@ -293,7 +293,7 @@ bool DzNetworkReader::readConnection(const SettingsTree& link, QString* reason, 
         return false;
     }
     if (input->isConnectedTo(output)) {
-        *reason = text("%1 stands twice; it is made once").arg(what());
+        *reason = text("%1 appears twice; it is made once").arg(what());
         *isKept = false;
         return false;
     }

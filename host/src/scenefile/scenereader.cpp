@@ -148,7 +148,7 @@ DzSceneMaker::Library DzSceneMaker::readLibrary(const char* key)
         if (id.isEmpty())
             warn(entry, text("an entry has no id; nothing can refer to it"));
         else if (library.contains(id))
-            warn(entry, text("the id \"%1\" stands twice; the first entry is used").arg(id));
+            warn(entry, text("the id \"%1\" appears twice; the first entry is used").arg(id));
         else
             library.insert(id, entry);
     }
@@ -195,7 +195,7 @@ void DzSceneMaker::makeNode(Value value)
     m_nodes.push_back(
         { node, id, isLocalReference(parent) ? referencedId(parent) : QString(), value });
     if (m_nodeIds.contains(id))
-        warn(value, text("the id \"%1\" stands twice; the first node is meant by it").arg(id));
+        warn(value, text("the id \"%1\" appears twice; the first node is used").arg(id));
     else
         m_nodeIds.insert(id, nodeIndex);
     readData(node, definition);
@@ -232,8 +232,7 @@ void DzSceneMaker::cutCircles(std::vector<int>* parents)
             if (parent >= 0 && walkOf[static_cast<std::size_t>(parent)] == first) {
                 const NodeEntry& entry = m_nodes[static_cast<std::size_t>(node)];
                 warn(entry.value,
-                    text("the parents of \"%1\" go in a circle; the node stands alone")
-                        .arg(entry.id));
+                    text("the parents of \"%1\" form a loop; the node stands alone").arg(entry.id));
                 parent = -1;
             }
             node = parent;
@@ -267,7 +266,7 @@ void DzSceneMaker::makeShape(Value geometry, int nodeIndex)
         node->setObject(new DzObject(node->getName()));
     node->getObject()->addShape(shape);
     if (m_shapeIds.contains(id))
-        warn(geometry, text("the id \"%1\" stands twice; the first mesh is meant by it").arg(id));
+        warn(geometry, text("the id \"%1\" appears twice; the first mesh is used").arg(id));
     else
         m_shapeIds.insert(id, static_cast<int>(m_shapes.size()));
     m_shapes.push_back({ shape, nodeIndex });
@@ -571,7 +570,7 @@ void DzSceneMaker::collect(
     if (place == none)
         place = entry;
     else
-        warn(entry, text("the property \"%1\" stands twice; the first entry is used").arg(id));
+        warn(entry, text("the property \"%1\" appears twice; the first entry is used").arg(id));
 }
 
 void DzSceneMaker::addProperties(SurfaceRecord* surface)

@@ -235,8 +235,8 @@ TEST_F(FileWriter, linksInACircleAreRefused)
 {
     ASSERT_EQ(symlink("b", native("a").constData()), 0);
     ASSERT_EQ(symlink("a", native("b").constData()), 0);
-    EXPECT_EQ(writeError(path("a")),
-        "cannot write DIR/a: its links go in a circle; choose another place");
+    EXPECT_EQ(
+        writeError(path("a")), "cannot write DIR/a: its links form a loop; choose another place");
     EXPECT_EQ(names(), QStringList({ "a", "b" }));
 }
 

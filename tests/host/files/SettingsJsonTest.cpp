@@ -233,17 +233,17 @@ TEST(SettingsJson, aFailureLeavesTheSettingsAsTheyWere)
 TEST(SettingsJson, aKeyThatStandsTwiceIsRefusedWithItsPlace)
 {
     EXPECT_EQ(errorOf("{\n  \"Kd\": 1,\n  \"Ks\": 2,\n    \"Kd\": 3\n}"),
-        "line 4, column 5: a key stands twice: \"Kd\"");
+        "line 4, column 5: a key appears twice: \"Kd\"");
     EXPECT_EQ(errorOf("{\"a\":{\"type\":\"settings\",\"value\":{\"x\":1,\"x\":1}}}"),
-        "line 1, column 40: a key stands twice: \"x\"");
+        "line 1, column 40: a key appears twice: \"x\"");
 }
 
 TEST(SettingsJson, aKeyThatStandsTwiceIsRefusedInValuesThatAreOnlyKept)
 {
     EXPECT_EQ(errorOf("{\"v\":[{\"x\":1,\"\\u0078\":1}]}"),
-        "line 1, column 14: a key stands twice: \"x\"");
+        "line 1, column 14: a key appears twice: \"x\"");
     EXPECT_EQ(errorOf("{\"v\":{\"type\":1,\"type\":2}}"),
-        "line 1, column 16: a key stands twice: \"type\"");
+        "line 1, column 16: a key appears twice: \"type\"");
 }
 
 TEST(SettingsJson, aKeyThatStandsTwiceAmongManyIsRefused)
@@ -251,11 +251,12 @@ TEST(SettingsJson, aKeyThatStandsTwiceAmongManyIsRefused)
     QByteArray text = "{";
     for (int i = 0; i < 100; ++i)
         text += "\n\"key" + QByteArray::number(i) + "\": 0,";
-    EXPECT_EQ(errorOf(text + "\n\"key0\": 0}"), "line 102, column 1: a key stands twice: \"key0\"");
     EXPECT_EQ(
-        errorOf(text + "\n\"key99\": 0}"), "line 102, column 1: a key stands twice: \"key99\"");
+        errorOf(text + "\n\"key0\": 0}"), "line 102, column 1: a key appears twice: \"key0\"");
     EXPECT_EQ(
-        errorOf(text + "\n\"x\": 0, \"x\": 0}"), "line 102, column 9: a key stands twice: \"x\"");
+        errorOf(text + "\n\"key99\": 0}"), "line 102, column 1: a key appears twice: \"key99\"");
+    EXPECT_EQ(
+        errorOf(text + "\n\"x\": 0, \"x\": 0}"), "line 102, column 9: a key appears twice: \"x\"");
 }
 
 TEST(SettingsJson, equalKeysOfDifferentObjectsAreAllowed)
@@ -274,10 +275,10 @@ TEST(SettingsJson, columnsCountCharactersNotBytes)
 TEST(SettingsJson, anErrorQuotesAKeyOnOneLine)
 {
     EXPECT_EQ(errorOf("{\"\\n\xc3\xa4\\\"\":1,\"\\n\xc3\xa4\\\"\":1}"),
-        "line 1, column 12: a key stands twice: \"\\nä\\\"\"");
+        "line 1, column 12: a key appears twice: \"\\nä\\\"\"");
     const QByteArray longKey(5000, 'k');
     EXPECT_EQ(errorOf("{\"" + longKey + "\":1,\n\"" + longKey + "\":1}"),
-        "line 2, column 1: a key stands twice: \"" + std::string(60, 'k') + "...\"");
+        "line 2, column 1: a key appears twice: \"" + std::string(60, 'k') + "...\"");
 }
 
 TEST(SettingsJson, aTextThatEndsTooEarlyIsRefusedAtItsEnd)
@@ -330,9 +331,9 @@ TEST(SettingsJson, invalidUtf8IsRefusedWithItsPlace)
 TEST(SettingsJson, aZeroByteDoesNotCutTheText)
 {
     EXPECT_EQ(errorOf(QByteArray("{\"a\":1}\0{", 9)),
-        "line 1, column 8: this is not JSON: a zero byte stands in the text");
+        "line 1, column 8: this is not JSON: there is a zero byte in the text");
     EXPECT_EQ(errorOf(QByteArray("{}\n\0", 4)),
-        "line 2, column 1: this is not JSON: a zero byte stands in the text");
+        "line 2, column 1: this is not JSON: there is a zero byte in the text");
 }
 
 TEST(SettingsJson, anEmptyTextIsRefused)

@@ -1274,7 +1274,7 @@ TEST(SceneFile, parentsThatGoInACircleAreCut)
     Opened opened(text);
     ASSERT_EQ(opened.scene.getNumNodes(), 8);
     EXPECT_EQ(opened.file.getWarnings().size(), 3);
-    EXPECT_TRUE(opened.warnings().contains(QLatin1String("go in a circle")));
+    EXPECT_TRUE(opened.warnings().contains(QLatin1String("form a loop")));
     EXPECT_EQ(opened.scene.findNode(QStringLiteral("d"))->getNodeParent(),
         opened.scene.findNode(QStringLiteral("c")));
     EXPECT_EQ(opened.scene.findNode(QStringLiteral("g"))->getNodeParent()->getName(),

@@ -203,7 +203,7 @@ TEST_F(Edit, refusalsNameTheReason)
     VireoBrickUser otherUser;
     DzShaderBrick* far = addBrick(otherUser, "VireoTexClrMixBrick");
     EXPECT_EQ(refusal(output(far), param(matte, "Kd")),
-        QStringLiteral("The bricks stand in different networks."));
+        QStringLiteral("The bricks are in different networks."));
 }
 
 TEST_F(Edit, connectReplacesOrAdds)
