@@ -44,8 +44,9 @@ public:
 
     Q_INVOKABLE void log(const QString& message) { tell(LogMessage, message); }
     Q_INVOKABLE void debug(const QString& message) { tell(DebugMessage, message); }
-    Q_INVOKABLE void warning(const QString& message) { tell(WarningMessage, message); }
-    /// Receives all messages from now on. Without one, warnings go to standard error.
+    Q_INVOKABLE void warning(const QString& message);
+    /// Receives all messages from now on but for warnings that a reader or writer gathers. Without
+    /// one, warnings go to standard error.
     void setMessageHandler(const MessageHandler& handler) { m_handler = handler; }
     MessageHandler getMessageHandler() const { return m_handler; }
 

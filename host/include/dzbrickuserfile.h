@@ -3,6 +3,7 @@
 #pragma once
 
 #include "dzsettings.h"
+#include "dzwarning.h"
 
 #include <QByteArray>
 #include <QList>
@@ -26,7 +27,7 @@ public:
 
     /// Reads `path` into `user`, replacing its network. On failure false: `user` is unchanged and
     /// getError() says file, place, cause and what to do. Things that were kept without being
-    /// understood are listed in getWarnings().
+    /// understood are warnings.
     bool load(const QString& path, IDzBrickUser* user);
     bool loadText(const QByteArray& text, const QString& name, IDzBrickUser* user);
 
@@ -39,7 +40,10 @@ public:
     QByteArray saveText(const IDzBrickUser* user, const QList<uint>& ids) const;
 
     QString getError() const { return m_error; }
-    QStringList getWarnings() const { return m_warnings; }
+    /// The warnings of the last loading.
+    const DzWarningList& getWarningList() const { return m_warnings; }
+    /// The same, a line each.
+    QStringList getWarnings() const { return m_warnings.toLines(); }
 
 private:
     bool fail(const QString& error);
@@ -47,5 +51,5 @@ private:
     /// Unknown members of the file, in place.
     DzSettings m_kept;
     QString m_error;
-    QStringList m_warnings;
+    DzWarningList m_warnings;
 };

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "dzwarning.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -39,7 +41,12 @@ public:
 
     /// What went wrong, in one line: file, place, cause, what to do.
     QString getError() const;
-    /// What was left out or put right while reading and saving, a line each.
+    /// What was left out or put right while reading. Places are in the document; the file's name
+    /// is not said.
+    const DzWarningList& getReadWarnings() const;
+    /// What the last saving could not write.
+    const DzWarningList& getSaveWarnings() const;
+    /// Both, a line each.
     QStringList getWarnings() const;
     /// True when the file that was read was compressed.
     bool isCompressed() const;

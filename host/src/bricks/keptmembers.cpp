@@ -3,9 +3,9 @@
 
 #include "keptmembers.h"
 
-#include "dzapp.h"
 #include "dzbrickparam.h"
 #include "dzproperty.h"
+#include "dzwarning.h"
 
 #include <QSet>
 
@@ -84,8 +84,8 @@ std::unique_ptr<SettingsTree> DzKeptMembers::rememberTrees(const SettingsTree& r
         QString otherKey = key + QStringLiteral(" (not read)");
         while (read.hasKey(otherKey))
             otherKey += QLatin1Char('\'');
-        dzApp->warning(DzProperty::tr("%1: \"%2\" is not a settings tree; it is kept as \"%3\"")
-                           .arg(place, key, otherKey));
+        dzWarn({ place, DzProperty::tr("\"%1\" is not a settings tree").arg(key),
+            DzProperty::tr("it is kept as \"%1\"").arg(otherKey) });
         if (!kept)
             kept = layoutOf(read, understood);
         read.copySetting(key, kept.get(), otherKey);
@@ -130,9 +130,8 @@ void DzKeptMembers::readProperty(
     // Last, so that limits from the same file hold for it.
     if (members.hasKey(value) && !property->readAttribute(members, value)) {
         unusable.insert(value);
-        dzApp->warning(DzProperty::tr("%1: \"Value\" is not a value of this property; "
-                                      "its default is used and the file's value is kept")
-                           .arg(place.text()));
+        dzWarn({ place.text(), DzProperty::tr("\"Value\" is not a value of this property"),
+            DzProperty::tr("its default is used and the file's value is kept") });
     }
     const bool isFullForm = members.hasKey(fullForm);
     if (unusable.isEmpty() && !isFullForm) {

@@ -11,6 +11,7 @@
 #include "dzscene.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
+#include "dzwarning.h"
 
 #include <QMetaType>
 #include <cstdio>
@@ -39,11 +40,14 @@ DzApp::DzApp()
     dzApp = this;
     dzUndoStack = m_undoStack.get();
     registerSignalTypes();
+    dzSetWarningReceiver(
+        [](const DzWarning& warning) { dzApp->tell(WarningMessage, warning.toLine()); });
 }
 
 DzApp::~DzApp()
 {
     emit closing();
+    dzSetWarningReceiver(nullptr);
     // Undo steps hold bricks and textures: they go while the managers are there.
     m_undoStack->clearAll();
     m_scene.reset();
@@ -67,6 +71,11 @@ QObject* DzApp::createInstance(const QString& className) const
     const int type = QMetaType::type(className.toLatin1() + '*');
     const QMetaObject* metaObject = QMetaType::metaObjectForType(type);
     return metaObject ? metaObject->newInstance() : nullptr;
+}
+
+void DzApp::warning(const QString& message)
+{
+    dzWarn({ QString(), message, QString() });
 }
 
 void DzApp::tell(MessageType type, const QString& message)

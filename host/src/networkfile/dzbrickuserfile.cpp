@@ -3,7 +3,6 @@
 
 #include "dzbrickuserfile.h"
 
-#include "dzapp.h"
 #include "dzdefaultbrickuser.h"
 #include "dzelement.h"
 #include "dzfilewriter.h"
@@ -38,29 +37,6 @@ QString text(const char* source)
 {
     return QCoreApplication::translate("DzBrickUserFile", source);
 }
-
-/// Gathers the application's warnings instead of telling them.
-class WarningCollector
-{
-public:
-    explicit WarningCollector(QStringList* warnings)
-        : m_before(dzApp->getMessageHandler())
-    {
-        dzApp->setMessageHandler([=](DzApp::MessageType type, const QString& message) {
-            if (type == DzApp::WarningMessage)
-                warnings->append(message);
-            else if (m_before)
-                m_before(type, message);
-        });
-    }
-    ~WarningCollector() { dzApp->setMessageHandler(m_before); }
-
-private:
-    WarningCollector(const WarningCollector&) = delete;
-    WarningCollector& operator=(const WarningCollector&) = delete;
-
-    DzApp::MessageHandler m_before;
-};
 
 /// What keeps `root` from being a network file of this kind; empty when nothing does.
 QString findFault(const DzSettings& root, const QString& format)
@@ -111,7 +87,7 @@ bool DzBrickUserFile::loadText(const QByteArray& data, const QString& name, IDzB
     if (!fault.isEmpty())
         return fail(text("cannot read %1: %2").arg(name, fault));
 
-    WarningCollector collector(&m_warnings);
+    const DzWarningScope scope(&m_warnings);
     const auto understood = [](const QString& key) {
         return key == formatKey() || key == versionKey() || key == setupKey();
     };

@@ -7,6 +7,7 @@
 #include "dzapp.h"
 #include "dzbrickparam.h"
 #include "dzunknownbrick.h"
+#include "dzwarning.h"
 #include "keptmembers.h"
 #include "networkkeys.h"
 #include "settingstree.h"
@@ -48,11 +49,6 @@ DzNetworkReader::DzNetworkReader(DzDefaultBrickUser& user)
 {
 }
 
-void DzNetworkReader::warn(const QString& place, const QString& message) const
-{
-    dzApp->warning(QStringLiteral("%1: %2").arg(place, message));
-}
-
 void DzNetworkReader::read(const SettingsTree& setup)
 {
     m_user.m_kept.reset();
@@ -64,7 +60,7 @@ void DzNetworkReader::read(const SettingsTree& setup)
     };
     for (int i = 0; i < setup.getNumValues(); ++i)
         if (isText(setup.getKey(i)) && setup.getValueType(i) != DzSettings::StringValue)
-            warn(setup.getKey(i), text("this is not text; another one is used"));
+            dzWarn({ setup.getKey(i), text("this is not text"), text("another one is used") });
     keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::setup,
         DzKeptMembers::rememberTrees(
             setup, [&](const QString& key) { return isTree(key) || isText(key); }, isTree,
@@ -76,8 +72,8 @@ void DzNetworkReader::read(const SettingsTree& setup)
     if (!identifier.isNull())
         m_user.setIdentifier(identifier);
     else if (!identifierText.isEmpty())
-        warn(NetworkKeys::identifier(),
-            text("\"%1\" is not an identifier; the network gets another").arg(identifierText));
+        dzWarn({ NetworkKeys::identifier(), text("\"%1\" is not an identifier").arg(identifierText),
+            text("the network gets another") });
     const SettingsTree* connections = setup.getSettingsValue(NetworkKeys::connections());
     if (connections)
         keepNumbersIn(*connections);
@@ -98,7 +94,7 @@ void DzNetworkReader::readBricks(const SettingsTree& bricks)
         const QString name = bricks.getKey(i);
         const SettingsTree* stored = bricks.getSettingsValueAt(i);
         if (!isBrick(stored)) {
-            warn(name, text("this is not a brick; it is kept as it is"));
+            dzWarn({ name, text("this is not a brick"), text("it is kept as it is") });
             keepNumber(name);
             continue;
         }
@@ -131,10 +127,8 @@ DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const SettingsTre
     auto* brick = qobject_cast<DzShaderBrick*>(object);
     if (!brick || !m_user.canUseBrick(brick)) {
         delete object;
-        warn(name,
-            text("no brick of class \"%1\" can be used here; its data and links are kept, and it "
-                 "writes no text")
-                .arg(className));
+        dzWarn({ name, text("no brick of class \"%1\" can be used here").arg(className),
+            text("its data and links are kept, and it writes no text") });
         return new DzUnknownBrick(*stored.facade());
     }
     const auto isTree = [](const QString& key) {
@@ -189,7 +183,8 @@ QVector<DzBrickParam*> DzNetworkReader::readParameters(
             found.append(param);
         const FilePlace place { name, key, QString() };
         if (!param || !members) {
-            warn(place.text(), text("this brick has no such parameter; its data is kept"));
+            dzWarn({ place.text(), text("this brick has no such parameter"),
+                text("its data is kept") });
             continue;
         }
         DzKeptMembers::readParameter(param, *members, place);
@@ -249,17 +244,17 @@ void DzNetworkReader::readConnections(const SettingsTree& connections)
         const QString key = connections.getKey(i);
         const SettingsTree* link = connections.getSettingsValueAt(i);
         if (!link) {
-            warn(key, text("this is not a link; it is kept as it is"));
+            dzWarn({ key, text("this is not a link"), text("it is kept as it is") });
             continue;
         }
-        QString reason;
+        DzWarning warning { key, QString(), QString() };
         bool isKept = true;
-        if (readConnection(*link, &reason, &isKept)) {
+        if (readConnection(*link, &warning, &isKept)) {
             if (link->getNumValues() > 4)
                 treesOf(m_user.m_kept).linkEntries.insert(NetworkKeys::linkName(*link), *link);
             continue;
         }
-        warn(key, reason);
+        dzWarn(warning);
         if (isKept)
             keepLink(key, *link);
     }
@@ -268,7 +263,7 @@ void DzNetworkReader::readConnections(const SettingsTree& connections)
             [&](const QString& key) { return connections.getSettingsValue(key) != nullptr; }));
 }
 
-bool DzNetworkReader::readConnection(const SettingsTree& link, QString* reason, bool* isKept)
+bool DzNetworkReader::readConnection(const SettingsTree& link, DzWarning* warning, bool* isKept)
 {
     const QString inputBrick = link.getStringValue(NetworkKeys::sourceBrick());
     const QString inputKey = link.getStringValue(NetworkKeys::sourceParam());
@@ -280,29 +275,27 @@ bool DzNetworkReader::readConnection(const SettingsTree& link, QString* reason, 
     };
     DzBrickParam* input = findParam(inputBrick, inputKey, false);
     DzBrickParam* output = findParam(outputBrick, outputKey, true);
-    if (!input || !output) {
-        *reason
-            = text("%1 leads to a brick or parameter that is not there; it is kept").arg(what());
+    const auto refuse = [&](const char* cause, const char* remedy) {
+        warning->text = text(cause).arg(what());
+        warning->remedy = text(remedy);
         return false;
-    }
+    };
+    if (!input || !output)
+        return refuse("%1 leads to a brick or parameter that is not there", "it is kept");
     const DzShaderBrick* to = input->getTopBrickOwner();
     const DzShaderBrick* from = output->getTopBrickOwner();
     if (!to->canBeFedBy(from)) {
-        *reason = text("%1 would close a loop; it is dropped").arg(what());
         *isKept = false;
-        return false;
+        return refuse("%1 would close a loop", "it is dropped");
     }
     if (input->isConnectedTo(output)) {
-        *reason = text("%1 appears twice; it is made once").arg(what());
         *isKept = false;
-        return false;
+        return refuse("%1 appears twice", "it is made once");
     }
     const bool isUnknown
         = qobject_cast<const DzUnknownBrick*>(to) || qobject_cast<const DzUnknownBrick*>(from);
-    if (!isUnknown && !input->canConnect(output)) {
-        *reason = text("%1 joins what cannot be joined; it is kept but has no effect").arg(what());
-        return false;
-    }
+    if (!isUnknown && !input->canConnect(output))
+        return refuse("%1 joins what cannot be joined", "it is kept but has no effect");
     input->link(output);
     return true;
 }

@@ -12,6 +12,7 @@ class DzDefaultBrickUser;
 class SettingsTree;
 class DzShaderBrick;
 class DzUnknownBrick;
+struct DzWarning;
 
 /// Builds a brick user's network from a settings tree.
 class DzNetworkReader
@@ -32,15 +33,15 @@ private:
     void restoreOrder(DzShaderBrick* brick, const ParamKeys& keys, QVector<DzBrickParam*> order);
     void addMissingPlaces(DzShaderBrick* brick);
     void readConnections(const SettingsTree& connections);
-    /// Makes one link. When it cannot be made, says why, and whether its entry is to be kept.
-    bool readConnection(const SettingsTree& link, QString* reason, bool* isKept);
+    /// Makes one link. When it cannot be made, says why in the warning, and whether its entry is to
+    /// be kept.
+    bool readConnection(const SettingsTree& link, DzWarning* warning, bool* isKept);
     DzBrickParam* findParam(const QString& brickName, const QString& key, bool isOutput);
     void keepLink(const QString& key, const SettingsTree& link);
     /// Does what follows for all bricks that links name.
     void keepNumbersIn(const SettingsTree& connections);
     /// Sees to it that the number in a name that is kept is not given to another brick.
     void keepNumber(const QString& brickName);
-    void warn(const QString& place, const QString& message) const;
 
     DzDefaultBrickUser& m_user;
     QHash<QString, DzShaderBrick*> m_bricks;

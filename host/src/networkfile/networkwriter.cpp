@@ -9,6 +9,7 @@
 #include "dzproperty.h"
 #include "dzundostack.h"
 #include "dzunknownbrick.h"
+#include "dzwarning.h"
 #include "keptmembers.h"
 #include "networkkeys.h"
 #include "paramkeys.h"
@@ -32,24 +33,6 @@ bool hasSameParameters(const ParamKeys& keys, const ParamKeys& freshKeys)
             return false;
     return true;
 }
-
-/// Keeps the application from telling anybody anything for a scope.
-class SilentScope
-{
-public:
-    SilentScope()
-        : m_before(dzApp->getMessageHandler())
-    {
-        dzApp->setMessageHandler([](DzApp::MessageType, const QString&) {});
-    }
-    ~SilentScope() { dzApp->setMessageHandler(m_before); }
-
-private:
-    SilentScope(const SilentScope&) = delete;
-    SilentScope& operator=(const SilentScope&) = delete;
-
-    DzApp::MessageHandler m_before;
-};
 
 } // namespace
 
@@ -174,7 +157,8 @@ DzNetworkWriter::BrickPtr DzNetworkWriter::freshWithAttributes(const DzShaderBri
 {
     DzUndoStackLock lock;
     // What cannot be understood was told when it was read.
-    const SilentScope silence;
+    DzWarningList toldBefore;
+    const DzWarningScope scope(&toldBefore);
     BrickPtr fresh(
         qobject_cast<DzShaderBrick*>(dzApp->createInstance(brick->getStoredClassName())));
     DzSettings attributes;

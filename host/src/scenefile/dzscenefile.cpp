@@ -19,6 +19,9 @@
 
 namespace {
 
+/// Warnings that are kept word by word.
+const int mostWarnings = 40;
+
 const qint64 largestFile = INT_MAX - 4096; // what one text can hold
 
 QString text(const char* source)
@@ -51,8 +54,8 @@ public:
     SurfaceRecords surfaces;
     QPointer<DzScene> scene;
     QString error;
-    WarningList readWarnings;
-    WarningList writeWarnings;
+    DzWarningList readWarnings { mostWarnings };
+    DzWarningList writeWarnings { mostWarnings };
     bool isOpen = false;
     bool isConverted = false;
 };
@@ -125,7 +128,7 @@ bool DzSceneFile::Private::open(const QByteArray& document, DzScene* target)
         return fail(QString(),
             text("it is JSON, but no scene: it has neither asset_info nor scene"),
             text("choose a scene file"));
-    DzSceneMaker maker(next, name, &readWarnings);
+    DzSceneMaker maker(next, &readWarnings);
     if (!maker.make())
         return fail(QString(), maker.getError(), text("open a smaller scene"));
     index = std::move(next);
@@ -152,7 +155,7 @@ bool DzSceneFile::Private::save(const QString& path)
                     .arg(path);
         return false;
     }
-    const QByteArray document = DzSceneWriter(index, surfaces, name, &writeWarnings).write();
+    const QByteArray document = DzSceneWriter(index, surfaces, &writeWarnings).write();
     QByteArray data = document;
     if (!packed.isEmpty())
         data = document.constData() == index.text().constData() ? packed : gzip(document);
@@ -204,7 +207,7 @@ QByteArray DzSceneFile::saveText()
     d->writeWarnings.clear();
     if (!d->isOpen)
         return QByteArray();
-    return DzSceneWriter(d->index, d->surfaces, d->name, &d->writeWarnings).write();
+    return DzSceneWriter(d->index, d->surfaces, &d->writeWarnings).write();
 }
 
 QString DzSceneFile::getError() const
@@ -212,9 +215,19 @@ QString DzSceneFile::getError() const
     return d->error;
 }
 
+const DzWarningList& DzSceneFile::getReadWarnings() const
+{
+    return d->readWarnings;
+}
+
+const DzWarningList& DzSceneFile::getSaveWarnings() const
+{
+    return d->writeWarnings;
+}
+
 QStringList DzSceneFile::getWarnings() const
 {
-    return d->readWarnings.list() + d->writeWarnings.list();
+    return d->readWarnings.toLines() + d->writeWarnings.toLines();
 }
 
 bool DzSceneFile::isCompressed() const

@@ -48,7 +48,7 @@ public:
 class MaterialFiles : public tinyobj::MaterialReader
 {
 public:
-    MaterialFiles(const QString& path, WarningList* warnings)
+    MaterialFiles(const QString& path, DzWarningList* warnings)
         : m_path(path)
         , m_warnings(warnings)
     {
@@ -62,7 +62,7 @@ public:
         QByteArray data;
         QString error;
         if (!dzReadFile(file, largestMaterialFile, &data, &error)) {
-            m_warnings->add(error);
+            m_warnings->add({ QString(), error, QString() });
             return false;
         }
         ByteBuffer buffer(data);
@@ -83,7 +83,7 @@ public:
 
 private:
     QString m_path;
-    WarningList* m_warnings;
+    DzWarningList* m_warnings;
     std::vector<tinyobj::material_t> m_materials;
 };
 
@@ -560,7 +560,7 @@ private:
 } // namespace
 
 bool sceneFromObj(const QString& path, const QByteArray& obj, QByteArray* document,
-    WarningList* warnings, QString* error)
+    DzWarningList* warnings, QString* error)
 {
     MaterialFiles materials(path, warnings);
     MeshBuilder builder;
@@ -573,12 +573,12 @@ bool sceneFromObj(const QString& path, const QByteArray& obj, QByteArray* docume
         return false;
     }
     if (builder.numBadFaces > 0)
-        warnings->add(path
-            + text(": %1 faces have not three corners that are there; they are left out")
-                  .arg(builder.numBadFaces));
+        warnings->add({ QString(),
+            text("%1 faces have not three corners that are there").arg(builder.numBadFaces),
+            text("they are left out") });
     if (builder.numBadVertices > 0)
-        warnings->add(path
-            + text(": %1 vertices are not numbers; they are put at 0").arg(builder.numBadVertices));
+        warnings->add({ QString(), text("%1 vertices are not numbers").arg(builder.numBadVertices),
+            text("they are put at 0") });
     *document = ObjDocument(path, builder, materials).write();
     return true;
 }

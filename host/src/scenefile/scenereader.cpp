@@ -21,9 +21,6 @@ namespace {
 
 const JsonIndex::Value none = JsonIndex::none;
 
-/// Warnings that are kept word by word.
-const int mostWarnings = 40;
-
 /// Properties that a document of no size may have; each further one takes this many bytes of it.
 /// A definition that many surfaces share is read for each of them.
 const qint64 freeChannels = 1000000;
@@ -52,32 +49,6 @@ int toIndex(double number, int count)
 const char* const channelsItemType = "studio_material_channels";
 const char* const dataItemType = "studio/element_data/simple_data";
 
-void WarningList::add(const QString& warning)
-{
-    if (hasRoom())
-        m_warnings.append(warning);
-    else
-        ++m_omitted;
-}
-
-bool WarningList::hasRoom() const
-{
-    return m_warnings.size() < mostWarnings;
-}
-
-void WarningList::clear()
-{
-    m_warnings.clear();
-    m_omitted = 0;
-}
-
-QStringList WarningList::list() const
-{
-    if (m_omitted == 0)
-        return m_warnings;
-    return m_warnings + QStringList(text("and %1 more").arg(m_omitted));
-}
-
 JsonIndex::Value extraOf(const JsonIndex& index, JsonIndex::Value element)
 {
     const JsonIndex::Value extra = index.find(element, "extra");
@@ -100,9 +71,8 @@ bool readDataItem(const JsonIndex& index, JsonIndex::Value item, DzSettings* set
     return index.isObject(tree) && settingsFromJson(index.raw(tree), settings, nullptr);
 }
 
-DzSceneMaker::DzSceneMaker(const JsonIndex& index, const QString& name, WarningList* warnings)
+DzSceneMaker::DzSceneMaker(const JsonIndex& index, DzWarningList* warnings)
     : m_index(index)
-    , m_name(name)
     , m_warnings(warnings)
     , m_images(index)
 {
@@ -115,13 +85,10 @@ DzSceneMaker::~DzSceneMaker()
             delete entry.node;
 }
 
-void DzSceneMaker::warn(Value value, const QString& warning)
+void DzSceneMaker::warn(Value value, const QString& warning, const QString& remedy)
 {
-    if (m_warnings->hasRoom())
-        m_warnings->add(
-            m_name + QLatin1String(": ") + m_index.place(value) + QLatin1String(": ") + warning);
-    else
-        m_warnings->add(QString());
+    const QString place = m_warnings->hasRoom() ? m_index.place(value) : QString();
+    m_warnings->add({ place, warning, remedy });
 }
 
 bool DzSceneMaker::make()
@@ -146,9 +113,10 @@ DzSceneMaker::Library DzSceneMaker::readLibrary(const char* key)
          entry = m_index.nextSibling(entry, list)) {
         const QString id = m_index.string(m_index.find(entry, "id"));
         if (id.isEmpty())
-            warn(entry, text("an entry has no id; nothing can refer to it"));
+            warn(entry, text("an entry has no id"), text("nothing can refer to it"));
         else if (library.contains(id))
-            warn(entry, text("the id \"%1\" appears twice; the first entry is used").arg(id));
+            warn(entry, text("the id \"%1\" appears twice").arg(id),
+                text("the first entry is used"));
         else
             library.insert(id, entry);
     }
@@ -174,7 +142,7 @@ void DzSceneMaker::makeNodes()
         if (m_index.isObject(node))
             makeNode(node);
         else
-            warn(node, text("a node is not an object; it is left out"));
+            warn(node, text("a node is not an object"), text("it is left out"));
     }
 }
 
@@ -195,7 +163,7 @@ void DzSceneMaker::makeNode(Value value)
     m_nodes.push_back(
         { node, id, isLocalReference(parent) ? referencedId(parent) : QString(), value });
     if (m_nodeIds.contains(id))
-        warn(value, text("the id \"%1\" appears twice; the first node is used").arg(id));
+        warn(value, text("the id \"%1\" appears twice").arg(id), text("the first node is used"));
     else
         m_nodeIds.insert(id, nodeIndex);
     readData(node, definition);
@@ -209,9 +177,8 @@ void DzSceneMaker::linkNodes()
     for (const NodeEntry& entry : m_nodes) {
         const int parent = entry.parent.isEmpty() ? -1 : m_nodeIds.value(entry.parent, -1);
         if (parent < 0 && !entry.parent.isEmpty())
-            warn(entry.value,
-                text("the parent \"%1\" is not in the file; the node stands alone")
-                    .arg(entry.parent));
+            warn(entry.value, text("the parent \"%1\" is not in the file").arg(entry.parent),
+                text("the node stands alone"));
         parents.push_back(parent);
     }
     cutCircles(&parents);
@@ -231,8 +198,8 @@ void DzSceneMaker::cutCircles(std::vector<int>* parents)
             int& parent = (*parents)[static_cast<std::size_t>(node)];
             if (parent >= 0 && walkOf[static_cast<std::size_t>(parent)] == first) {
                 const NodeEntry& entry = m_nodes[static_cast<std::size_t>(node)];
-                warn(entry.value,
-                    text("the parents of \"%1\" form a loop; the node stands alone").arg(entry.id));
+                warn(entry.value, text("the parents of \"%1\" form a loop").arg(entry.id),
+                    text("the node stands alone"));
                 parent = -1;
             }
             node = parent;
@@ -266,7 +233,7 @@ void DzSceneMaker::makeShape(Value geometry, int nodeIndex)
         node->setObject(new DzObject(node->getName()));
     node->getObject()->addShape(shape);
     if (m_shapeIds.contains(id))
-        warn(geometry, text("the id \"%1\" appears twice; the first mesh is used").arg(id));
+        warn(geometry, text("the id \"%1\" appears twice").arg(id), text("the first mesh is used"));
     else
         m_shapeIds.insert(id, static_cast<int>(m_shapes.size()));
     m_shapes.push_back({ shape, nodeIndex });
@@ -316,7 +283,8 @@ void DzSceneMaker::readVertices(Value geometry, DzFacetMesh* mesh)
     }
     mesh->vertices.shrink_to_fit();
     if (numBad > 0)
-        warn(values, text("%1 vertices are not three numbers; they are put at 0").arg(numBad));
+        warn(values, text("%1 vertices are not three numbers").arg(numBad),
+            text("they are put at 0"));
 }
 
 void DzSceneMaker::readSurfaceNames(Value geometry, DzFacetMesh* mesh)
@@ -355,9 +323,8 @@ std::vector<int> DzSceneMaker::readFacets(Value geometry, DzFacetMesh* mesh)
     mesh->facets.shrink_to_fit();
     const int numBad = static_cast<int>(facetOf.size()) - mesh->getNumFacets();
     if (numBad > 0)
-        warn(values,
-            text("%1 faces have not three or four corners that are there; they are left out")
-                .arg(numBad));
+        warn(values, text("%1 faces have not three or four corners that are there").arg(numBad),
+            text("they are left out"));
     return facetOf;
 }
 
@@ -401,8 +368,8 @@ void DzSceneMaker::readUvs(Value uvSet, const std::vector<int>& facetOf, DzFacet
         numBad += isUsed ? 0 : 1;
     }
     if (numBad > 0)
-        warn(exceptions,
-            text("%1 entries name no corner or no coordinate; they are left out").arg(numBad));
+        warn(exceptions, text("%1 entries name no corner or no coordinate").arg(numBad),
+            text("they are left out"));
 }
 
 // Materials ---------------------------------------------------------------------------------
@@ -416,7 +383,7 @@ bool DzSceneMaker::makeMaterials()
         for (Value material = m_index.firstChild(materials); material != none;
              material = m_index.nextSibling(material, materials)) {
             if (!m_index.isObject(material))
-                warn(material, text("a surface is not an object; it is left out"));
+                warn(material, text("a surface is not an object"), text("it is left out"));
             else if (!makeMaterial(material))
                 return false;
         }
@@ -479,10 +446,8 @@ int DzSceneMaker::shapeFor(Value material)
     const auto place = m_shapeIds.constFind(id);
     const bool isThere = isLocalReference(reference) && place != m_shapeIds.constEnd();
     if (!isThere && !reference.isEmpty() && !m_shapeIds.contains(id))
-        warn(material,
-            text("the mesh \"%1\" of a surface is not in the file; the surface gets a node of its "
-                 "own")
-                .arg(id));
+        warn(material, text("the mesh \"%1\" of a surface is not in the file").arg(id),
+            text("the surface gets a node of its own"));
     const int shape = isThere ? place.value() : strayShape(id);
     const QString uvSet = m_index.string(m_index.find(material, "uv_set"));
     if (isThere && !uvSet.isEmpty() && !m_uvSetOfGeometry.contains(id))
@@ -547,7 +512,7 @@ void DzSceneMaker::collectListed(Value material, bool isInstance, SurfaceRecord*
          entry = m_index.nextSibling(entry, channels)) {
         const QString id = m_index.string(m_index.find(channelOf(m_index, entry), "id"));
         if (id.isEmpty())
-            warn(entry, text("a property has no id; it is left out"));
+            warn(entry, text("a property has no id"), text("it is left out"));
         else
             collect(entry, id, isInstance, false, surface);
     }
@@ -570,7 +535,8 @@ void DzSceneMaker::collect(
     if (place == none)
         place = entry;
     else
-        warn(entry, text("the property \"%1\" appears twice; the first entry is used").arg(id));
+        warn(entry, text("the property \"%1\" appears twice").arg(id),
+            text("the first entry is used"));
 }
 
 void DzSceneMaker::addProperties(SurfaceRecord* surface)
@@ -587,11 +553,11 @@ void DzSceneMaker::addProperties(SurfaceRecord* surface)
         record.name = property->getName();
         if (!problem.isEmpty())
             warn(place,
-                text("the property \"%1\" is not as its type says: %2; a default is shown")
-                    .arg(record.name, problem));
+                text("the property \"%1\" is not as its type says: %2").arg(record.name, problem),
+                text("a default is shown"));
         if (surface->material->addProperty(property.get()) != DZ_NO_ERROR) {
-            warn(
-                place, text("two properties are named \"%1\"; the first is used").arg(record.name));
+            warn(place, text("two properties are named \"%1\"").arg(record.name),
+                text("the first is used"));
             continue;
         }
         record.state = ChannelState::of(property.release());
@@ -610,7 +576,8 @@ void DzSceneMaker::readData(DzElement* element, Value value)
         const QString name = m_index.string(m_index.find(item, "name"));
         auto data = std::make_unique<DzSimpleElementData>(name, true);
         if (!readDataItem(m_index, item, data->getSettings())) {
-            warn(item, text("the data item \"%1\" cannot be read; it is kept as it is").arg(name));
+            warn(item, text("the data item \"%1\" cannot be read").arg(name),
+                text("it is kept as it is"));
             continue;
         }
         // The surface's own item counts before its definition's.

@@ -3,11 +3,11 @@
 #pragma once
 
 #include "dzfacetmesh.h"
+#include "dzwarning.h"
 #include "scenechannel.h"
 
 #include <QHash>
 #include <QPointer>
-#include <QStringList>
 #include <memory>
 #include <vector>
 
@@ -38,22 +38,6 @@ struct SurfaceRecord {
 
 typedef std::vector<SurfaceRecord> SurfaceRecords;
 
-/// A list of warnings that does not grow beyond what a person reads.
-class WarningList
-{
-public:
-    void add(const QString& warning);
-    void clear();
-    /// The warnings and, when there were more, how many.
-    QStringList list() const;
-    /// True when one more would be kept: its text may be expensive.
-    bool hasRoom() const;
-
-private:
-    QStringList m_warnings;
-    int m_omitted = 0;
-};
-
 /// The items of a material's, node's or definition's "extra"; `none` without.
 JsonIndex::Value extraOf(const JsonIndex& index, JsonIndex::Value element);
 /// The first item of this type in an element's "extra".
@@ -68,7 +52,7 @@ bool readDataItem(const JsonIndex& index, JsonIndex::Value item, DzSettings* set
 class DzSceneMaker
 {
 public:
-    DzSceneMaker(const JsonIndex& index, const QString& name, WarningList* warnings);
+    DzSceneMaker(const JsonIndex& index, DzWarningList* warnings);
     ~DzSceneMaker();
 
     /// Makes everything, apart from any scene. On failure false and getError().
@@ -93,7 +77,7 @@ private:
         int node;
     };
 
-    void warn(Value value, const QString& text);
+    void warn(Value value, const QString& text, const QString& remedy);
     Library readLibrary(const char* key);
     /// The entry that a reference into this document leads to; `none` when it leads elsewhere.
     Value definitionOf(const Library& library, Value referrer) const;
@@ -126,8 +110,7 @@ private:
     void readData(DzElement* element, Value value);
 
     const JsonIndex& m_index;
-    QString m_name;
-    WarningList* m_warnings;
+    DzWarningList* m_warnings;
     QString m_error;
     LayeredImages m_images;
     Library m_nodeLibrary;

@@ -78,11 +78,10 @@ JsonPiece channelsPiece(const std::vector<JsonPiece>& channels)
 
 } // namespace
 
-DzSceneWriter::DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfaces,
-    const QString& name, WarningList* warnings)
+DzSceneWriter::DzSceneWriter(
+    const JsonIndex& index, const SurfaceRecords& surfaces, DzWarningList* warnings)
     : m_index(index)
     , m_surfaces(surfaces)
-    , m_name(name)
     , m_warnings(warnings)
     , m_editor(index)
 {
@@ -90,11 +89,11 @@ DzSceneWriter::DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfa
         ++m_numUses[surface.definition];
 }
 
-void DzSceneWriter::warn(const SurfaceRecord& surface, const QString& warning)
+void DzSceneWriter::warn(
+    const SurfaceRecord& surface, const QString& warning, const QString& remedy)
 {
-    m_warnings->add(m_name + QLatin1String(": ")
-        + (m_warnings->hasRoom() ? m_index.place(surface.instance) : QString())
-        + QLatin1String(": ") + warning);
+    const QString place = m_warnings->hasRoom() ? m_index.place(surface.instance) : QString();
+    m_warnings->add({ place, warning, remedy });
 }
 
 bool DzSceneWriter::isEditable(const SurfaceRecord& surface) const
@@ -116,7 +115,8 @@ QByteArray DzSceneWriter::write()
 void DzSceneWriter::writeSurface(const SurfaceRecord& surface)
 {
     if (!surface.material || surface.material->getNumShapes() == 0) {
-        warn(surface, text("this surface is no longer in the scene; its entries stay as they are"));
+        warn(surface, text("this surface is no longer in the scene"),
+            text("its entries stay as they are"));
         return;
     }
     m_added = Additions();
@@ -163,8 +163,8 @@ void DzSceneWriter::addProperty(const SurfaceRecord& surface, const DzProperty* 
     const ChannelState state = ChannelState::of(property);
     const QString name = property->getName();
     if (state.type == ChannelState::Unknown) {
-        warn(surface,
-            text("scene files have no form for the property \"%1\"; it is not saved").arg(name));
+        warn(surface, text("scene files have no form for the property \"%1\"").arg(name),
+            text("it is not saved"));
         return;
     }
     if (!isEditable(surface)) {
@@ -403,8 +403,9 @@ void DzSceneWriter::removeSharedEntries()
             removeEntry(surface.definition, entry, removal.isNamed);
         else
             warn(surface,
-                text("the property \"%1\" is in a definition that other surfaces use; it stays")
-                    .arg(removal.name));
+                text("the property \"%1\" is in a definition that other surfaces use")
+                    .arg(removal.name),
+                text("it stays"));
     }
 }
 
@@ -533,8 +534,8 @@ void DzSceneWriter::addToExtra(const SurfaceRecord& surface, Value element,
         return;
     const Value extra = extraOf(m_index, element);
     if (extra == none && m_index.find(element, "extra") != none) {
-        warn(surface,
-            text("the \"extra\" of this surface is not a list; nothing can be added to it"));
+        warn(surface, text("the \"extra\" of this surface is not a list"),
+            text("nothing can be added to it"));
         return;
     }
     if (extra == none) {
@@ -561,8 +562,8 @@ void DzSceneWriter::addChannels(const SurfaceRecord& surface, Value element, Val
         for (const JsonPiece& channel : channels)
             m_editor.append(list, nullptr, channel);
     } else if (list != none) {
-        warn(surface,
-            text("the properties of this surface are not a list; nothing can be added to them"));
+        warn(surface, text("the properties of this surface are not a list"),
+            text("nothing can be added to them"));
     } else if (item != none) {
         m_editor.append(item, "channels", channelsPiece(channels).children.back().second);
     } else {

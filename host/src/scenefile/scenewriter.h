@@ -14,8 +14,7 @@ class DzSimpleElementData;
 class DzSceneWriter
 {
 public:
-    DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfaces, const QString& name,
-        WarningList* warnings);
+    DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfaces, DzWarningList* warnings);
 
     /// The new text: the old one itself when nothing changed, null when it gets too large.
     QByteArray write();
@@ -36,7 +35,7 @@ private:
     };
     typedef std::vector<Change> Changes;
 
-    void warn(const SurfaceRecord& surface, const QString& text);
+    void warn(const SurfaceRecord& surface, const QString& text, const QString& remedy);
     bool isEditable(const SurfaceRecord& surface) const;
     void writeSurface(const SurfaceRecord& surface);
     void writeProperties(const SurfaceRecord& surface);
@@ -73,8 +72,7 @@ private:
 
     const JsonIndex& m_index;
     const SurfaceRecords& m_surfaces;
-    QString m_name;
-    WarningList* m_warnings;
+    DzWarningList* m_warnings;
     JsonEditor m_editor;
     Additions m_added;
     /// Entries of shared definitions that surfaces no longer have: entry to these surfaces.
