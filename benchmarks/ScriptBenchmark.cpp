@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "Networks.h"
 #include "VireoRootBrick.h"
 #include "dzscript.h"

@@ -4,6 +4,7 @@
 #include "Command.h"
 
 #include "ExportText.h"
+#include "NetworkCode.h"
 #include "SceneSurfaces.h"
 #include "VireoRootBrick.h"
 #include "dzapp.h"

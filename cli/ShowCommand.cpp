@@ -5,7 +5,7 @@
 #include "BrickKinds.h"
 #include "Command.h"
 
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "VireoRootBrick.h"
 #include "dzbrickparam.h"
 #include "dznumericproperty.h"

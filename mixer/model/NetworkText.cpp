@@ -4,6 +4,7 @@
 #include "NetworkText.h"
 
 #include "NetworkWalk.h"
+#include "dzbrickcodekeys.h"
 #include "dzproperty.h"
 #include "dzshaderbrick.h"
 #include "idzbrickuser.h"
@@ -21,10 +22,15 @@ QString message(const char* source)
     return QCoreApplication::translate("NetworkText", source);
 }
 
-template <typename T>
-T* objectIn(const QVariantMap& map, const char* key)
+QString key(const char* word)
 {
-    return qobject_cast<T*>(map.value(QLatin1String(key)).value<QObject*>());
+    return QString::fromLatin1(word);
+}
+
+template <typename T>
+T* objectIn(const QVariantMap& map, const char* word)
+{
+    return qobject_cast<T*>(map.value(key(word)).value<QObject*>());
 }
 
 NetworkText failure(const QString& cause)
@@ -37,10 +43,11 @@ NetworkText failure(const QString& cause)
 QVector<TextPlaceholder> placeholdersIn(const QVariantMap& answer)
 {
     QVector<TextPlaceholder> placeholders;
-    for (const QVariant& item : answer.value(QStringLiteral("placeholders")).toList()) {
+    for (const QVariant& item : answer.value(key(DzBrickCodeKeys::placeholders)).toList()) {
         const QVariantMap map = item.toMap();
-        placeholders.append(TextPlaceholder { map.value(QStringLiteral("name")).toString(),
-            objectIn<DzShaderBrick>(map, "brick"), objectIn<DzProperty>(map, "property") });
+        placeholders.append(TextPlaceholder { map.value(key(DzBrickCodeKeys::name)).toString(),
+            objectIn<DzShaderBrick>(map, DzBrickCodeKeys::brick),
+            objectIn<DzProperty>(map, DzBrickCodeKeys::property) });
     }
     return placeholders;
 }
@@ -48,10 +55,10 @@ QVector<TextPlaceholder> placeholdersIn(const QVariantMap& answer)
 QVector<UnwrittenMap> unwrittenMapsIn(const QVariantMap& answer)
 {
     QVector<UnwrittenMap> maps;
-    for (const QVariant& item : answer.value(QStringLiteral("unwrittenMaps")).toList()) {
+    for (const QVariant& item : answer.value(key(DzBrickCodeKeys::unwrittenMaps)).toList()) {
         const QVariantMap map = item.toMap();
-        maps.append(UnwrittenMap {
-            objectIn<DzShaderBrick>(map, "brick"), objectIn<DzProperty>(map, "property") });
+        maps.append(UnwrittenMap { objectIn<DzShaderBrick>(map, DzBrickCodeKeys::brick),
+            objectIn<DzProperty>(map, DzBrickCodeKeys::property) });
     }
     return maps;
 }
@@ -91,10 +98,11 @@ QVector<TextPlaceholder> withLockedValues(
 QVector<TextStatement> statementsIn(const QVariantMap& answer)
 {
     QVector<TextStatement> statements;
-    for (const QVariant& item : answer.value(QStringLiteral("statements")).toList()) {
+    for (const QVariant& item : answer.value(key(DzBrickCodeKeys::statements)).toList()) {
         const QVariantMap map = item.toMap();
-        statements.append(TextStatement { map.value(QStringLiteral("begin")).toInt(),
-            map.value(QStringLiteral("length")).toInt(), objectIn<DzShaderBrick>(map, "brick") });
+        statements.append(TextStatement { map.value(key(DzBrickCodeKeys::begin)).toInt(),
+            map.value(key(DzBrickCodeKeys::length)).toInt(),
+            objectIn<DzShaderBrick>(map, DzBrickCodeKeys::brick) });
     }
     std::stable_sort(statements.begin(), statements.end(),
         [](const TextStatement& a, const TextStatement& b) { return a.begin < b.begin; });
@@ -125,7 +133,7 @@ NetworkText textOf(const IDzBrickUser* user, const NetworkTextForm& form)
         Q_RETURN_ARG(QVariantMap, answer), Q_ARG(bool, form.literalValues),
         Q_ARG(bool, form.mapFiles));
     NetworkText code;
-    code.text = answer.value(QStringLiteral("exportText")).toString();
+    code.text = answer.value(key(DzBrickCodeKeys::exportText)).toString();
     code.statements = statementsIn(answer);
     code.placeholders = placeholdersIn(answer);
     code.unwrittenMaps = unwrittenMapsIn(answer);

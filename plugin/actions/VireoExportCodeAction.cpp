@@ -3,7 +3,7 @@
 
 #include "VireoExportCodeAction.h"
 
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "VireoBrickBase.h"
 #include "dzapp.h"
 #include "dzmainwindow.h"

@@ -26,7 +26,7 @@ bool writeMap(SceneCodeWriter* writer, const QString& name, DzNumericProperty* p
     if (!property->isMapped())
         return false;
     if (writer->mapFiles && name == QLatin1String("filename")) {
-        writer->writeString(name, property->getMapValue()->getFilename());
+        writer->writeImageFile(name, property, property->getMapValue()->getFilename());
         return true;
     }
     writer->noteUnwrittenMap(property);
@@ -51,8 +51,8 @@ void writeLiteral(SceneCodeWriter* writer, const QString& name, DzProperty* prop
         writer->writeInteger(name, whole->getValue());
     else if (const DzStringProperty* string = qobject_cast<DzStringProperty*>(property))
         writer->writeString(name, string->getValue());
-    else if (const DzImageProperty* image = qobject_cast<DzImageProperty*>(property))
-        writer->writeString(name, image->getValue() ? image->getValue()->getFilename() : QString());
+    else if (DzImageProperty* image = qobject_cast<DzImageProperty*>(property))
+        writer->writeImageFile(name, image, image->getFilename());
 }
 
 const char* placeholderTemplate(DzProperty* property)

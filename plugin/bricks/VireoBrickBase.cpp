@@ -3,8 +3,8 @@
 
 #include "VireoBrickBase.h"
 
-#include "ExportText.h"
 #include "LinkTypes.h"
+#include "NetworkCode.h"
 #include "PropertyDefaults.h"
 #include "SceneCodeWriter.h"
 #include "VireoExtComplexIn.h"
@@ -35,6 +35,9 @@ const char* const directionKey = "Direction";
 
 using PropertyDefaults::floatLimit;
 
+/// Up to where sliders of whole numbers go, either way; other values can be typed.
+const int intLimit = 1000;
+
 QString entryKey(int position)
 {
     return QString::fromLatin1("para%1").arg(position);
@@ -44,6 +47,56 @@ QString entryKey(int position)
 int wholeNumber(double value)
 {
     return value > -1e9 && value < 1e9 ? static_cast<int>(value) : 0;
+}
+
+// Properties as the creation operations make them. Value and default may differ, and the value
+// comes last: it is what clamping is to leave.
+DzFloatProperty* makeFloat(const QString& name, float value, float defaultValue,
+    float min = -floatLimit, float max = floatLimit, bool clamped = false)
+{
+    DzFloatProperty* property = new DzFloatProperty(name, true, false, value);
+    property->setMinMax(min, max);
+    property->setIsClamped(clamped);
+    property->setDefaultValue(defaultValue);
+    property->setValue(value);
+    return property;
+}
+
+DzIntProperty* makeInt(
+    const QString& name, int value, int defaultValue, int min, int max, bool clamped)
+{
+    DzIntProperty* property = new DzIntProperty(name, true, false, value);
+    property->setMinMax(min, max);
+    property->setIsClamped(clamped);
+    property->setDefaultValue(defaultValue);
+    property->setValue(value);
+    return property;
+}
+
+DzEnumProperty* makeEnum(const QString& name, const QStringList& items, int value)
+{
+    DzEnumProperty* property = new DzEnumProperty(name, true, false);
+    for (int i = 0; i < items.size(); ++i)
+        property->addItem(items.at(i));
+    property->setDefaultValue(value);
+    property->setValue(value);
+    return property;
+}
+
+DzColorProperty* makeColor(const QString& name, const QColor& value, const QColor& defaultValue)
+{
+    DzColorProperty* property = new DzColorProperty(name, true, false, value);
+    property->setDefaultColorValue(defaultValue);
+    property->setColorValue(value);
+    return property;
+}
+
+DzBoolProperty* makeBool(const QString& name, bool value, bool defaultValue)
+{
+    DzBoolProperty* property = new DzBoolProperty(name, true, false, value);
+    property->setDefaultBoolValue(defaultValue);
+    property->setBoolValue(value);
+    return property;
 }
 
 } // namespace
@@ -91,11 +144,14 @@ CodeResult* VireoBrickBase::writeCode(CodeResult* result, SceneCodeWriter*)
     return result;
 }
 
-QVariantMap VireoBrickBase::getSceneCode(bool literalValues, bool mapFiles)
+QVariantMap VireoBrickBase::getSceneCode(
+    bool literalValues, bool mapFiles, const QString& imageFolder, const QString& textFolder)
 {
     GenerateOptions options;
     options.literalValues = literalValues;
     options.mapFiles = mapFiles;
+    options.imageNames.imageFolder = imageFolder;
+    options.imageNames.textFolder = textFolder;
     return sceneCodeMap(this, generateCode(this, options));
 }
 
@@ -123,20 +179,19 @@ QString VireoBrickBase::getLuxType() const
     return QString();
 }
 
-VireoExtPropertyParam* VireoBrickBase::addPropertyParam(bool custom, DzProperty* property,
-    const QString& propertyPath, const QString& propertyText, const QString& label,
-    const QString& name, const QString& linkType)
+VireoExtPropertyParam* VireoBrickBase::addPropertyParam(
+    const PropertyRow& row, DzProperty* property)
 {
     VireoExtPropertyParam* param = new VireoExtPropertyParam;
-    property->setLabel(label);
-    if (!linkType.isEmpty()) {
+    property->setLabel(row.label);
+    if (!row.linkType.isEmpty()) {
         if (DzNumericProperty* numeric = qobject_cast<DzNumericProperty*>(property))
             numeric->setIsMappable(true);
         param->setDirection(DzBrickParam::InputDirection);
     }
-    param->setProperty(property, propertyText, linkType);
-    param->setPropertyPath(0, propertyPath);
-    addToBrick(custom, param, name, label);
+    param->setProperty(property, row.text, row.linkType);
+    param->setPropertyPath(0, row.path);
+    addToBrick(row.custom, param, row.name, row.label);
     return param;
 }
 
@@ -155,12 +210,9 @@ VireoExtPropertyParam* VireoBrickBase::addFloatParam(bool custom, const QString&
     float defaultValue, float min, float max, bool clamped, const QString& linkType)
 {
     DzUndoStackLock lock;
-    DzFloatProperty* property = new DzFloatProperty(name, true, false, value);
-    property->setMinMax(min, max);
-    property->setIsClamped(clamped);
-    property->setDefaultValue(defaultValue);
-    property->setValue(value);
-    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+    return addPropertyParam(
+        PropertyRow { custom, propertyPath, propertyText, label, name, linkType },
+        makeFloat(name, value, defaultValue, min, max, clamped));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addFloatParamFlagged(bool custom,
@@ -179,12 +231,9 @@ VireoExtPropertyParam* VireoBrickBase::addIntParam(bool custom, const QString& p
     int defaultValue, int min, int max, bool clamped, const QString& linkType)
 {
     DzUndoStackLock lock;
-    DzIntProperty* property = new DzIntProperty(name, true, false, value);
-    property->setMinMax(min, max);
-    property->setIsClamped(clamped);
-    property->setDefaultValue(defaultValue);
-    property->setValue(value);
-    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+    return addPropertyParam(
+        PropertyRow { custom, propertyPath, propertyText, label, name, linkType },
+        makeInt(name, value, defaultValue, min, max, clamped));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addEnumParam(bool custom, const QString& propertyPath,
@@ -192,12 +241,9 @@ VireoExtPropertyParam* VireoBrickBase::addEnumParam(bool custom, const QString& 
     const QStringList& items, int value, const QString& linkType)
 {
     DzUndoStackLock lock;
-    DzEnumProperty* property = new DzEnumProperty(name, true, false);
-    for (int i = 0; i < items.size(); ++i)
-        property->addItem(items.at(i));
-    property->setDefaultValue(value);
-    property->setValue(value);
-    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+    return addPropertyParam(
+        PropertyRow { custom, propertyPath, propertyText, label, name, linkType },
+        makeEnum(name, items, value));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addColorParam(bool custom, const QString& propertyPath,
@@ -205,10 +251,9 @@ VireoExtPropertyParam* VireoBrickBase::addColorParam(bool custom, const QString&
     const QColor& defaultValue, const QString& linkType)
 {
     DzUndoStackLock lock;
-    DzColorProperty* property = new DzColorProperty(name, true, false, value);
-    property->setDefaultColorValue(defaultValue);
-    property->setColorValue(value);
-    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+    return addPropertyParam(
+        PropertyRow { custom, propertyPath, propertyText, label, name, linkType },
+        makeColor(name, value, defaultValue));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addBoolParam(bool custom, const QString& propertyPath,
@@ -216,10 +261,9 @@ VireoExtPropertyParam* VireoBrickBase::addBoolParam(bool custom, const QString& 
     bool defaultValue, const QString& linkType)
 {
     DzUndoStackLock lock;
-    DzBoolProperty* property = new DzBoolProperty(name, true, false, value);
-    property->setDefaultBoolValue(defaultValue);
-    property->setBoolValue(value);
-    return addPropertyParam(custom, property, propertyPath, propertyText, label, name, linkType);
+    return addPropertyParam(
+        PropertyRow { custom, propertyPath, propertyText, label, name, linkType },
+        makeBool(name, value, defaultValue));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addImageParam(bool custom, const QString& propertyPath,
@@ -227,15 +271,17 @@ VireoExtPropertyParam* VireoBrickBase::addImageParam(bool custom, const QString&
 {
     DzUndoStackLock lock;
     return addPropertyParam(
-        custom, new DzImageProperty(name, true), propertyPath, propertyText, label, name, linkType);
+        PropertyRow { custom, propertyPath, propertyText, label, name, linkType },
+        new DzImageProperty(name, true));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addStringParam(bool custom, const QString& propertyPath,
     const QString& propertyText, const QString& label, const QString& name, const QString& linkType)
 {
     DzUndoStackLock lock;
-    return addPropertyParam(custom, new DzStringProperty(name, true), propertyPath, propertyText,
-        label, name, linkType);
+    return addPropertyParam(
+        PropertyRow { custom, propertyPath, propertyText, label, name, linkType },
+        new DzStringProperty(name, true));
 }
 
 VireoExtPropertyParam* VireoBrickBase::addFileParam(bool custom, const QString& propertyPath,
@@ -243,16 +289,15 @@ VireoExtPropertyParam* VireoBrickBase::addFileParam(bool custom, const QString& 
 {
     DzUndoStackLock lock;
     return addPropertyParam(
-        custom, new DzFileProperty(name, true), propertyPath, propertyText, label, name, linkType);
+        PropertyRow { custom, propertyPath, propertyText, label, name, linkType },
+        new DzFileProperty(name, true));
 }
 
 VireoExtVec3Param* VireoBrickBase::addVec3Param(bool custom, const QString& propertyPath,
     const QString& label, const QString& name, int type, const DzVec3& defaultValue, int direction)
 {
     DzUndoStackLock lock;
-    // The host knows its own kinds by name.
-    const int kind = isLinkType(type) ? type - FloatLink + DzBrickParam::FloatType : type;
-    VireoExtVec3Param* param = new VireoExtVec3Param(kind, defaultValue);
+    VireoExtVec3Param* param = new VireoExtVec3Param(hostTypeFor(type), defaultValue);
     param->setDirection(direction);
     for (int i = 0; i < param->getNumProperties(); ++i)
         param->setPropertyPath(i, propertyPath);
@@ -340,15 +385,13 @@ DzBrickParam* VireoBrickBase::getCustomParam(int index) const
     return getCustomParams().value(index);
 }
 
-int VireoBrickBase::findFirstCustomParamIndex() const
+int VireoBrickBase::findOwnParamsEnd() const
 {
-    const QList<DzBrickParam*> params = getCustomParams();
-    int first = -1;
-    for (int i = 0; i < params.size(); ++i) {
-        const int index = findParameterIndex(params.at(i));
-        first = first < 0 ? index : qMin(first, index);
-    }
-    return first;
+    purgeCustomParams();
+    int end = getNumParameters();
+    while (end > 0 && customParams->contains(QPointer<DzBrickParam>(getParameter(end - 1))))
+        --end;
+    return end;
 }
 
 void VireoBrickBase::removeCustomParam(DzBrickParam* param)
@@ -470,46 +513,59 @@ bool VireoBrickBase::readCustomParam(const DzSettings& entry, int position)
     return true;
 }
 
-VireoExtPropertyParam* VireoBrickBase::addFloatRow(
-    const QString& name, const QString& label, float value, float defaultValue)
+VireoBrickBase::PropertyRow VireoBrickBase::catalogueRow(
+    const char* name, const char* label, int linkType)
 {
-    return addFloatParam(false, PropertyDefaults::path(), name, label, name, value, defaultValue,
-        -floatLimit, floatLimit, false, linkTypeName(FloatLink));
+    const QLatin1String text(name);
+    return PropertyRow { false, PropertyDefaults::path(), text, QLatin1String(label), text,
+        linkTypeName(linkType) };
 }
 
-VireoExtPropertyParam* VireoBrickBase::addFresnelRow(
-    const QString& name, const QString& label, float value, float defaultValue)
+VireoExtPropertyParam* VireoBrickBase::addNumber(
+    const char* name, const char* label, int linkType, float value, float defaultValue)
 {
-    return addFloatParamFlagged(false, PropertyDefaults::path(), name, label, name, value,
-        defaultValue, -floatLimit, floatLimit, false, linkTypeName(FresnelLink));
+    DzUndoStackLock lock;
+    VireoExtPropertyParam* param = addPropertyParam(
+        catalogueRow(name, label, linkType), makeFloat(QLatin1String(name), value, defaultValue));
+    param->setFresnel(linkType == FresnelLink);
+    return param;
 }
 
-VireoExtPropertyParam* VireoBrickBase::addColorRow(
-    const QString& name, const QString& label, const QColor& color)
+VireoExtPropertyParam* VireoBrickBase::addColor(
+    const char* name, const char* label, const QColor& color)
 {
-    return addColorParam(
-        false, PropertyDefaults::path(), name, label, name, color, color, linkTypeName(ColorLink));
+    DzUndoStackLock lock;
+    return addPropertyParam(
+        catalogueRow(name, label, ColorLink), makeColor(QLatin1String(name), color, color));
 }
 
-VireoExtPropertyParam* VireoBrickBase::addBoolRow(
-    const QString& name, const QString& label, bool value)
+VireoExtPropertyParam* VireoBrickBase::addBool(const char* name, const char* label, bool value)
 {
-    return addBoolParam(
-        false, PropertyDefaults::path(), name, label, name, value, value, QString());
+    DzUndoStackLock lock;
+    return addPropertyParam(
+        catalogueRow(name, label, NoLink), makeBool(QLatin1String(name), value, value));
 }
 
-VireoExtPropertyParam* VireoBrickBase::addIntRow(
-    const QString& name, const QString& label, int value)
+VireoExtPropertyParam* VireoBrickBase::addInt(const char* name, int value)
 {
-    return addIntParam(false, PropertyDefaults::path(), name, label, name, value, value, -1000,
-        1000, false, QString());
+    DzUndoStackLock lock;
+    return addPropertyParam(catalogueRow(name, name, NoLink),
+        makeInt(QLatin1String(name), value, value, -intLimit, intLimit, false));
 }
 
-VireoExtPropertyParam* VireoBrickBase::addEnumRow(
-    const QString& name, const QString& label, const QStringList& items, int value)
+VireoExtPropertyParam* VireoBrickBase::addEnum(
+    const char* name, const QStringList& items, int value)
 {
-    return addEnumParam(
-        false, PropertyDefaults::path(), name, label, name, items, value, QString());
+    DzUndoStackLock lock;
+    return addPropertyParam(
+        catalogueRow(name, name, NoLink), makeEnum(QLatin1String(name), items, value));
+}
+
+VireoExtPropertyParam* VireoBrickBase::addImage(const char* name)
+{
+    DzUndoStackLock lock;
+    return addPropertyParam(
+        catalogueRow(name, name, NoLink), new DzImageProperty(QLatin1String(name), true));
 }
 
 void VireoBrickBase::addResult(int linkType)

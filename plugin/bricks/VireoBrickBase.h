@@ -53,7 +53,9 @@ public:
     /// The LuxRender text of the brick and what feeds it, for scripts and for programs that know
     /// the plug-in only by name; see sceneCodeMap() for what it holds. Empties the cache of
     /// generated code. With `mapFiles` a mapped "filename" is written as the name of its file.
-    Q_INVOKABLE QVariantMap getSceneCode(bool literalValues, bool mapFiles = false);
+    /// `imageFolder` and `textFolder` say how image files are named, see ImageFileNames.
+    Q_INVOKABLE QVariantMap getSceneCode(bool literalValues, bool mapFiles = false,
+        const QString& imageFolder = QString(), const QString& textFolder = QString());
 
     // Creating inputs. Each makes a host property with an input of the same name at the end of the
     // parameters, without undo. `custom` marks an input that a user added and may remove again.
@@ -102,8 +104,8 @@ public:
     QList<DzBrickParam*> getCustomParams() const;
     Q_INVOKABLE int getNumCustomParams() const;
     Q_INVOKABLE DzBrickParam* getCustomParam(int index) const;
-    /// Index of the first of them among all parameters, -1 when there is none.
-    int findFirstCustomParamIndex() const;
+    /// Index behind the last parameter that no user added: where the brick's own inputs end.
+    int findOwnParamsEnd() const;
     /// Removes an input that a user added; any other parameter is left alone.
     Q_INVOKABLE void removeCustomParam(DzBrickParam* param);
 
@@ -111,24 +113,47 @@ protected:
     /// Writes one parameter, if it is one that writes.
     void writeParameter(DzBrickParam* param, SceneCodeWriter* writer);
 
-    // Rows of the catalogue: inputs under "/General" whose label is given or equals the name.
-    VireoExtPropertyParam* addFloatRow(
-        const QString& name, const QString& label, float value, float defaultValue);
-    VireoExtPropertyParam* addFresnelRow(
-        const QString& name, const QString& label, float value, float defaultValue);
-    VireoExtPropertyParam* addColorRow(
-        const QString& name, const QString& label, const QColor& color);
-    VireoExtPropertyParam* addBoolRow(const QString& name, const QString& label, bool value);
-    VireoExtPropertyParam* addIntRow(const QString& name, const QString& label, int value);
-    VireoExtPropertyParam* addEnumRow(
-        const QString& name, const QString& label, const QStringList& items, int value);
+    // Rows of the catalogue: inputs under "/General" that start with their recorded default. A
+    // label that is not given equals the name.
+    VireoExtPropertyParam* addColor(const char* name, const char* label, const QColor& color);
+    VireoExtPropertyParam* addColor(
+        const char* name, const char* label, int red, int green, int blue)
+    {
+        return addColor(name, label, QColor(red, green, blue));
+    }
+    VireoExtPropertyParam* addColor(const char* name, int red, int green, int blue)
+    {
+        return addColor(name, name, QColor(red, green, blue));
+    }
+    VireoExtPropertyParam* addBool(const char* name, const char* label, bool value);
+    VireoExtPropertyParam* addBool(const char* name, bool value)
+    {
+        return addBool(name, name, value);
+    }
+    VireoExtPropertyParam* addInt(const char* name, int value);
+    /// `value` is the index of an item.
+    VireoExtPropertyParam* addEnum(const char* name, const QStringList& items, int value);
+    VireoExtPropertyParam* addImage(const char* name);
+    /// A float without limits. Its family says what default is recorded. `linkType` is FloatLink,
+    /// FresnelLink or NoLink.
+    VireoExtPropertyParam* addNumber(
+        const char* name, const char* label, int linkType, float value, float defaultValue);
     /// The brick's output "result".
     void addResult(int linkType);
 
 private:
-    VireoExtPropertyParam* addPropertyParam(bool custom, DzProperty* property,
-        const QString& propertyPath, const QString& propertyText, const QString& label,
-        const QString& name, const QString& linkType);
+    /// What the inputs of all kinds of properties have in common.
+    struct PropertyRow {
+        bool custom;
+        QString path; ///< group under which the property is shown
+        QString text; ///< by which the host maps the property to a variable of its shaders
+        QString label;
+        QString name;
+        QString linkType; ///< name of the type; empty for a settings row
+    };
+
+    static PropertyRow catalogueRow(const char* name, const char* label, int linkType);
+    VireoExtPropertyParam* addPropertyParam(const PropertyRow& row, DzProperty* property);
     void addToBrick(bool custom, DzBrickParam* param, const QString& name, const QString& label);
     void purgeCustomParams() const;
     void writeCustomParams(DzSettings* settings) const;

@@ -3,8 +3,6 @@
 
 #include "LinkTypes.h"
 
-#include "dzbrickparam.h"
-
 QString linkTypeName(int code)
 {
     if (code == MaterialLink)
@@ -15,7 +13,7 @@ QString linkTypeName(int code)
         return QLatin1String("LuxFresnel");
     if (!isLinkType(code))
         return QString();
-    QString name = DzBrickParam::typeToString(code - 1008);
+    QString name = DzBrickParam::typeToString(hostTypeFor(code));
     name[0] = name.at(0).toUpper();
     return QLatin1Char('L') + name;
 }

@@ -2,30 +2,40 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "dzbrickparam.h"
+
 #include <QString>
 
-class DzBrickParam;
+/// How far the link types of values are above the host's types, which they stand for. The sums are
+/// stored in files, and the host uses none of these numbers itself.
+const int linkTypeOffset = 1008;
 
 /// What a link carries. Inputs and outputs can be linked when their types are equal.
-/// The numbers are stored in files.
 enum LinkType {
-    MaterialLink = 1007,
-    VolumeLink = 1008,
-    FloatLink = 1009, ///< a texture of the host's type 1; the following stand for types 2 to 7
-    ColorLink = 1010,
-    PointLink = 1011,
-    VectorLink = 1012,
-    NormalLink = 1013,
-    MatrixLink = 1014,
-    StringLink = 1015,
-    FresnelLink = 1016
+    NoLink = 0, ///< a settings row
+    MaterialLink = linkTypeOffset - 1,
+    VolumeLink = linkTypeOffset,
+    FloatLink = linkTypeOffset + DzBrickParam::FloatType,
+    ColorLink = linkTypeOffset + DzBrickParam::ColorType,
+    PointLink = linkTypeOffset + DzBrickParam::PointType,
+    VectorLink = linkTypeOffset + DzBrickParam::VectorType,
+    NormalLink = linkTypeOffset + DzBrickParam::NormalType,
+    MatrixLink = linkTypeOffset + DzBrickParam::MatrixType,
+    StringLink = linkTypeOffset + DzBrickParam::StringType,
+    FresnelLink ///< a texture of optical constants, for which the host has no type
 };
 
 /// The link type that stands for a parameter type: the host's own value types become textures of
 /// that type, every other type stays as it is.
 inline int linkTypeFor(int paramType)
 {
-    return paramType <= 7 ? paramType + 1008 : paramType;
+    return paramType <= DzBrickParam::StringType ? paramType + linkTypeOffset : paramType;
+}
+
+/// The host's type that a link type stands for; any other number stays as it is.
+inline int hostTypeFor(int linkType)
+{
+    return linkType >= FloatLink && linkType <= StringLink ? linkType - linkTypeOffset : linkType;
 }
 
 inline bool isLinkType(int code)

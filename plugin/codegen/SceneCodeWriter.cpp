@@ -86,6 +86,18 @@ void SceneCodeWriter::noteUnwrittenMap(DzNumericProperty* property)
         unwrittenMaps.append(property);
 }
 
+void SceneCodeWriter::writeImageFile(
+    const QString& name, DzProperty* property, const QString& stored)
+{
+    writeString(name, imageNames.nameOf(stored));
+    if (stored.isEmpty())
+        return;
+    WrittenImageFile image;
+    image.property = property;
+    image.path = imageNames.placeOf(stored);
+    imageFiles.append(image);
+}
+
 void SceneCodeWriter::push()
 {
     if (openBuffers == buffers.size())

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ImageFileNames.h"
+
 #include <QColor>
 #include <QList>
 #include <QString>
@@ -26,6 +28,17 @@ struct WrittenStatement {
     int length;
 };
 
+/// An image file that the text names: whose it is, and where it is looked for.
+struct WrittenImageFile {
+    WrittenImageFile()
+        : property(nullptr)
+    {
+    }
+
+    DzProperty* property;
+    QString path;
+};
+
 /// The state of one run of code generation: counters, open text buffers, finished text and the
 /// placeholders given so far. A new run uses a new writer.
 ///
@@ -47,6 +60,8 @@ public:
     bool literalValues;
     /// True writes a mapped "filename" as the name of its map instead of its value.
     bool mapFiles;
+    /// How names of image files are written.
+    ImageFileNames imageNames;
 
     /// Properties that have a placeholder, in order of first use, and their names, index for index.
     QList<DzProperty*> placeholderKeys;
@@ -55,6 +70,10 @@ public:
     QList<DzNumericProperty*> unwrittenMaps;
     /// Adds a property to that list if it has a map.
     void noteUnwrittenMap(DzNumericProperty* property);
+    /// Image files whose names were written.
+    QVector<WrittenImageFile> imageFiles;
+    /// Writes the name of a property's image file, empty for none, and adds it to that list.
+    void writeImageFile(const QString& name, DzProperty* property, const QString& stored);
 
     // The brick that is writing: what is emitted meanwhile is its own.
     void beginBrick(VireoBrickBase* brick) { writingBricks.append(brick); }

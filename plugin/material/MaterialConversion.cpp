@@ -3,9 +3,9 @@
 
 #include "MaterialConversion.h"
 
-#include "ExportText.h"
 #include "ImageAndConstantTextureBricks.h"
 #include "MaterialBricks.h"
+#include "NetworkCode.h"
 #include "NetworkPersistence.h"
 #include "VireoBrickUser.h"
 #include "VireoRootBrick.h"

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LinkTypes.h"
 #include "dzdefaultbrickuser.h"
 #include "dzmaterial.h"
 
@@ -21,18 +22,18 @@ class VireoBrickUser : public DzMaterial, public DzDefaultBrickUser
     Q_ENUMS(MyExParamType)
 
 public:
-    /// Kinds of inputs that users add. The numbers are stored in files and are those of LinkType.
+    /// Kinds of inputs that users add.
     enum MyExParamType {
-        VireoExtMaterial = 1007,
-        VireoExtVolume = 1008,
-        VireoExtFloat = 1009,
-        VireoExtColor = 1010,
-        VireoExtPoint = 1011,
-        VireoExtVector = 1012,
-        VireoExtNormal = 1013,
-        VireoExtMatrix = 1014,
-        VireoExtString = 1015,
-        VireoExtFresnel = 1016
+        VireoExtMaterial = MaterialLink,
+        VireoExtVolume = VolumeLink,
+        VireoExtFloat = FloatLink,
+        VireoExtColor = ColorLink,
+        VireoExtPoint = PointLink,
+        VireoExtVector = VectorLink,
+        VireoExtNormal = NormalLink,
+        VireoExtMatrix = MatrixLink,
+        VireoExtString = StringLink,
+        VireoExtFresnel = FresnelLink
     };
 
     VireoBrickUser();

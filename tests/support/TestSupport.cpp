@@ -3,7 +3,7 @@
 
 #include "TestSupport.h"
 
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "dzbrickparam.h"
 #include "dzproperty.h"
 
@@ -103,6 +103,18 @@ QString literalText(VireoBrickBase* brick)
 QString placeholderText(VireoBrickBase* brick)
 {
     return textOf(brick, false);
+}
+
+QString freshMeshText()
+{
+    return QStringLiteral("\t\"bool    generatetangents\" [\"false\"]\n"
+                          "\t\"float   dmscale\" [0.1]\n"
+                          "\t\"float   dmoffset\" [0]\n"
+                          "\t\"bool    dmnormalsmooth\" [\"true\"]\n"
+                          "\t\"bool    dmnormalsplit\" [\"false\"]\n"
+                          "\t\"bool    dmsharpboundary\" [\"false\"]\n"
+                          "\t\"integer nsubdivlevels\" [0]\n"
+                          "\t\"string  subdivscheme\" [\"loop\"]\n");
 }
 
 void lockAll(DzShaderBrick* brick)

@@ -46,6 +46,9 @@ bool link(DzShaderBrick* from, DzShaderBrick* to, const char* input);
 QString literalText(VireoBrickBase* brick);
 QString placeholderText(VireoBrickBase* brick);
 
+/// The mesh section of a fresh root.
+QString freshMeshText();
+
 /// Locks every property of a brick.
 void lockAll(DzShaderBrick* brick);
 

@@ -4,7 +4,7 @@
 // Any bytes are a network file: they load or are refused with a message. What loads can be
 // written as text, and saves to a file that loads and saves to the same bytes.
 
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "VireoBrickBase.h"
 #include "VireoBrickUser.h"
 #include "VireoRootBrick.h"

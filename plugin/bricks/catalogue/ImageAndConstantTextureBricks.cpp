@@ -33,9 +33,50 @@ void noteColor(CodeResult* result, double red, double green, double blue, int co
     result->values[3] = 1;
 }
 
-void noteColor(CodeResult* result, const QColor& color)
+// What the two image maps differ in, told by the class of the tint.
+
+void noteTint(CodeResult* result, const DzFloatProperty* tint)
 {
+    noteColor(result, tint->getValue(), tint->getValue(), tint->getValue(), 1);
+}
+
+void noteTint(CodeResult* result, const DzColorProperty* tint)
+{
+    const QColor color = tint->getColorValue();
     noteColor(result, color.red() / 255.0, color.green() / 255.0, color.blue() / 255.0, 3);
+}
+
+bool isNeutral(const DzFloatProperty* tint)
+{
+    return tint->getValue() == 1.0f;
+}
+
+/// White that is not opaque is a tint, although no alpha is ever written.
+bool isNeutral(const DzColorProperty* tint)
+{
+    return tint->getColorValue() == QColor(255, 255, 255, 255);
+}
+
+void writeTint(SceneCodeWriter* writer, const char* name, const DzFloatProperty* tint)
+{
+    writer->writeFloat(QLatin1String(name), tint->getValue());
+}
+
+void writeTint(SceneCodeWriter* writer, const char* name, const DzColorProperty* tint)
+{
+    writer->writeColor(QLatin1String(name), tint->getColorValue());
+}
+
+void writeTintPlaceholder(SceneCodeWriter* writer, const char* name, DzFloatProperty* tint)
+{
+    writeFloatPlaceholder(
+        writer, QLatin1String(name), placeholderName(writer, tint, tint->getName()));
+}
+
+void writeTintPlaceholder(SceneCodeWriter* writer, const char* name, DzColorProperty* tint)
+{
+    writeColorPlaceholder(
+        writer, QLatin1String(name), placeholderName(writer, tint, tint->getName()));
 }
 
 } // namespace
@@ -73,7 +114,9 @@ CodeResult* VireoTexClrConstantBrick::writeCode(CodeResult* result, SceneCodeWri
     const double red = s * c.red() / 255.0;
     const double green = s * c.green() / 255.0;
     const double blue = s * c.blue() / 255.0;
-    noteColor(result, red, green, blue, 3);
+    // With placeholders a texture may stand in the colour's place.
+    if (writer->literalValues || !isLinked(valueParam))
+        noteColor(result, red, green, blue, 3);
     if (writer->literalValues) {
         const QString name = beginTexture(writer, QLatin1String("constant"));
         writer->writeColor3(QLatin1String("value"), red, green, blue);
@@ -112,60 +155,44 @@ VireoTexClrImageMapBrick::VireoTexClrImageMapBrick()
     add2DBlock();
 }
 
-CodeResult* VireoTexFltImageMapBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
+template <typename Property>
+CodeResult* VireoTextureBrick::writeImageMap(
+    Property* tint, bool isImageLinked, CodeResult* result, SceneCodeWriter* writer)
 {
-    DzFloatProperty* tint = propertyOf<DzFloatProperty>(filenameParam);
-    if (tint && !isLinked(filenameParam))
-        noteColor(result, tint->getValue(), tint->getValue(), tint->getValue(), 1);
-    if (writer->literalValues && tint && !tint->isMapped()) {
+    const bool isConstant = writer->literalValues && tint && !tint->isMapped();
+    if (tint && (isConstant || !isImageLinked))
+        noteTint(result, tint);
+    if (isConstant) {
         const QString name = beginTexture(writer, QLatin1String("constant"));
-        writer->writeFloat(QLatin1String("value"), tint->getValue());
+        writeTint(writer, "value", tint);
         endTexture(result, writer, name);
         return result;
     }
-    VireoTextureFloatBrick::writeCode(result, writer);
-    if (!tint || isLinked(filenameParam))
+    VireoTextureBrick::writeCode(result, writer);
+    if (!tint || isImageLinked)
         return result;
     const bool isLiteral = tint->isLocked() || writer->literalValues;
-    if (isLiteral && tint->getValue() == 1.0f)
+    if (isLiteral && isNeutral(tint))
         return result;
     const QString image = result->name;
     const QString name = beginTexture(writer, QLatin1String("scale"));
     writer->writeTextureRef(QLatin1String("tex1"), image);
     if (isLiteral)
-        writer->writeFloat(QLatin1String("tex2"), tint->getValue());
+        writeTint(writer, "tex2", tint);
     else
-        writeFloatPlaceholder(
-            writer, QLatin1String("tex2"), placeholderName(writer, tint, tint->getName()));
+        writeTintPlaceholder(writer, "tex2", tint);
     endTexture(result, writer, name);
     return result;
 }
 
+CodeResult* VireoTexFltImageMapBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
+{
+    return writeImageMap(
+        propertyOf<DzFloatProperty>(filenameParam), isLinked(filenameParam), result, writer);
+}
+
 CodeResult* VireoTexClrImageMapBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)
 {
-    DzColorProperty* tint = propertyOf<DzColorProperty>(filenameParam);
-    if (tint && !isLinked(filenameParam))
-        noteColor(result, tint->getColorValue());
-    if (writer->literalValues && tint && !tint->isMapped()) {
-        const QString name = beginTexture(writer, QLatin1String("constant"));
-        writer->writeColor(QLatin1String("value"), tint->getColorValue());
-        endTexture(result, writer, name);
-        return result;
-    }
-    VireoTextureColorBrick::writeCode(result, writer);
-    if (!tint || isLinked(filenameParam))
-        return result;
-    const bool isLiteral = tint->isLocked() || writer->literalValues;
-    if (isLiteral && tint->getColorValue() == QColor(255, 255, 255, 255))
-        return result;
-    const QString image = result->name;
-    const QString name = beginTexture(writer, QLatin1String("scale"));
-    writer->writeTextureRef(QLatin1String("tex1"), image);
-    if (isLiteral)
-        writer->writeColor(QLatin1String("tex2"), tint->getColorValue());
-    else
-        writeColorPlaceholder(
-            writer, QLatin1String("tex2"), placeholderName(writer, tint, tint->getName()));
-    endTexture(result, writer, name);
-    return result;
+    return writeImageMap(
+        propertyOf<DzColorProperty>(filenameParam), isLinked(filenameParam), result, writer);
 }

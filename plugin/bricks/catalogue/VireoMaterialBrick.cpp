@@ -15,27 +15,12 @@ VireoMaterialBrick::VireoMaterialBrick()
 
 void VireoMaterialBrick::addFloat(const char* name, const char* label, float value)
 {
-    addFloatRow(QLatin1String(name), QLatin1String(label), value, 0);
+    addNumber(name, label, FloatLink, value, 0);
 }
 
 void VireoMaterialBrick::addFresnel(const char* name, float value)
 {
-    addFresnelRow(QLatin1String(name), QLatin1String(name), value, 0);
-}
-
-void VireoMaterialBrick::addColor(const char* name, const char* label, int red, int green, int blue)
-{
-    addColorRow(QLatin1String(name), QLatin1String(label), QColor(red, green, blue));
-}
-
-void VireoMaterialBrick::addBool(const char* name, const char* label, bool value)
-{
-    addBoolRow(QLatin1String(name), QLatin1String(label), value);
-}
-
-void VireoMaterialBrick::addEnum(const char* name, const QStringList& items, int value)
-{
-    addEnumRow(QLatin1String(name), QLatin1String(name), items, value);
+    addNumber(name, name, FresnelLink, value, 0);
 }
 
 void VireoMaterialBrick::addMaterialInput(const char* name, const char* label)

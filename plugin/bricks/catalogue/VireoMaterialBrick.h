@@ -23,20 +23,12 @@ public:
 protected:
     VireoMaterialBrick();
 
-    // Rows of the catalogue. A label that is not given equals the name.
+    // Rows of the catalogue, besides those of the base.
     /// The recorded default is 0 whatever the start value.
     void addFloat(const char* name, const char* label, float value);
     void addFloat(const char* name, float value) { addFloat(name, name, value); }
-    /// A float that takes Fresnel textures.
+    /// A float that takes Fresnel textures, likewise.
     void addFresnel(const char* name, float value);
-    void addColor(const char* name, const char* label, int red, int green, int blue);
-    void addColor(const char* name, int red, int green, int blue)
-    {
-        addColor(name, name, red, green, blue);
-    }
-    void addBool(const char* name, const char* label, bool value);
-    void addBool(const char* name, bool value) { addBool(name, name, value); }
-    void addEnum(const char* name, const QStringList& items, int value);
     void addMaterialInput(const char* name, const char* label);
     void addMaterialInput(const char* name) { addMaterialInput(name, name); }
 };

@@ -4,7 +4,6 @@
 #include "VireoRootBrick.h"
 
 #include "LinkTypes.h"
-#include "PropertyDefaults.h"
 #include "SceneCodeWriter.h"
 #include "VireoExtComplexIn.h"
 #include "VireoExtPropertyParam.h"
@@ -31,21 +30,22 @@ VireoRootBrick::VireoRootBrick()
     material << addComplexInput(
         false, VolumeLink, QLatin1String("Exterior"), QLatin1String("Exterior"));
 
-    addBool("generatetangents", false);
-    VireoExtPropertyParam* displacement = addFloat("displacementmap", 0);
+    // A statement each: the order in which the inputs are made is that of the text.
+    QList<VireoParam*>& mesh = sections->meshSectionParams;
+    mesh << addBool("generatetangents", false);
+    VireoExtPropertyParam* displacement = addSetting("displacementmap", 0);
     displacement->setDirection(DzBrickParam::InputDirection);
     displacement->setConnectedOnly(true);
-    addFloat("dmscale", 0.1f);
-    addFloat("dmoffset", 0);
-    addBool("dmnormalsmooth", true);
-    addBool("dmnormalsplit", false);
-    addBool("dmsharpboundary", false);
-    const QLatin1String levels("nsubdivlevels");
-    sections->meshSectionParams << addIntRow(levels, levels, 0);
-    const QLatin1String scheme("subdivscheme");
+    mesh << displacement;
+    mesh << addSetting("dmscale", 0.1f);
+    mesh << addSetting("dmoffset", 0);
+    mesh << addBool("dmnormalsmooth", true);
+    mesh << addBool("dmnormalsplit", false);
+    mesh << addBool("dmsharpboundary", false);
+    mesh << addInt("nsubdivlevels", 0);
     QStringList schemes;
     schemes << QLatin1String("loop") << QLatin1String("microdisplacement");
-    sections->meshSectionParams << addEnumRow(scheme, scheme, schemes, 0);
+    mesh << addEnum("subdivscheme", schemes, 0);
 
     DzUndoStackLock lock;
     // Its value means nothing: only a texture displaces.
@@ -57,19 +57,9 @@ VireoRootBrick::~VireoRootBrick()
     delete sections;
 }
 
-void VireoRootBrick::addBool(const char* name, bool value)
+VireoExtPropertyParam* VireoRootBrick::addSetting(const char* name, float value)
 {
-    sections->meshSectionParams << addBoolRow(QLatin1String(name), QLatin1String(name), value);
-}
-
-VireoExtPropertyParam* VireoRootBrick::addFloat(const char* name, float value)
-{
-    const QLatin1String text(name);
-    VireoExtPropertyParam* param
-        = addFloatParam(false, PropertyDefaults::path(), text, text, text, value, value,
-            -PropertyDefaults::floatLimit, PropertyDefaults::floatLimit, false, QString());
-    sections->meshSectionParams << param;
-    return param;
+    return addNumber(name, name, NoLink, value, value);
 }
 
 QString VireoRootBrick::getPreferredName() const

@@ -39,8 +39,7 @@ private:
         QList<VireoParam*> meshSectionParams;
     };
 
-    void addBool(const char* name, bool value);
-    VireoExtPropertyParam* addFloat(const char* name, float value);
+    VireoExtPropertyParam* addSetting(const char* name, float value);
 
     Sections* sections;
 };

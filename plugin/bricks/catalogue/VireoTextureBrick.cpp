@@ -4,15 +4,21 @@
 #include "VireoTextureBrick.h"
 
 #include "LinkTypes.h"
+#include "NumberedPairs.h"
 #include "PropertyCode.h"
 #include "PropertyDefaults.h"
 #include "SceneCodeWriter.h"
 #include "VireoExtPropertyParam.h"
 #include "VireoExtVec3Param.h"
 #include "dzfloatproperty.h"
+#include "dzintproperty.h"
 #include "dzundostack.h"
 
 VireoTextureBrick::VireoTextureBrick()
+{
+}
+
+VireoTextureBrick::~VireoTextureBrick()
 {
 }
 
@@ -60,8 +66,26 @@ void VireoTextureBrick::endTexture(CodeResult* result, SceneCodeWriter* writer, 
     writer->popAndEmit();
 }
 
+DzElement* VireoTextureBrick::setAttributes(const DzSettings* settings)
+{
+    // First, so that the pairs stand before the inputs that the base makes anew.
+    if (pairs)
+        pairs->readCount(settings);
+    return VireoBrickBase::setAttributes(settings);
+}
+
+void VireoTextureBrick::countChanged()
+{
+    if (pairs)
+        pairs->matchCount();
+}
+
 void VireoTextureBrick::writeParameters(SceneCodeWriter* writer)
 {
+    if (pairs) {
+        pairs->write(writer);
+        return;
+    }
     for (int i = 0; i < getNumParameters(); ++i) {
         writePlainProperties(writer, i);
         writeParameter(getParameter(i), writer);
@@ -99,33 +123,18 @@ VireoExtPropertyParam* VireoTextureBrick::addFloat(const char* name, float value
 VireoExtPropertyParam* VireoTextureBrick::addFloat(
     const char* name, float value, float defaultValue)
 {
-    return addFloatRow(QLatin1String(name), QLatin1String(name), value, defaultValue);
+    return addNumber(name, name, FloatLink, value, defaultValue);
 }
 
 VireoExtPropertyParam* VireoTextureBrick::addFresnel(const char* name, float value)
 {
-    return addFresnelRow(QLatin1String(name), QLatin1String(name), value, value);
+    return addNumber(name, name, FresnelLink, value, value);
 }
 
-VireoExtPropertyParam* VireoTextureBrick::addColor(const char* name, int red, int green, int blue)
+void VireoTextureBrick::addNumberedPairs(const char* numberName, VireoExtPropertyParam* amount)
 {
-    return addColorRow(QLatin1String(name), QLatin1String(name), QColor(red, green, blue));
-}
-
-void VireoTextureBrick::addInt(const char* name, int value)
-{
-    addIntRow(QLatin1String(name), QLatin1String(name), value);
-}
-
-void VireoTextureBrick::addEnum(const char* name, const QStringList& items, int value)
-{
-    addEnumRow(QLatin1String(name), QLatin1String(name), items, value);
-}
-
-void VireoTextureBrick::addImage(const char* name)
-{
-    const QLatin1String text(name);
-    addImageParam(false, PropertyDefaults::path(), text, text, text, QString());
+    pairs.reset(new NumberedPairs(this, numberName, amount));
+    connect(pairs->createCount(), SIGNAL(currentValueChanged()), this, SLOT(countChanged()));
 }
 
 void VireoTextureBrick::addPlainFloat(const char* name, float value)

@@ -7,7 +7,9 @@
 
 #include <QList>
 #include <QPointer>
+#include <QScopedPointer>
 
+class NumberedPairs;
 class VireoExtVec3Param;
 
 /// Base of the texture bricks: one Texture statement.
@@ -16,6 +18,11 @@ class VireoTextureBrick : public VireoBrickBase
     Q_OBJECT
 
 public:
+    ~VireoTextureBrick() override;
+
+    // DzElement
+    DzElement* setAttributes(const DzSettings* settings) override;
+
     // DzShaderBrick
     DzBrickSet::ShaderType type() const override { return DzBrickSet::None; }
     QString getDefaultCategory() const override { return QLatin1String("Vireo//Values"); }
@@ -24,11 +31,15 @@ public:
     // VireoBrickBase
     CodeResult* writeCode(CodeResult* result, SceneCodeWriter* writer) override;
     /// Writes everything in order of creation: inputs, the vectors of the placement blocks, and
-    /// properties without input.
+    /// properties without input. A texture of numbered pairs writes those and nothing else.
     void writeParameters(SceneCodeWriter* writer) override;
 
     /// The renderer's word for the texture's value: "float", "color" or "fresnel".
     virtual QString getLuxTextureKind() const;
+
+public slots:
+    /// Brings the numbered pairs in line with "count".
+    void countChanged();
 
 protected:
     VireoTextureBrick();
@@ -37,15 +48,17 @@ protected:
     QString beginTexture(SceneCodeWriter* writer, const QString& luxType);
     void endTexture(CodeResult* result, SceneCodeWriter* writer, const QString& name);
 
-    // Rows of the catalogue; labels equal the names, recorded defaults the start values.
+    /// Writes the statements of an image map whose image is the map of `tint`, null when there is
+    /// none. Defined beside the two image maps, one for each class of property.
+    template <typename Property>
+    CodeResult* writeImageMap(
+        Property* tint, bool isImageLinked, CodeResult* result, SceneCodeWriter* writer);
+
+    // Rows of the catalogue, besides those of the base.
     VireoExtPropertyParam* addFloat(const char* name, float value);
     VireoExtPropertyParam* addFloat(const char* name, float value, float defaultValue);
     /// A float that takes Fresnel textures.
     VireoExtPropertyParam* addFresnel(const char* name, float value);
-    VireoExtPropertyParam* addColor(const char* name, int red, int green, int blue);
-    void addInt(const char* name, int value);
-    void addEnum(const char* name, const QStringList& items, int value);
-    void addImage(const char* name);
     /// A property without input: nothing can be linked to it.
     void addPlainFloat(const char* name, float value);
     /// The placement of a texture on the surface.
@@ -56,8 +69,13 @@ protected:
     void addImageBlock();
     /// The bond, bricks and mortar of a wall: the float and the colour brick texture share them.
     void addBrickRows();
+    /// A property "count" and the pairs that it asks for, see NumberedPairs. `amount` is written
+    /// before them; null for none.
+    void addNumberedPairs(const char* numberName, VireoExtPropertyParam* amount);
 
 private:
+    friend class NumberedPairs;
+
     struct PlainProperty {
         QString name;
         int position; ///< number of parameters that were there before it
@@ -70,6 +88,7 @@ private:
     /// The vectors of the placement blocks.
     QList<QPointer<VireoExtVec3Param>> blockParams;
     QList<PlainProperty> plainProperties;
+    QScopedPointer<NumberedPairs> pairs; ///< null in most textures
 };
 
 /// A texture of one number. It feeds float inputs.

@@ -13,12 +13,7 @@ VireoVolumeBrick::VireoVolumeBrick()
 
 void VireoVolumeBrick::addFresnel(const char* name, float value)
 {
-    addFresnelRow(QLatin1String(name), QLatin1String(name), value, 0);
-}
-
-void VireoVolumeBrick::addColor(const char* name, int red, int green, int blue)
-{
-    addColorRow(QLatin1String(name), QLatin1String(name), QColor(red, green, blue));
+    addNumber(name, name, FresnelLink, value, 0);
 }
 
 CodeResult* VireoVolumeBrick::writeCode(CodeResult* result, SceneCodeWriter* writer)

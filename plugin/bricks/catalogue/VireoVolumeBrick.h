@@ -22,8 +22,7 @@ public:
 protected:
     VireoVolumeBrick();
 
-    // Rows of the catalogue; labels equal the names.
-    /// A float that takes Fresnel textures; the recorded default is 0 whatever the start value.
+    /// A row of the catalogue: a float that takes Fresnel textures. The recorded default is 0
+    /// whatever the start value.
     void addFresnel(const char* name, float value);
-    void addColor(const char* name, int red, int green, int blue);
 };

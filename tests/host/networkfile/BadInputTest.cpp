@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ExportText.h"
 #include "LinkTypes.h"
+#include "NetworkCode.h"
 #include "TestSupport.h"
 #include "VireoRootBrick.h"
 #include "dzbrickuserfile.h"

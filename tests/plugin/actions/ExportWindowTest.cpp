@@ -82,16 +82,8 @@ TEST_F(ExportWindowTest, theWindowIsModelessAndLooksAsItShould)
 TEST_F(ExportWindowTest, anEmptyRootShowsHeadingsAroundItsDefaults)
 {
     exportCode(addBrick(user, "VireoRootBrick"));
-    EXPECT_TEXT(separator + "\n# Material Settings\n\n\n" + separator
-            + "\n# Mesh Settings\n"
-              "\t\"bool    generatetangents\" [\"false\"]\n"
-              "\t\"float   dmscale\" [0.1]\n"
-              "\t\"float   dmoffset\" [0]\n"
-              "\t\"bool    dmnormalsmooth\" [\"true\"]\n"
-              "\t\"bool    dmnormalsplit\" [\"false\"]\n"
-              "\t\"bool    dmsharpboundary\" [\"false\"]\n"
-              "\t\"integer nsubdivlevels\" [0]\n"
-              "\t\"string  subdivscheme\" [\"loop\"]\n",
+    EXPECT_TEXT(separator + "\n# Material Settings\n\n\n" + separator + "\n# Mesh Settings\n"
+            + freshMeshText(),
         edit(0)->toPlainText());
 }
 

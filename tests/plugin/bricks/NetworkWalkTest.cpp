@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "BrickCodeCache.h"
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "SceneCodeWriter.h"
 #include "TestSupport.h"
 #include "VireoExtOutParam.h"
 #include "VireoExtPropertyParam.h"
 #include "VireoRootBrick.h"
 #include "dzboolproperty.h"
+#include "dzbrickcodekeys.h"
 #include "dzcolorproperty.h"
 #include "dzfloatproperty.h"
 #include "dzimageproperty.h"
@@ -55,18 +56,6 @@ QString constantStatement(int number)
     return QStringLiteral("\nTexture \"Lm_texture%1\" \"float\" \"constant\"\n"
                           "\t\"float   value\" [1]\n")
         .arg(number);
-}
-
-QString freshMeshText()
-{
-    return QStringLiteral("\t\"bool    generatetangents\" [\"false\"]\n"
-                          "\t\"float   dmscale\" [0.1]\n"
-                          "\t\"float   dmoffset\" [0]\n"
-                          "\t\"bool    dmnormalsmooth\" [\"true\"]\n"
-                          "\t\"bool    dmnormalsplit\" [\"false\"]\n"
-                          "\t\"bool    dmsharpboundary\" [\"false\"]\n"
-                          "\t\"integer nsubdivlevels\" [0]\n"
-                          "\t\"string  subdivscheme\" [\"loop\"]\n");
 }
 
 GeneratedCode codeOf(VireoBrickBase* brick, bool literal = true, bool mapFiles = false)
@@ -780,6 +769,64 @@ TEST_F(NetworkWalkTest, onRequestAMappedFilenameIsItsFileNameAndOtherMapsAreStil
         << code.materialText.toStdString();
     EXPECT_TRUE(code.materialText.contains(QStringLiteral("\t\"float   uscale\" [1]\n")));
     EXPECT_EQ(code.unwrittenMaps, QList<DzNumericProperty*>({ scale }));
+}
+
+TEST_F(NetworkWalkTest, imageFilesAreNamedAsStoredFromTheRootOrFromTheText)
+{
+    VireoBrickBase* map = add("VireoTexFltNormalMapBrick");
+    VireoBrickBase* metal = add("VireoTexFnlFresnelNameBrick");
+    auto* filename = propertyAs<DzFloatProperty>(map, "filename");
+    auto* image = propertyAs<DzImageProperty>(metal, "filename");
+    const auto written = [&](const char* stored, const char* imageFolder, const char* textFolder) {
+        filename->setMap(QString::fromLatin1(stored));
+        image->setValue(QString::fromLatin1(stored));
+        GenerateOptions options;
+        options.mapFiles = true;
+        options.imageNames.imageFolder = QString::fromLatin1(imageFolder);
+        options.imageNames.textFolder = QString::fromLatin1(textFolder);
+        QStringList lines;
+        for (VireoBrickBase* brick : { map, metal })
+            for (const QString& line :
+                generateCode(brick, options).materialText.split(QLatin1Char('\n')))
+                if (line.contains(QLatin1String("filename")))
+                    lines.append(line.section(QLatin1Char('"'), 3, 3));
+        EXPECT_EQ(lines.size(), 2);
+        EXPECT_EQ(lines.value(0), lines.value(1));
+        return lines.value(0).toStdString();
+    };
+    EXPECT_EQ(written("../maps/a.png", "", ""), "../maps/a.png");
+    EXPECT_EQ(written("../maps/a.png", "/home/ada/networks", ""), "/home/ada/maps/a.png");
+    EXPECT_EQ(written("/maps/a.png", "/home/ada", ""), "/maps/a.png");
+    EXPECT_EQ(written("maps/a.png", "/home/ada", "/home/ada/scenes/one"), "../../maps/a.png");
+    EXPECT_EQ(written("/maps/a.png", "/home/ada", "/home/ada"), "../../maps/a.png");
+    // Names of another system are not ours to complete.
+    EXPECT_EQ(written("C:/maps/a.png", "/home/ada", "/home/ada"), "C:/maps/a.png");
+    EXPECT_EQ(written("\\\\server\\a.png", "/home/ada", "/home"), "\\\\server\\a.png");
+}
+
+TEST_F(NetworkWalkTest, imageFilesOfTheTextAreListedWithTheirPlaces)
+{
+    VireoBrickBase* map = add("VireoTexFltNormalMapBrick");
+    auto* filename = propertyAs<DzFloatProperty>(map, "filename");
+    ASSERT_TRUE(filename->setMap(QStringLiteral("maps/a.png")));
+    EXPECT_TRUE(codeOf(map).imageFiles.isEmpty());
+    GenerateOptions options;
+    options.mapFiles = true;
+    options.imageNames.imageFolder = QStringLiteral("/home/ada");
+    options.imageNames.textFolder = QStringLiteral("/home");
+    const GeneratedCode code = generateCode(map, options);
+    ASSERT_EQ(code.imageFiles.size(), 1);
+    EXPECT_EQ(code.imageFiles.at(0).property, filename);
+    EXPECT_EQ(code.imageFiles.at(0).path, QStringLiteral("/home/ada/maps/a.png"));
+    const QVariantList told
+        = map->getSceneCode(true, true, QStringLiteral("/home/ada"), QStringLiteral("/home"))
+              .value(QLatin1String(DzBrickCodeKeys::imageFiles))
+              .toList();
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_EQ(told.at(0).toMap().value(QStringLiteral("file")).toString(),
+        QStringLiteral("/home/ada/maps/a.png"));
+    EXPECT_EQ(told.at(0).toMap().value(QStringLiteral("brick")).value<QObject*>(), map);
+    EXPECT_EQ(told.at(0).toMap().value(QStringLiteral("property")).value<QObject*>(), filename);
 }
 
 TEST_F(NetworkWalkTest, placeholdersCarryTheMapsThemselves)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "RandomNetwork.h"
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "TestSupport.h"
 #include "VireoRootBrick.h"
 #include "dzbrickuserfile.h"

@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
+#include "dzbrickstate.h"
 #include "dzbrickuserfile.h"
+#include "dzcolorproperty.h"
 #include "dzfloatproperty.h"
 #include "dzintproperty.h"
 #include "dzundostack.h"
@@ -98,13 +100,141 @@ TEST_F(MultiInputTest, loweringCountRemovesTheHighestPairs)
     EXPECT_EQ(propertyAs<DzFloatProperty>(mix, "weight1")->getValue(), 0.5f);
 }
 
-TEST_F(MultiInputTest, aPairThatComesBackStartsAfresh)
+TEST_F(MultiInputTest, aPairThatComesBackHoldsWhatItHeld)
 {
+    VireoBrickBase* texture = addBrick(user, "VireoTexFltConstantBrick");
+    setCount(band, 3);
+    setNumber(band, "offset2", 0.5f);
+    setNumber(band, "tex2", 0.75f);
+    ASSERT_TRUE(propertyAs<DzFloatProperty>(band, "tex2")->setMap(QStringLiteral("ramp.png")));
+    property(band, "offset2")->lock(true);
+    param(band, "tex3")->setLabel(QStringLiteral("Third"));
+    ASSERT_TRUE(link(texture, band, "tex3"));
+    const QString before = literalText(band);
+    setCount(band, 1);
+    EXPECT_EQ(param(texture, "result")->getNumConnections(), 0);
+    setCount(band, 3);
+    EXPECT_EQ(paramNames(band), words("result amount offset1 tex1 offset2 tex2 offset3 tex3"));
+    EXPECT_TEXT(before, literalText(band));
+    EXPECT_EQ(propertyAs<DzFloatProperty>(band, "offset2")->getValue(), 0.5f);
+    EXPECT_TRUE(property(band, "offset2")->isLocked());
+    EXPECT_FALSE(property(band, "tex2")->isLocked());
+    EXPECT_EQ(propertyAs<DzFloatProperty>(band, "tex2")->getMapValue()->getFilename(),
+        QStringLiteral("ramp.png"));
+    EXPECT_EQ(param(band, "tex3")->getLabel(), QStringLiteral("Third"));
+    EXPECT_TRUE(param(band, "tex3")->isConnectedTo(param(texture, "result")));
+}
+
+TEST_F(MultiInputTest, whatAPairHeldLastIsWhatComesBack)
+{
+    setCount(mix, 2);
+    setNumber(mix, "weight2", 0.5f);
+    propertyAs<DzColorProperty>(mix, "tex2")->setColorValue(QColor(10, 20, 30));
+    setCount(mix, 0);
+    setCount(mix, 2);
+    setNumber(mix, "weight2", 0.25f);
+    setCount(mix, 1);
+    setCount(mix, 2);
+    EXPECT_EQ(propertyAs<DzFloatProperty>(mix, "weight2")->getValue(), 0.25f);
+    EXPECT_EQ(propertyAs<DzColorProperty>(mix, "tex2")->getColorValue(), QColor(10, 20, 30));
+}
+
+TEST_F(MultiInputTest, aLinkThatIsNoLongerAllowedDoesNotComeBack)
+{
+    VireoBrickBase* deleted = addBrick(user, "VireoTexFltConstantBrick");
+    VireoBrickBase* looping = addBrick(user, "VireoTexFltMixBrick");
+    setCount(band, 3);
+    ASSERT_TRUE(link(deleted, band, "tex2"));
+    ASSERT_TRUE(link(looping, band, "tex3"));
+    setCount(band, 1);
+    ASSERT_TRUE(link(band, looping, "tex1"));
+    // Undo keeps it alive.
+    const BrickPtr alive(deleted);
+    ASSERT_TRUE(user.deleteBrick(deleted));
+    setCount(band, 3);
+    EXPECT_EQ(param(band, "tex2")->getNumConnections(), 0);
+    EXPECT_EQ(param(band, "tex3")->getNumConnections(), 0);
+}
+
+TEST_F(MultiInputTest, whatRemovedPairsHeldIsInNoFileNoCopyAndNoText)
+{
+    VireoBrickUser fresh;
+    VireoBrickBase* other = addBrick(fresh, "VireoTexFltBAndBrick");
+    setCount(other, 1);
     setCount(band, 2);
     setNumber(band, "offset2", 0.5f);
     setCount(band, 1);
+    EXPECT_TEXT(literalText(other), literalText(band));
+    DzSettings attributes;
+    band->getAttributes(&attributes);
+    DzSettings expected;
+    other->getAttributes(&expected);
+    EXPECT_TRUE(attributes.isEqual(expected));
+
+    VireoBrickUser copy;
+    copy.copyFrom(&user);
+    auto* copied = qobject_cast<VireoBrickBase*>(copy.getBrick(band->getBrickID()));
+    ASSERT_NE(copied, nullptr);
+    setCount(copied, 2);
+    EXPECT_EQ(propertyAs<DzFloatProperty>(copied, "offset2")->getValue(), 0.0f);
+}
+
+TEST_F(MultiInputTest, pairsComeBackWithTheirLinksThroughUndoAndRedo)
+{
+    VireoBrickBase* texture = addBrick(user, "VireoTexFltConstantBrick");
+    const auto changeCount = [&](int number) {
+        DzBrickStateHold hold(band);
+        setCount(band, number);
+        hold.accept(QStringLiteral("count"));
+    };
+    changeCount(2);
+    setNumber(band, "offset2", 0.5f);
+    ASSERT_TRUE(link(texture, band, "tex2"));
+    const QString before = literalText(band);
+    changeCount(1);
+    const QString lowered = literalText(band);
+    dzUndoStack->undo();
+    EXPECT_TEXT(before, literalText(band));
+    dzUndoStack->redo();
+    EXPECT_TEXT(lowered, literalText(band));
+    changeCount(2);
+    EXPECT_TEXT(before, literalText(band));
+    dzUndoStack->undo();
+    EXPECT_TEXT(lowered, literalText(band));
+    EXPECT_EQ(param(texture, "result")->getNumConnections(), 0);
+    dzUndoStack->redo();
+    EXPECT_TEXT(before, literalText(band));
+    EXPECT_EQ(param(texture, "result")->getNumConnections(), 1);
+}
+
+TEST_F(MultiInputTest, countAndPairsAgreeAlsoWithoutClamping)
+{
+    auto* number = propertyAs<DzIntProperty>(band, "count");
+    number->setIsClamped(false);
+    setCount(band, 15);
+    EXPECT_EQ(count(band), 10);
+    EXPECT_EQ(band->getNumParameters(), 2 + 2 * 10);
+    setCount(band, -3);
+    EXPECT_EQ(count(band), 0);
+    EXPECT_EQ(paramNames(band), words("result amount"));
+}
+
+TEST_F(MultiInputTest, aCountOutOfRangeInAFileIsBroughtIntoRangeAndNamed)
+{
     setCount(band, 2);
-    EXPECT_EQ(propertyAs<DzFloatProperty>(band, "offset2")->getValue(), 0.0f);
+    DzBrickUserFile file;
+    QByteArray bytes = file.saveText(&user);
+    ASSERT_EQ(bytes.count("[\"i\", 2]"), 1) << bytes.toStdString();
+    bytes.replace("[\"i\", 2]", "[\"i\", 4000000]");
+    VireoBrickUser loaded;
+    Warnings warnings;
+    ASSERT_TRUE(file.loadText(bytes, QStringLiteral("network.sskn"), &loaded));
+    auto* again = qobject_cast<VireoBrickBase*>(loaded.getBrick(band->getBrickID()));
+    ASSERT_NE(again, nullptr);
+    EXPECT_EQ(count(again), 10);
+    EXPECT_EQ(again->getNumParameters(), 2 + 2 * 10);
+    const QString told = (warnings.messages + file.getWarnings()).join(QLatin1Char('\n'));
+    EXPECT_TRUE(told.contains(QStringLiteral("\"count\" is 4000000"))) << told.toStdString();
 }
 
 TEST_F(MultiInputTest, linksOfPairsThatStayAreKeptAndOthersGo)
@@ -216,6 +346,20 @@ TEST_F(MultiInputTest, pairsStandBeforeCustomInputs)
     band->addCustomInput(1009, QStringLiteral("mine"), QStringLiteral("mine"), 0);
     setCount(band, 2);
     EXPECT_EQ(paramNames(band), words("result amount offset1 tex1 offset2 tex2 mine"));
+}
+
+TEST_F(MultiInputTest, pairsAreAppendedAtTheEndWhenACustomInputWasMovedForward)
+{
+    DzBrickParam* moved
+        = band->addCustomInput(1009, QStringLiteral("mine"), QStringLiteral("mine"), 0);
+    setCount(band, 1);
+    ASSERT_TRUE(band->changeParamIndex(moved, 1));
+    setCount(band, 2);
+    EXPECT_EQ(paramNames(band), words("result mine amount offset1 tex1 offset2 tex2"));
+    band->addCustomInput(1009, QStringLiteral("last"), QStringLiteral("last"), 0);
+    setCount(band, 3);
+    EXPECT_EQ(
+        paramNames(band), words("result mine amount offset1 tex1 offset2 tex2 offset3 tex3 last"));
 }
 
 TEST_F(MultiInputTest, aCustomInputNamedLikeAPairsDoesNotDisturb)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "BrickCodeCache.h"
-#include "ExportText.h"
+#include "NetworkCode.h"
 #include "SceneCodeWriter.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
@@ -85,6 +85,15 @@ void expectValues(const CodeResult& result, int components, double red, double g
     EXPECT_DOUBLE_EQ(result.values[1], green);
     EXPECT_DOUBLE_EQ(result.values[2], blue);
     EXPECT_DOUBLE_EQ(result.values[3], 1);
+}
+
+/// A statement without a colour of its own.
+void expectNoValues(const CodeResult& result)
+{
+    EXPECT_EQ(result.kind, 6);
+    EXPECT_EQ(result.aux, 0);
+    for (double value : result.values)
+        EXPECT_EQ(value, 0);
 }
 
 class ColorConstantTest : public testing::Test
@@ -267,6 +276,14 @@ TEST_F(ColorConstantTest, theResultHoldsTheProductInBothModes)
     EXPECT_EQ(resultOf(brick, false).name, QStringLiteral("Lm_texture2"));
 }
 
+TEST_F(ColorConstantTest, theResultHoldsNoColourWhereALinkedTextureStandsInItsPlace)
+{
+    value->setColorValue(QColor(255, 51, 0));
+    ASSERT_TRUE(link(addBrick(user, "VireoTexClrMixBrick"), brick, "value"));
+    expectNoValues(resultOf(brick, false));
+    expectValues(resultOf(brick, true), 3, 1, 0.2, 0);
+}
+
 TEST_F(ColorConstantTest, mapsThatTheLiteralTextDropsAreNoticed)
 {
     value->setMap(QStringLiteral("maps/wood.png"));
@@ -436,6 +453,16 @@ TEST_F(ColorImageMapTest, theResultHoldsTheColour)
     EXPECT_EQ(resultOf(brick, false).name, QStringLiteral("Lm_texture2"));
 }
 
+TEST_F(ColorImageMapTest, theResultHoldsTheColourOfAConstantAlsoWhenFilenameIsLinked)
+{
+    filename->setColorValue(QColor(255, 51, 0));
+    ASSERT_TRUE(link(addBrick(user, "VireoTexClrMixBrick"), brick, "filename"));
+    expectValues(resultOf(brick, true), 3, 1, 0.2, 0);
+    expectNoValues(resultOf(brick, false));
+    ASSERT_TRUE(filename->setMap(QStringLiteral("wall.png")));
+    expectNoValues(resultOf(brick, true));
+}
+
 // Float image map --------------------------------------------------------------------------------
 
 TEST_F(FloatImageMapTest, literalTextWithoutAMapIsAConstant)
@@ -554,4 +581,14 @@ TEST_F(FloatImageMapTest, theResultHoldsTheValueThreeTimes)
     EXPECT_EQ(resultOf(brick, true).name, QStringLiteral("Lm_texture1"));
     expectValues(resultOf(brick, false), 1, 0.5, 0.5, 0.5);
     EXPECT_EQ(resultOf(brick, false).name, QStringLiteral("Lm_texture2"));
+}
+
+TEST_F(FloatImageMapTest, theResultHoldsTheValueOfAConstantAlsoWhenFilenameIsLinked)
+{
+    filename->setValue(0.25f);
+    ASSERT_TRUE(link(addBrick(user, "VireoTexFltMixBrick"), brick, "filename"));
+    expectValues(resultOf(brick, true), 1, 0.25, 0.25, 0.25);
+    expectNoValues(resultOf(brick, false));
+    ASSERT_TRUE(filename->setMap(QStringLiteral("wall.png")));
+    expectNoValues(resultOf(brick, true));
 }

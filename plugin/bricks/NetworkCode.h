@@ -21,6 +21,8 @@ struct GeneratedCode {
     QStringList placeholderNames;
     /// Mapped properties whose map the text does not carry.
     QList<DzNumericProperty*> unwrittenMaps;
+    /// Image files that the text names, each property once.
+    QVector<WrittenImageFile> imageFiles;
     /// The parts of materialText by the brick that wrote them, in the text's order.
     QVector<WrittenStatement> statements;
 };
@@ -33,21 +35,17 @@ struct GenerateOptions {
     {
     }
 
-    bool literalValues; ///< values rather than placeholders
-    bool mapFiles;      ///< a mapped "filename" as its file name
+    bool literalValues;        ///< values rather than placeholders
+    bool mapFiles;             ///< a mapped "filename" as its file name
+    ImageFileNames imageNames; ///< how that name and those of image properties are written
 };
 
 /// Writes a brick afresh. The same network gives the same text on every run.
 GeneratedCode generateCode(VireoBrickBase* brick, const GenerateOptions& options);
 
-/// The line that separates the sections of the text that users see.
-QString exportSeparator();
-
 /// The text that users see: both sections under their headings.
 QString exportText(const GeneratedCode& code);
 
-/// The same for scripts and other programs: "materialText", "meshText" and "exportText";
-/// "placeholders", each with "name", "brick" and "property"; "unwrittenMaps", the mapped properties
-/// whose map the text does not carry, each with "brick" and "property"; "statements", each with
-/// "brick" and "begin" and "length" in the export text, the text of the mesh section last.
+/// The same for scripts and other programs, under the keys of DzBrickCodeKeys. The text of the
+/// mesh section is the last of its statements.
 QVariantMap sceneCodeMap(VireoBrickBase* brick, const GeneratedCode& code);
