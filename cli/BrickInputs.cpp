@@ -4,6 +4,7 @@
 #include "BrickInputs.h"
 
 #include "LinkTypes.h"
+#include "PropertyDefaults.h"
 #include "VireoBrickBase.h"
 #include "dzboolproperty.h"
 #include "dzbrickparam.h"
@@ -77,21 +78,26 @@ QString limitsOf(const BrickInput& input)
         || qobject_cast<const DzBoolProperty*>(property))
         return QString();
     QString limits;
-    if (auto* number = qobject_cast<const DzFloatProperty*>(property))
+    if (auto* number = qobject_cast<const DzFloatProperty*>(property)) {
+        if (number->getMin() <= -PropertyDefaults::floatLimit
+            && number->getMax() >= PropertyDefaults::floatLimit)
+            return QString();
         limits = QStringLiteral("%1 to %2")
                      .arg(static_cast<double>(number->getMin()))
                      .arg(static_cast<double>(number->getMax()));
-    else if (auto* whole = qobject_cast<const DzIntProperty*>(property))
+    } else if (auto* whole = qobject_cast<const DzIntProperty*>(property)) {
         limits = QStringLiteral("%1 to %2").arg(whole->getMin()).arg(whole->getMax());
-    else
+    } else {
         return QString();
+    }
+    // Limits that do not clamp only say how far a slider goes.
     const bool isClamped = static_cast<const DzNumericProperty*>(property)->isClamped();
-    return isClamped ? limits + QStringLiteral(", clamped") : limits;
+    return isClamped ? limits : limits + QStringLiteral(" (slider only)");
 }
 
 QString linkOf(const BrickInput& input)
 {
-    return input.param && input.param->isInput() ? linkTypeName(input.param->getType())
+    return input.param && input.param->isInput() ? input.param->getTypeString()
                                                  : QStringLiteral("-");
 }
 

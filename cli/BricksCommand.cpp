@@ -82,7 +82,10 @@ QByteArray bricksAsMarkdown(const QVector<BrickPtr>& bricks)
         "*takes* names the textures, materials or volumes that can be linked to an input; `-` "
         "marks a\n"
         "value that nothing can be linked to. *default* is what a reset gives: for the numbers of\n"
-        "materials and volumes it is 0 whatever they start with. Band and multi-mix textures have\n"
+        "materials and volumes it is 0 whatever they start with. Of *limits*, those marked "
+        "\"slider "
+        "only\"\n"
+        "say how far a slider goes; other numbers can be typed. Band and multi-mix textures have\n"
         "\"count\" numbered pairs of inputs besides those listed.\n");
     for (const auto& heading : headings) {
         text += QStringLiteral("\n## %1\n").arg(QString::fromLatin1(heading[1]));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "Command.h"
+#include "ImageFiles.h"
 
 #include "ExportText.h"
 #include "NetworkCode.h"
@@ -16,6 +17,7 @@
 #include "idzbrickuser.h"
 
 #include <CLI/CLI.hpp>
+#include <QFileInfo>
 
 namespace {
 
@@ -25,7 +27,7 @@ struct ExportOptions {
     std::string output;
     bool placeholders = false;
     bool list = false;
-    bool mapFiles = false;
+    ImageOptions images;
 };
 
 const DzShaderBrick* brickOf(const DzProperty* property)
@@ -58,17 +60,6 @@ QString wholeText(const GeneratedCode& code, bool withList)
     return text;
 }
 
-void noticeUnwrittenMaps(const GeneratedCode& code)
-{
-    for (const DzNumericProperty* property : code.unwrittenMaps) {
-        const bool isFilename = property->getName() == QLatin1String("filename");
-        notice(QStringLiteral("notice: %1/%2: its value is written and does not carry its map %3%4")
-                   .arg(brickCaption(brickOf(property)), property->getName(),
-                       property->getMapValue()->getFilename(),
-                       isFilename ? QStringLiteral("; --map-files writes it") : QString()));
-    }
-}
-
 void runExport(const ExportOptions& options)
 {
     const BrickUserHandle network;
@@ -87,13 +78,13 @@ void runExport(const ExportOptions& options)
 
     GenerateOptions generate;
     generate.literalValues = !options.placeholders;
-    generate.mapFiles = options.mapFiles;
+    useImageOptions(options.images, QFileInfo(path).absolutePath(), options.output, &generate);
     const GeneratedCode code = generateCode(root, generate);
     const QString text = options.section == "material" ? code.materialText
         : options.section == "mesh"                    ? code.resultName
                                                        : wholeText(code, options.list);
     deliver(text.toUtf8(), options.output);
-    noticeUnwrittenMaps(code);
+    noticeImages(options.images, code);
 }
 
 } // namespace
@@ -113,8 +104,7 @@ void addExportCommand(CLI::App& program)
     command->add_flag("--list", options->list, "Add a table of the placeholders")
         ->needs(placeholders)
         ->excludes(section);
-    command->add_flag("--map-files", options->mapFiles,
-        "Write a mapped \"filename\" as the name of its image file");
+    addImageOptions(command, &options->images);
     command->add_option("-o,--output", options->output, "Write into this file");
     command->callback([options] { runExport(*options); });
 }

@@ -4,13 +4,19 @@
 #include "BrickInputs.h"
 #include "BrickKinds.h"
 #include "Command.h"
+#include "ImageFiles.h"
 
 #include "NetworkCode.h"
 #include "VireoRootBrick.h"
 #include "dzbrickparam.h"
+#include "dzfloatproperty.h"
+#include "dzintproperty.h"
 #include "dznumericproperty.h"
 
 #include <CLI/CLI.hpp>
+#include <QDir>
+#include <QRegularExpression>
+#include <limits>
 
 namespace {
 
@@ -21,6 +27,7 @@ struct ShowOptions {
     std::vector<std::string> locks;
     bool placeholders = false;
     bool inputs = false;
+    ImageOptions images;
 };
 
 /// The two halves of NAME=VALUE.
@@ -47,6 +54,34 @@ BrickInput findInput(const VireoBrickBase* brick, const QString& name)
                      .arg(brick->className(), name));
 }
 
+/// Why a text that is a number cannot be a value of a number's property; empty when it may be one.
+QString rangeError(const DzProperty* property, const QString& text)
+{
+    const QString number = text.trimmed();
+    const auto refusal = [&](const QString& least, const QString& most) {
+        return QStringLiteral("%1 is out of range; give a number from %2 to %3")
+            .arg(number, least, most);
+    };
+    static const QRegularExpression numberForm(
+        QStringLiteral("^[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?$"));
+    static const QRegularExpression wholeForm(QStringLiteral("^[+-]?[0-9]+$"));
+    bool isTaken = false;
+    if (qobject_cast<const DzFloatProperty*>(property) && number.contains(numberForm)) {
+        // One that is too near to zero is none of the range's business.
+        if (number.toFloat(&isTaken) != 0.0f && !isTaken) {
+            const QString most
+                = QString::number(static_cast<double>(std::numeric_limits<float>::max()), 'g', 6);
+            return refusal(QLatin1Char('-') + most, most);
+        }
+    } else if (qobject_cast<const DzIntProperty*>(property) && number.contains(wholeForm)) {
+        number.toInt(&isTaken);
+        if (!isTaken)
+            return refusal(QString::number(std::numeric_limits<int>::min()),
+                QString::number(std::numeric_limits<int>::max()));
+    }
+    return QString();
+}
+
 void setValue(const VireoBrickBase* brick, const Assignment& assignment)
 {
     const BrickInput input = findInput(brick, assignment.name);
@@ -61,8 +96,8 @@ void setValue(const VireoBrickBase* brick, const Assignment& assignment)
     if (parts.size() != input.properties.size())
         refuse(QStringLiteral("give %1 numbers with blanks between").arg(input.properties.size()));
     for (int i = 0; i < parts.size(); ++i) {
-        QString error;
-        if (!input.properties.at(i)->setValueText(parts.at(i), &error))
+        QString error = rangeError(input.properties.at(i), parts.at(i));
+        if (!error.isEmpty() || !input.properties.at(i)->setValueText(parts.at(i), &error))
             refuse(error);
     }
 }
@@ -79,8 +114,20 @@ void setMap(const VireoBrickBase* brick, const Assignment& assignment)
 
 void lockInput(const VireoBrickBase* brick, const QString& name)
 {
-    for (DzProperty* property : findInput(brick, name).properties)
+    const BrickInput input = findInput(brick, name);
+    if (input.properties.isEmpty())
+        failWrongUse(QStringLiteral("cannot lock %1: it has no value").arg(name));
+    for (DzProperty* property : input.properties)
         property->lock(true);
+}
+
+QByteArray inputsText(const VireoBrickBase* brick)
+{
+    const QVector<QStringList> table = inputTable(brick);
+    // The first row is the headline.
+    if (table.size() == 1)
+        return QStringLiteral("%1 has no inputs\n").arg(brick->className()).toUtf8();
+    return formatTable(table).toUtf8();
 }
 
 void runShow(const ShowOptions& options)
@@ -97,14 +144,16 @@ void runShow(const ShowOptions& options)
     for (const std::string& lock : options.locks)
         lockInput(brick, argumentText(lock));
     if (options.inputs) {
-        printText(formatTable(inputTable(brick)).toUtf8());
+        printText(inputsText(brick));
         return;
     }
     GenerateOptions generate;
     generate.literalValues = !options.placeholders;
+    useImageOptions(options.images, QDir::currentPath(), std::string(), &generate);
     const GeneratedCode code = generateCode(brick, generate);
     const bool isRoot = qobject_cast<VireoRootBrick*>(brick);
     printText((isRoot ? code.materialText + code.resultName : code.materialText).toUtf8());
+    noticeImages(options.images, code);
 }
 
 } // namespace
@@ -125,6 +174,7 @@ void addShowCommand(CLI::App& program)
         ->allow_extra_args(false);
     command->add_flag("--placeholders", options->placeholders,
         "Write placeholders for values that are not locked");
+    addImageOptions(command, &options->images);
     command->add_flag("--inputs", options->inputs,
         "List the inputs with kind, value, default and limits instead");
     command->callback([options] { runShow(*options); });
