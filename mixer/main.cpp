@@ -88,7 +88,7 @@ int run(int argc, char** argv, const Options& options)
     if (!window.getDocument())
         window.getDocuments()->createNew();
     // With the window on screen, so that one sees what is being asked.
-    QTimer::singleShot(0, &window, [&window] { window.getDocuments()->offerRestore(); });
+    QTimer::singleShot(0, &window, [&window] { window.offerRestore(); });
     const int result = QApplication::exec();
     host.setMessageHandler(DzApp::MessageHandler());
     return result;

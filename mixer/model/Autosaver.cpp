@@ -4,17 +4,30 @@
 #include "Autosaver.h"
 
 #include "AutosaveStore.h"
-#include "MixerDocument.h"
+#include "Work.h"
 
+#include <QCryptographicHash>
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include <chrono>
+
+namespace {
+
+/// So many times as long as making a copy takes there is none: large scenes take seconds, in which
+/// the window stands still.
+const int restsOfCost = 10;
+
+} // namespace
+
 struct Autosaver::Watched {
     QString key;
+    /// Milliseconds that the last copy took.
+    qint64 cost = 0;
     QTimer timer;
     /// Since the first change that has no copy; invalid when all have.
     QElapsedTimer waiting;
-    QByteArray lastText;
+    QByteArray lastDigest;
 };
 
 Autosaver::Autosaver(AutosaveStore* store, QObject* parent)
@@ -28,69 +41,82 @@ Autosaver::~Autosaver()
     qDeleteAll(m_watched);
 }
 
-void Autosaver::watch(MixerDocument* document)
+void Autosaver::watch(Work* work)
 {
-    if (m_watched.contains(document))
+    if (m_watched.contains(work))
         return;
     auto* watched = new Watched;
-    watched->key = document->getKey();
+    watched->key = work->getKey();
     watched->timer.setSingleShot(true);
-    m_watched.insert(document, watched);
-    connect(&watched->timer, &QTimer::timeout, this, [this, document] { keepNow(document); });
-    connect(document, &MixerDocument::changed, this, [this, document] { changed(document); });
-    connect(document, &MixerDocument::modifiedChanged, this,
-        [this, document] { modifiedChanged(document); });
-    connect(document, &QObject::destroyed, this, [this, document] { release(document); });
+    m_watched.insert(work, watched);
+    connect(&watched->timer, &QTimer::timeout, this, [this, work] { keepNow(work); });
+    connect(work, &Work::changed, this, [this, work] { changed(work); });
+    connect(work, &Work::modifiedChanged, this, [this, work] { modifiedChanged(work); });
+    connect(work, &QObject::destroyed, this, [this, work] { release(work); });
     // A network that was restored, or is in no file, needs a copy from the start.
-    if (document->isModified())
-        changed(document);
+    if (work->isModified())
+        changed(work);
 }
 
-void Autosaver::release(MixerDocument* document)
+void Autosaver::release(Work* work)
 {
-    Watched* watched = m_watched.take(document);
+    Watched* watched = m_watched.take(work);
     if (!watched)
         return;
-    disconnect(document, nullptr, this, nullptr);
+    disconnect(work, nullptr, this, nullptr);
     m_store->forget(watched->key);
     delete watched;
 }
 
-void Autosaver::changed(MixerDocument* document)
+void Autosaver::changed(Work* work)
 {
-    Watched* watched = m_watched.value(document);
+    Watched* watched = m_watched.value(work);
     if (!watched->waiting.isValid())
         watched->waiting.start();
-    if (!watched->timer.isActive() || watched->waiting.elapsed() < longestTime)
-        watched->timer.start(m_restTime);
+    const qint64 rest = qMax(qint64(m_restTime), restsOfCost * watched->cost);
+    const qint64 longest = qMax(qint64(longestTime), 2 * rest);
+    if (!watched->timer.isActive() || watched->waiting.elapsed() < longest)
+        watched->timer.start(std::chrono::milliseconds(rest));
 }
 
-void Autosaver::modifiedChanged(MixerDocument* document)
+void Autosaver::modifiedChanged(Work* work)
 {
-    Watched* watched = m_watched.value(document);
-    if (document->isModified())
+    Watched* watched = m_watched.value(work);
+    if (work->isModified())
         return;
     watched->timer.stop();
     watched->waiting.invalidate();
-    watched->lastText.clear();
+    watched->lastDigest.clear();
     m_store->forget(watched->key);
 }
 
-bool Autosaver::keepNow(MixerDocument* document)
+bool Autosaver::keepNow(Work* work)
 {
-    Watched* watched = m_watched.value(document);
+    Watched* watched = m_watched.value(work);
     if (!watched || !watched->waiting.isValid())
         return true;
     watched->timer.stop();
-    const QByteArray text = document->getText();
-    if (!document->isModified() || text == watched->lastText) {
+    QElapsedTimer clock;
+    clock.start();
+    // Scenes know by their text whether they are modified.
+    const QByteArray text = work->getText();
+    if (!work->isModified()) {
+        watched->waiting.invalidate();
+        watched->lastDigest.clear();
+        m_store->forget(watched->key);
+        return true;
+    }
+    const QByteArray digest = QCryptographicHash::hash(text, QCryptographicHash::Sha1);
+    if (digest == watched->lastDigest) {
         watched->waiting.invalidate();
         return true;
     }
     QString error;
-    if (m_store->keep(watched->key, document->getTitle(), document->getPath(), text, &error)) {
+    if (m_store->keep(
+            { work->getKind(), watched->key, work->getTitle(), work->getPath() }, text, &error)) {
         watched->waiting.invalidate();
-        watched->lastText = text;
+        watched->lastDigest = digest;
+        watched->cost = clock.elapsed();
         m_lastError.clear();
         return true;
     }

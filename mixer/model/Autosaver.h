@@ -7,18 +7,17 @@
 #include <memory>
 
 class AutosaveStore;
-class MixerDocument;
-class QTimer;
+class Work;
 
-/// Keeps a copy of each document a moment after its last change, and at times while changes go on.
-/// A document that is saved or goes has no copies.
+/// Keeps a copy of each work a moment after its last change, and at times while changes go on.
+/// What is saved or goes has no copies.
 class Autosaver : public QObject
 {
     Q_OBJECT
 
 public:
     /// Milliseconds of rest after which a copy is made, and the longest time without one while
-    /// changes go on.
+    /// changes go on. Both grow with the time that a copy takes.
     static const int restTime = 3000;
     static const int longestTime = 20000;
 
@@ -26,13 +25,13 @@ public:
     explicit Autosaver(AutosaveStore* store, QObject* parent = nullptr);
     ~Autosaver() override;
 
-    /// Watches a document until it is gone or released.
-    void watch(MixerDocument* document);
-    /// Forgets a document and its copies.
-    void release(MixerDocument* document);
+    /// Watches a work until it is gone or released.
+    void watch(Work* work);
+    /// Forgets a work and its copies.
+    void release(Work* work);
     /// Makes a copy now when there were changes since the last. False when that failed; it is tried
     /// again after the time of rest.
-    bool keepNow(MixerDocument* document);
+    bool keepNow(Work* work);
     /// For tests that do not want to wait.
     void setRestTime(int milliseconds) { m_restTime = milliseconds; }
 
@@ -43,11 +42,11 @@ signals:
 private:
     struct Watched;
 
-    void changed(MixerDocument* document);
-    void modifiedChanged(MixerDocument* document);
+    void changed(Work* work);
+    void modifiedChanged(Work* work);
 
     AutosaveStore* m_store;
     int m_restTime = restTime;
-    QHash<MixerDocument*, Watched*> m_watched;
+    QHash<Work*, Watched*> m_watched;
     QString m_lastError;
 };

@@ -14,8 +14,6 @@
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 
-#include <QCryptographicHash>
-#include <QFile>
 #include <QFileInfo>
 #include <QUndoStack>
 
@@ -23,20 +21,6 @@ namespace {
 
 /// Milliseconds of rest before the text is compared, which costs as much as saving.
 const int comparisonDelay = 150;
-
-QByteArray digestOf(const QByteArray& text)
-{
-    return QCryptographicHash::hash(text, QCryptographicHash::Sha1);
-}
-
-/// Of the bytes of a file; empty when there is none, or it is nothing that can be read at once.
-QByteArray digestOfFile(const QString& path)
-{
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return QByteArray();
-    return digestOf(file.readAll());
-}
 
 /// The last step that was done and not undone; null when there is none.
 const QUndoCommand* lastStep()
@@ -66,7 +50,6 @@ MixerDocument::MixerDocument(IDzBrickUser* user)
     , m_edit(new NetworkEdit(user))
     , m_selection(new BrickSelection)
     , m_watcher(new NetworkWatcher(user))
-    , m_key(QUuid::createUuid().toString(QUuid::WithoutBraces))
     , m_title(user->getBrickUserName())
 {
     keepBrickUser(user);
@@ -121,12 +104,6 @@ QString MixerDocument::getBaseName() const
     return QString(m_title).replace(QLatin1Char('/'), QLatin1Char('-'));
 }
 
-bool MixerDocument::isFileChanged() const
-{
-    const QByteArray now = digestOfFile(m_path);
-    return !now.isEmpty() && now != m_fileDigest;
-}
-
 void MixerDocument::markUnsaved()
 {
     // No text is equal to this one, so undo does not lead back to it.
@@ -153,7 +130,7 @@ bool MixerDocument::load(const QString& path)
     if (!dzReadFile(path, DzBrickUserFile::maximumSize, &text, &m_error) || !loadText(text, path))
         return false;
     m_path = QFileInfo(path).absoluteFilePath();
-    m_fileDigest = digestOf(text);
+    m_fileState = FileState::ofBytes(m_path, text);
     emit titleChanged();
     return true;
 }
@@ -186,7 +163,7 @@ bool MixerDocument::restore(const QString& copy, const QString& path, const QStr
         return false;
     }
     m_path = path;
-    m_fileDigest = digestOfFile(path);
+    m_fileState = FileState::ofFile(path);
     m_title = title;
     replaced();
     markUnsaved();
@@ -200,7 +177,7 @@ bool MixerDocument::save(const QString& path)
     if (!dzWriteFile(path, text, &m_error))
         return false;
     m_path = QFileInfo(path).absoluteFilePath();
-    m_fileDigest = digestOf(text);
+    m_fileState = FileState::ofBytes(m_path, text);
     setSaved(text);
     setModified(false);
     emit titleChanged();

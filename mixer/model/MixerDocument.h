@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "FileState.h"
+#include "Work.h"
 #include "dzbrickuserfile.h"
 
 #include <QObject>
@@ -18,7 +20,7 @@ class NetworkWatcher;
 class QUndoCommand;
 
 /// One network that is being worked on, with its file.
-class MixerDocument : public QObject
+class MixerDocument : public Work
 {
     Q_OBJECT
 
@@ -34,22 +36,23 @@ public:
     NetworkEdit* getEdit() const { return m_edit.get(); }
     BrickSelection* getSelection() const { return m_selection.get(); }
 
-    /// Tells the documents of one program apart; letters, digits and "-".
-    QString getKey() const { return m_key; }
-    /// The file, empty for one that was never saved.
-    QString getPath() const { return m_path; }
+    // Work.
+    Kind getKind() const override { return Network; }
+    QString getPath() const override { return m_path; }
+    /// The file's name, or the one that was given.
+    QString getTitle() const override;
+    bool isModified() const override { return m_modified; }
+    QByteArray getText() const override;
+
     /// Folder in which relative file names are looked for; empty without file.
     QString getFolder() const;
     /// Folder for a document without file whose network came from one.
     void setFallbackFolder(const QString& folder) { m_fallbackFolder = folder; }
-    /// Name for tabs and windows: the file's, or the one that was given.
-    QString getTitle() const;
     void setTitle(const QString& title);
     /// The title as the name of a file, without extension.
     QString getBaseName() const;
     /// True when the file is no longer as it was opened or saved here; false when it is gone.
-    bool isFileChanged() const;
-    bool isModified() const { return m_modified; }
+    bool isFileChanged() const { return m_fileState.isChanged(); }
     /// The network as it is stands in no file.
     void markUnsaved();
 
@@ -65,8 +68,6 @@ public:
     /// Writes the file as a whole. False with the reason in getError(), and the old file is as it
     /// was.
     bool save(const QString& path);
-    /// What would be saved now.
-    QByteArray getText() const;
 
     QString getError() const { return m_error; }
     /// What the loaded file held that was not understood, a line each.
@@ -79,9 +80,6 @@ signals:
     void structureChanged();
     /// A value, a map or a lock changed.
     void propertyChanged(DzProperty* property);
-    /// The network changed in any way, also where bricks stand.
-    void changed();
-    void modifiedChanged(bool modified);
     void titleChanged();
 
 private slots:
@@ -99,15 +97,13 @@ private:
     std::unique_ptr<NetworkEdit> m_edit;
     std::unique_ptr<BrickSelection> m_selection;
     std::unique_ptr<NetworkWatcher> m_watcher;
-    QString m_key;
     QString m_path;
     QString m_title;
     QString m_fallbackFolder;
     QString m_error;
     /// Of the text as it was loaded or saved last: tells if undo led back to it.
     QByteArray m_savedDigest;
-    /// Of the file's bytes as they were read or written last.
-    QByteArray m_fileDigest;
+    FileState m_fileState;
     /// The last steps of the undo stack that left the network as it is in the file. They are
     /// compared only: some may be gone.
     QSet<const QUndoCommand*> m_savedSteps;

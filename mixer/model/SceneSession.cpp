@@ -3,19 +3,30 @@
 
 #include "SceneSession.h"
 
+#include "dzfilewriter.h"
 #include "dzscene.h"
 #include "dzscenefile.h"
 #include "dzundostack.h"
 
-#include <QCryptographicHash>
 #include <QFileInfo>
 #include <QUndoStack>
+#include <climits>
+
+namespace {
+
+/// What one text can hold.
+const qint64 largestCopy = INT_MAX - 4096;
+
+} // namespace
 
 SceneSession::SceneSession(QObject* parent)
-    : QObject(parent)
+    : Work(parent)
 {
-    connect(dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this,
-        [this] { m_steppedSince = true; });
+    connect(dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this, [this] {
+        m_steppedSince = true;
+        if (m_file)
+            emit changed();
+    });
 }
 
 SceneSession::~SceneSession()
@@ -24,15 +35,37 @@ SceneSession::~SceneSession()
 
 bool SceneSession::load(const QString& path)
 {
+    // Looked at before it is read, so that a change of the file from now on is noticed.
+    const FileState state = FileState::ofFile(path);
     auto file = std::make_unique<DzSceneFile>();
     if (!file->load(path, dzScene)) {
         m_error = file->getError();
         return false;
     }
+    takeLoadWarnings(*file);
+    const QByteArray digest = digestOf(file->saveText());
     m_file = std::move(file);
-    m_path = QFileInfo(path).absoluteFilePath();
-    setSaved();
-    emit changed();
+    m_fileState = state;
+    setFile(path, digest);
+    return true;
+}
+
+bool SceneSession::restore(const QString& copy, const QString& path)
+{
+    QByteArray text;
+    if (!dzReadFile(copy, largestCopy, &text, &m_error))
+        return false;
+    auto file = std::make_unique<DzSceneFile>();
+    if (!file->loadText(text, path, dzScene)) {
+        m_error = file->getError();
+        return false;
+    }
+    dzScene->setFilename(path);
+    takeLoadWarnings(*file);
+    m_file = std::move(file);
+    // What another program wrote since the copy was made is not known: the copy replaces it.
+    m_fileState = FileState::ofFile(path);
+    setFile(path, QByteArray());
     return true;
 }
 
@@ -44,10 +77,35 @@ bool SceneSession::save(const QString& path)
         m_error = m_file->getError();
         return false;
     }
-    m_path = QFileInfo(path).absoluteFilePath();
-    setSaved();
-    emit changed();
+    m_warnings = m_file->getWarnings().mid(m_numLoadWarnings);
+    const QByteArray digest = digestOf(m_file->saveText());
+    m_fileState = FileState::ofFile(path);
+    setFile(path, digest);
     return true;
+}
+
+void SceneSession::takeLoadWarnings(const DzSceneFile& file)
+{
+    m_warnings = file.getWarnings();
+    m_numLoadWarnings = m_warnings.size();
+}
+
+/// The scene is that of the file now; without a digest it is unsaved.
+void SceneSession::setFile(const QString& path, const QByteArray& savedDigest)
+{
+    m_path = QFileInfo(path).absoluteFilePath();
+    m_savedDigest = savedDigest;
+    m_modified = savedDigest.isEmpty();
+    m_steppedSince = false;
+    emit modifiedChanged(m_modified);
+    if (m_modified)
+        emit changed();
+    emit fileChanged();
+}
+
+QString SceneSession::getTitle() const
+{
+    return QFileInfo(m_path).fileName();
 }
 
 QString SceneSession::getSavePath() const
@@ -55,30 +113,19 @@ QString SceneSession::getSavePath() const
     return m_path.endsWith(QLatin1String(".duf"), Qt::CaseInsensitive) ? m_path : QString();
 }
 
-QStringList SceneSession::getWarnings() const
+bool SceneSession::isModified() const
 {
-    return m_file ? m_file->getWarnings() : QStringList();
-}
-
-bool SceneSession::isModified()
-{
-    if (m_file && m_steppedSince) {
-        m_modified = getDigest() != m_savedDigest;
-        m_steppedSince = false;
-    }
+    if (m_file && m_steppedSince)
+        getText();
     return m_modified;
 }
 
-void SceneSession::setSaved()
+QByteArray SceneSession::getText() const
 {
-    m_savedDigest = getDigest();
-    m_modified = false;
+    const QByteArray text = m_file ? m_file->saveText() : QByteArray();
+    m_modified = m_file && digestOf(text) != m_savedDigest;
     m_steppedSince = false;
-}
-
-QByteArray SceneSession::getDigest()
-{
-    return QCryptographicHash::hash(m_file->saveText(), QCryptographicHash::Sha1);
+    return text;
 }
 
 bool SceneSession::isSceneFile(const QString& path)

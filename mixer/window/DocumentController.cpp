@@ -10,9 +10,9 @@
 #include "Messages.h"
 #include "MixerDocument.h"
 #include "NetworkView.h"
+#include "OverwriteQuestion.h"
 #include "PendingEdits.h"
 #include "ProgramSettings.h"
-#include "RestoreDialog.h"
 #include "dzelement.h"
 #include "idzbrickuser.h"
 
@@ -20,8 +20,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QSet>
+
+#include <algorithm>
 
 DocumentController::DocumentController(
     DocumentTabs* tabs, ProgramSettings* settings, AutosaveStore* store, QWidget* window)
@@ -169,19 +170,14 @@ bool DocumentController::save(MixerDocument* document)
 
 bool DocumentController::saveOverChanged(MixerDocument* document)
 {
-    QMessageBox box(QMessageBox::Warning, QCoreApplication::applicationName(),
-        tr("\"%1\" was changed by another program.").arg(document->getTitle()), QMessageBox::Cancel,
-        m_window);
-    box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(tr("Overwriting it loses what the other program saved."));
-    const QAbstractButton* overwrite
-        = box.addButton(tr("&Overwrite"), QMessageBox::DestructiveRole);
-    QPushButton* other = box.addButton(tr("Save &As…"), QMessageBox::AcceptRole);
-    box.setDefaultButton(other);
-    box.exec();
-    if (box.clickedButton() == overwrite)
+    switch (askToOverwrite(m_window, document->getTitle())) {
+    case OverwriteAnswer::Overwrite:
         return saveTo(document, document->getPath());
-    return box.clickedButton() == other && saveAs(document);
+    case OverwriteAnswer::SaveAs:
+        return saveAs(document);
+    default:
+        return false;
+    }
 }
 
 bool DocumentController::saveAs(MixerDocument* document)
@@ -264,47 +260,28 @@ bool DocumentController::mayLeave()
     return true;
 }
 
-int DocumentController::offerRestore()
+bool DocumentController::restore(const RestorableWork& work)
 {
-    const QVector<RestorableNetwork> networks = m_store->takeOver();
-    if (networks.isEmpty())
-        return 0;
-    const Messages::Gathering gathering(m_window);
-    RestoreDialog dialog(networks, m_window);
-    dialog.exec();
-    if (dialog.getChoice() == RestoreDialog::Later)
-        return 0;
-    int opened = 0;
-    for (const RestorableNetwork& network : dialog.getChosen()) {
-        if (dialog.getChoice() == RestoreDialog::Discard) {
-            m_store->discard(network);
-            continue;
-        }
-        const std::shared_ptr<MixerDocument> document = makeDocument();
-        // The newest copy that can be read.
-        bool read = false;
-        for (const QString& file : network.files) {
-            read = document && document->restore(file, network.path, network.title);
-            if (read)
-                break;
-        }
-        if (!read) {
-            if (document)
-                Messages::showError(m_window, document->getError());
-            continue;
-        }
-        leavePristine();
-        // What the file holds is older than the copy.
-        MixerDocument* present = m_tabs->findPath(document->getPath());
-        if (present && !present->isModified())
-            m_tabs->close(present, false);
-        show(document);
-        ++opened;
-        // It is kept under the new name before the old copies go.
-        if (m_autosaver->keepNow(document.get()))
-            m_store->discard(network);
+    const std::shared_ptr<MixerDocument> document = makeDocument();
+    if (!document)
+        return false;
+    // The newest copy that can be read.
+    const bool isRead = std::any_of(work.files.begin(), work.files.end(),
+        [&](const QString& file) { return document->restore(file, work.path, work.title); });
+    if (!isRead) {
+        Messages::showError(m_window, document->getError());
+        return false;
     }
-    return opened;
+    leavePristine();
+    // What the file holds is older than the copy.
+    MixerDocument* present = m_tabs->findPath(document->getPath());
+    if (present && !present->isModified())
+        m_tabs->close(present, false);
+    show(document);
+    // It is kept under the new name before the old copies go.
+    if (m_autosaver->keepNow(document.get()))
+        m_store->discard(work);
+    return true;
 }
 
 void DocumentController::remember(const QString& path)

@@ -13,6 +13,7 @@ class IDzBrickUser;
 class MixerDocument;
 class ProgramSettings;
 class QWidget;
+struct RestorableWork;
 
 /// Opens, saves, closes and restores documents, and asks the user where there is something to
 /// decide.
@@ -45,8 +46,9 @@ public:
     bool close(MixerDocument* document);
     /// Asks for each document with something unsaved. False when the user does not want to leave.
     bool mayLeave();
-    /// Offers what was left when the program ended without warning. Returns how many were opened.
-    int offerRestore();
+    /// Opens a copy that was left when the program ended without warning. False when none can be
+    /// read, which is told.
+    bool restore(const RestorableWork& work);
 
     static QString fileFilter();
 

@@ -26,6 +26,7 @@
 #include "ProgramSettings.h"
 #include "PropertiesPanel.h"
 #include "PropertyGroup.h"
+#include "Restoring.h"
 #include "SceneController.h"
 #include "SceneSession.h"
 #include "ShortcutsPage.h"
@@ -98,12 +99,13 @@ QSizeF sizeOf(const QString& className)
 
 MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     : m_settings(settings)
+    , m_store(store)
     , m_commands(new CommandSet(this))
     , m_tabs(new DocumentTabs)
     , m_centre(new QStackedWidget)
     , m_welcomeArea(new QScrollArea)
     , m_documents(new DocumentController(m_tabs, settings, store, this))
-    , m_scene(new SceneController(settings, this))
+    , m_scene(new SceneController(settings, store, this))
     , m_brickyard(new BrickyardPanel)
     , m_properties(new PropertiesPanel)
     , m_textPanel(new NetworkTextPanel)
@@ -157,7 +159,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     connect(m_problems, &ProblemsPanel::brickActivated, this, &MainWindow::showBrick);
     connect(m_problems, &ProblemsPanel::problemsChanged, this, &MainWindow::showProblems);
     connect(m_surfaces, &SurfacesPanel::selectionChanged, this, &MainWindow::updateCommands);
-    connect(m_scene->getSession(), &SceneSession::changed, this, &MainWindow::updateCommands);
+    connect(m_scene->getSession(), &SceneSession::fileChanged, this, &MainWindow::updateCommands);
     connect(
         dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this, &MainWindow::updateCommands);
 
@@ -180,6 +182,11 @@ MainWindow::~MainWindow()
     m_textPanel->setDocument(nullptr);
     m_problems->setDocument(nullptr);
     m_brickyard->setUser(nullptr);
+}
+
+int MainWindow::offerRestore()
+{
+    return ::offerRestore(m_store, m_documents.get(), m_scene.get(), this);
 }
 
 MixerDocument* MainWindow::getDocument() const

@@ -49,6 +49,9 @@ public:
     /// Opens several; what cannot be read is one message.
     void openFiles(const QStringList& paths);
 
+    /// Offers what was left when the program ended without warning. Returns how many were opened.
+    int offerRestore();
+
     CommandSet* getCommands() const { return m_commands; }
     DocumentTabs* getTabs() const { return m_tabs; }
     DocumentController* getDocuments() const { return m_documents.get(); }
@@ -111,6 +114,7 @@ private:
     void showCanvasCommands();
 
     ProgramSettings* m_settings;
+    AutosaveStore* m_store;
     CommandSet* m_commands;
     DocumentTabs* m_tabs;
     WelcomePage* m_welcome;

@@ -11,26 +11,25 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-RestoreDialog::RestoreDialog(const QVector<RestorableNetwork>& networks, QWidget* parent)
+RestoreDialog::RestoreDialog(const QVector<RestorableWork>& works, QWidget* parent)
     : QDialog(parent)
-    , m_networks(networks)
+    , m_works(works)
     , m_list(new QTreeWidget)
 {
-    setWindowTitle(tr("Restore Networks"));
-    auto* text = new QLabel(tr("The program ended without warning. These networks were kept as "
-                               "they were shortly before; restoring opens them and changes no "
-                               "file."));
+    setWindowTitle(tr("Restore Unsaved Work"));
+    auto* text = new QLabel(tr("The program ended without warning. This work was kept as it was "
+                               "shortly before; restoring opens it and changes no file."));
     text->setWordWrap(true);
     m_list->setColumnCount(3);
-    m_list->setHeaderLabels({ tr("Network"), tr("Kept"), tr("File") });
+    m_list->setHeaderLabels({ tr("Name"), tr("Kept"), tr("File") });
     m_list->setRootIsDecorated(false);
-    m_list->setAccessibleName(tr("Networks that can be restored"));
-    for (const RestorableNetwork& network : m_networks) {
+    m_list->setAccessibleName(tr("Work that can be restored"));
+    for (const RestorableWork& work : m_works) {
         auto* item = new QTreeWidgetItem(m_list,
-            { network.title, QLocale().toString(network.time, QLocale::ShortFormat),
-                network.path.isEmpty() ? tr("never saved") : network.path });
+            { work.title, QLocale().toString(work.time, QLocale::ShortFormat),
+                work.path.isEmpty() ? tr("never saved") : work.path });
         item->setCheckState(0, Qt::Checked);
-        item->setToolTip(2, network.path);
+        item->setToolTip(2, work.path);
     }
     m_list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     m_list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
@@ -43,7 +42,7 @@ RestoreDialog::RestoreDialog(const QVector<RestorableNetwork>& networks, QWidget
     later->setObjectName(QStringLiteral("later"));
     discard->setObjectName(QStringLiteral("discard"));
     later->setToolTip(tr("Ask again when the program starts the next time"));
-    discard->setToolTip(tr("Delete the marked networks"));
+    discard->setToolTip(tr("Delete the copies that are marked"));
     connect(restore, &QPushButton::clicked, this, [this] { choose(Restore); });
     connect(later, &QPushButton::clicked, this, [this] { choose(Later); });
     connect(discard, &QPushButton::clicked, this, [this] { choose(Discard); });
@@ -54,12 +53,12 @@ RestoreDialog::RestoreDialog(const QVector<RestorableNetwork>& networks, QWidget
     resize(560, 280);
 }
 
-QVector<RestorableNetwork> RestoreDialog::getChosen() const
+QVector<RestorableWork> RestoreDialog::getChosen() const
 {
-    QVector<RestorableNetwork> chosen;
-    for (int i = 0; i < m_networks.size(); ++i)
+    QVector<RestorableWork> chosen;
+    for (int i = 0; i < m_works.size(); ++i)
         if (m_list->topLevelItem(i)->checkState(0) == Qt::Checked)
-            chosen.append(m_networks.at(i));
+            chosen.append(m_works.at(i));
     return chosen;
 }
 

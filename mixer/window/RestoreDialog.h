@@ -8,24 +8,24 @@
 
 class QTreeWidget;
 
-/// Asks what to do with networks that were left when the program ended without warning.
+/// Asks what to do with work that was left when the program ended without warning.
 class RestoreDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    RestoreDialog(const QVector<RestorableNetwork>& networks, QWidget* parent);
+    RestoreDialog(const QVector<RestorableWork>& works, QWidget* parent);
 
     /// What is done with them: later means that they are offered again.
     enum Choice { Later, Restore, Discard };
     Choice getChoice() const { return m_choice; }
     /// Those with a mark.
-    QVector<RestorableNetwork> getChosen() const;
+    QVector<RestorableWork> getChosen() const;
 
 private:
     void choose(Choice choice);
 
-    QVector<RestorableNetwork> m_networks;
+    QVector<RestorableWork> m_works;
     QTreeWidget* m_list;
     Choice m_choice = Later;
 };

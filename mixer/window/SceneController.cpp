@@ -5,10 +5,13 @@
 
 #include "ApplyDialog.h"
 #include "ApplyPreview.h"
+#include "AutosaveStore.h"
+#include "Autosaver.h"
 #include "BrickUsers.h"
 #include "ElementLabel.h"
 #include "Messages.h"
 #include "MixerDocument.h"
+#include "OverwriteQuestion.h"
 #include "PendingEdits.h"
 #include "ProgramSettings.h"
 #include "SceneSession.h"
@@ -23,6 +26,8 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QMessageBox>
+
+#include <algorithm>
 
 namespace {
 
@@ -61,11 +66,15 @@ QString nameOfNewUser(const IDzBrickUser* maker)
 
 } // namespace
 
-SceneController::SceneController(ProgramSettings* settings, QWidget* window)
+SceneController::SceneController(ProgramSettings* settings, AutosaveStore* store, QWidget* window)
     : m_settings(settings)
+    , m_store(store)
     , m_window(window)
     , m_session(new SceneSession)
+    , m_autosaver(new Autosaver(store))
 {
+    m_autosaver->watch(m_session.get());
+    connect(m_autosaver.get(), &Autosaver::failed, this, &SceneController::message);
 }
 
 SceneController::~SceneController()
@@ -95,10 +104,41 @@ void SceneController::openWithDialog()
         open(path);
 }
 
+bool SceneController::restore(const RestorableWork& work)
+{
+    if (!mayLeave())
+        return false;
+    // The newest copy that can be read.
+    const bool isRead = std::any_of(work.files.begin(), work.files.end(),
+        [&](const QString& file) { return m_session->restore(file, work.path); });
+    if (!isRead) {
+        Messages::showError(m_window, m_session->getError());
+        return false;
+    }
+    // It is kept under the new name before the old copies go.
+    if (m_autosaver->keepNow(m_session.get()))
+        m_store->discard(work);
+    return true;
+}
+
 bool SceneController::save()
 {
     const QString path = m_session->getSavePath();
-    return path.isEmpty() ? saveAs() : saveTo(path);
+    if (path.isEmpty())
+        return saveAs();
+    return m_session->isFileChanged() ? saveOverChanged() : saveTo(path);
+}
+
+bool SceneController::saveOverChanged()
+{
+    switch (askToOverwrite(m_window, m_session->getTitle())) {
+    case OverwriteAnswer::Overwrite:
+        return saveTo(m_session->getSavePath());
+    case OverwriteAnswer::SaveAs:
+        return saveAs();
+    default:
+        return false;
+    }
 }
 
 bool SceneController::saveAs()
@@ -124,7 +164,14 @@ bool SceneController::saveTo(const QString& path)
     }
     remember();
     emit message(tr("Saved %1.").arg(path));
+    Messages::showWarnings(
+        m_window, tr("Not everything could be saved in %1:").arg(path), m_session->getWarnings());
     return true;
+}
+
+bool SceneController::keepNow()
+{
+    return m_autosaver->keepNow(m_session.get());
 }
 
 void SceneController::remember()
@@ -138,7 +185,7 @@ bool SceneController::mayLeave()
     if (!m_session->isModified())
         return true;
     QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(),
-        tr("Save the changes to the scene \"%1\"?").arg(QFileInfo(m_session->getPath()).fileName()),
+        tr("Save the changes to the scene \"%1\"?").arg(m_session->getTitle()),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::Save);

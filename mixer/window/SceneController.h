@@ -7,11 +7,14 @@
 #include <QVector>
 #include <memory>
 
+class AutosaveStore;
+class Autosaver;
 class IDzBrickUser;
 class MixerDocument;
 class ProgramSettings;
 class QWidget;
 class SceneSession;
+struct RestorableWork;
 
 /// A network that was taken from a surface, the caller's, with a name for it.
 struct SceneNetwork {
@@ -26,8 +29,8 @@ class SceneController : public QObject
     Q_OBJECT
 
 public:
-    /// Neither is owned; `window` is the parent of dialogs.
-    SceneController(ProgramSettings* settings, QWidget* window);
+    /// None is owned; `window` is the parent of dialogs.
+    SceneController(ProgramSettings* settings, AutosaveStore* store, QWidget* window);
     ~SceneController() override;
 
     SceneSession* getSession() const { return m_session.get(); }
@@ -35,9 +38,14 @@ public:
     /// False, and a message, when the file cannot be read.
     bool open(const QString& path);
     void openWithDialog();
+    /// Opens a copy that was left when the program ended without warning. False when the scene that
+    /// is open stays, by the user's choice, or no copy can be read, which is told.
+    bool restore(const RestorableWork& work);
     bool save();
     bool saveAs();
     bool saveTo(const QString& path);
+    /// Keeps a copy of unsaved changes now rather than in a moment. False when that failed.
+    bool keepNow();
     /// Asks when the scene is not saved. False when the user does not want to leave.
     bool mayLeave();
 
@@ -54,10 +62,13 @@ signals:
     void applyListShownChanged(bool shown);
 
 private:
+    bool saveOverChanged();
     bool confirmApply(MixerDocument* document);
     void remember();
 
     ProgramSettings* m_settings;
+    AutosaveStore* m_store;
     QWidget* m_window;
     std::unique_ptr<SceneSession> m_session;
+    std::unique_ptr<Autosaver> m_autosaver;
 };

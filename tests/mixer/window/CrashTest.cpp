@@ -8,6 +8,10 @@
 #include "MixerDocument.h"
 #include "NetworkWalk.h"
 #include "RestoreDialog.h"
+#include "SceneController.h"
+#include "SceneSession.h"
+#include "dzmaterial.h"
+#include "dzscene.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -87,21 +91,21 @@ TEST_F(WindowTest, afterACrashNetworksAreOfferedAndRestored)
             projectPath(QStringLiteral("examples/plain-matte.sskn")) },
         "kept");
     // As long as the other program lives, its networks are its own.
-    EXPECT_EQ(m_window->getDocuments()->offerRestore(), 0);
+    EXPECT_EQ(m_window->offerRestore(), 0);
     killHelper(&helper);
 
     // Putting it off keeps them.
     withDialog<RestoreDialog>([](RestoreDialog* dialog) {
         dialog->findChild<QPushButton*>(QStringLiteral("later"))->click();
     });
-    EXPECT_EQ(m_window->getDocuments()->offerRestore(), 0);
+    EXPECT_EQ(m_window->offerRestore(), 0);
     openWindow();
 
     withDialog<RestoreDialog>([](RestoreDialog* dialog) {
         EXPECT_EQ(dialog->getChosen().size(), 2);
         dialog->findChild<QPushButton*>(QStringLiteral("restore"))->click();
     });
-    EXPECT_EQ(m_window->getDocuments()->offerRestore(), 2);
+    EXPECT_EQ(m_window->offerRestore(), 2);
     settle();
     std::set<QString> titles;
     for (const MixerDocument* restored : m_window->getTabs()->getDocuments()) {
@@ -115,7 +119,7 @@ TEST_F(WindowTest, afterACrashNetworksAreOfferedAndRestored)
     // The file itself is as it was, and the copies belong to this program now.
     AutosaveStore other(file("copies"));
     EXPECT_TRUE(other.takeOver().isEmpty());
-    EXPECT_EQ(m_window->getDocuments()->offerRestore(), 0);
+    EXPECT_EQ(m_window->offerRestore(), 0);
 }
 
 TEST_F(WindowTest, aRestoredNetworkTakesThePlaceOfItsFile)
@@ -128,7 +132,7 @@ TEST_F(WindowTest, aRestoredNetworkTakesThePlaceOfItsFile)
     withDialog<RestoreDialog>([](RestoreDialog* dialog) {
         dialog->findChild<QPushButton*>(QStringLiteral("restore"))->click();
     });
-    EXPECT_EQ(m_window->getDocuments()->offerRestore(), 2);
+    EXPECT_EQ(m_window->offerRestore(), 2);
     settle();
     int count = 0;
     for (const MixerDocument* open : m_window->getTabs()->getDocuments())
@@ -137,6 +141,33 @@ TEST_F(WindowTest, aRestoredNetworkTakesThePlaceOfItsFile)
             EXPECT_TRUE(open->isModified());
         }
     EXPECT_EQ(count, 1);
+}
+
+TEST_F(WindowTest, afterACrashTheSceneIsOfferedAndRestored)
+{
+    const QString path = projectPath(QStringLiteral("examples/scenes/vase-on-table.obj"));
+    QProcess helper;
+    startHelper(&helper, { QStringLiteral("scene"), file("copies"), path }, "kept");
+    killHelper(&helper);
+    withDialog<RestoreDialog>([](RestoreDialog* dialog) {
+        ASSERT_EQ(dialog->getChosen().size(), 1);
+        EXPECT_EQ(dialog->getChosen().first().kind, Work::Scene);
+        dialog->findChild<QPushButton*>(QStringLiteral("restore"))->click();
+    });
+    EXPECT_EQ(m_window->offerRestore(), 1);
+    settle();
+    const SceneSession* session = m_window->getSceneController()->getSession();
+    EXPECT_EQ(session->getPath(), path);
+    EXPECT_TRUE(session->isModified());
+    ASSERT_FALSE(dzScene->getSurfaces().isEmpty());
+    for (const DzSurface& surface : dzScene->getSurfaces())
+        EXPECT_NE(surface.material->findDataItem(QStringLiteral("ChangedBeforeTheCrash")), nullptr);
+    // A restored scene is unsaved whatever is undone and done again, and it is kept on.
+    AutosaveStore other(file("copies"));
+    EXPECT_TRUE(other.takeOver().isEmpty());
+    ASSERT_TRUE(m_window->getSceneController()->saveTo(file("saved.duf")));
+    EXPECT_FALSE(session->isModified());
+    EXPECT_EQ(m_window->offerRestore(), 0);
 }
 
 TEST_F(WindowTest, whatIsDiscardedIsNotOfferedAgain)
@@ -150,7 +181,7 @@ TEST_F(WindowTest, whatIsDiscardedIsNotOfferedAgain)
     withDialog<RestoreDialog>([](RestoreDialog* dialog) {
         dialog->findChild<QPushButton*>(QStringLiteral("discard"))->click();
     });
-    EXPECT_EQ(m_window->getDocuments()->offerRestore(), 0);
+    EXPECT_EQ(m_window->offerRestore(), 0);
     openWindow();
-    EXPECT_EQ(m_window->getDocuments()->offerRestore(), 0);
+    EXPECT_EQ(m_window->offerRestore(), 0);
 }

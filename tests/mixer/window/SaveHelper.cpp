@@ -5,13 +5,19 @@
 //
 //   mixer_save_helper save FILE OLD NEW   saves OLD and NEW over FILE in turn, for ever
 //   mixer_save_helper autosave STORE FILE opens FILE, changes it, and rests when a copy is kept
+//   mixer_save_helper scene STORE FILE    the same with a scene
 
 #include "AutosaveStore.h"
 #include "Autosaver.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "SceneSession.h"
 #include "dzapp.h"
+#include "dzmaterial.h"
 #include "dzpluginmgr.h"
+#include "dzscene.h"
+#include "dzsimpleelementdata.h"
+#include "dzundostack.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -64,6 +70,24 @@ int keepACopy(const QString& folder, const QString& path)
     return QGuiApplication::exec();
 }
 
+int keepACopyOfAScene(const QString& folder, const QString& path)
+{
+    AutosaveStore store(folder);
+    Autosaver saver(&store);
+    saver.setRestTime(10);
+    SceneSession session;
+    if (!session.load(path))
+        return fail(session.getError());
+    saver.watch(&session);
+    DzUndoStackHold hold;
+    for (const DzSurface& surface : dzScene->getSurfaces())
+        surface.material->addDataItem(
+            new DzSimpleElementData(QStringLiteral("ChangedBeforeTheCrash"), true));
+    hold.accept(QStringLiteral("Change"));
+    QTimer::singleShot(400, [] { say("kept"); });
+    return QGuiApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -79,5 +103,7 @@ int main(int argc, char** argv)
         return saveForEver(arguments.at(2), arguments.at(3), arguments.at(4));
     if (arguments.value(1) == QLatin1String("autosave") && arguments.size() == 4)
         return keepACopy(arguments.at(2), arguments.at(3));
+    if (arguments.value(1) == QLatin1String("scene") && arguments.size() == 4)
+        return keepACopyOfAScene(arguments.at(2), arguments.at(3));
     return fail(QStringLiteral("wrong arguments"));
 }
