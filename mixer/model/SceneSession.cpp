@@ -7,6 +7,7 @@
 #include "dzscene.h"
 #include "dzscenefile.h"
 #include "dzundostack.h"
+#include "dzwarning.h"
 
 #include <QFileInfo>
 #include <QUndoStack>
@@ -42,7 +43,7 @@ bool SceneSession::load(const QString& path)
         m_error = file->getError();
         return false;
     }
-    takeLoadWarnings(*file);
+    m_warnings = file->getReadWarnings().toLines();
     const QByteArray digest = digestOf(file->saveText());
     m_file = std::move(file);
     m_fileState = state;
@@ -61,7 +62,7 @@ bool SceneSession::restore(const QString& copy, const QString& path)
         return false;
     }
     dzScene->setFilename(path);
-    takeLoadWarnings(*file);
+    m_warnings = file->getReadWarnings().toLines();
     m_file = std::move(file);
     // What another program wrote since the copy was made is not known: the copy replaces it.
     m_fileState = FileState::ofFile(path);
@@ -77,17 +78,11 @@ bool SceneSession::save(const QString& path)
         m_error = m_file->getError();
         return false;
     }
-    m_warnings = m_file->getWarnings().mid(m_numLoadWarnings);
+    m_warnings = m_file->getSaveWarnings().toLines();
     const QByteArray digest = digestOf(m_file->saveText());
     m_fileState = FileState::ofFile(path);
     setFile(path, digest);
     return true;
-}
-
-void SceneSession::takeLoadWarnings(const DzSceneFile& file)
-{
-    m_warnings = file.getWarnings();
-    m_numLoadWarnings = m_warnings.size();
 }
 
 /// The scene is that of the file now; without a digest it is unsaved.

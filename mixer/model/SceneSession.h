@@ -55,7 +55,6 @@ signals:
     void fileChanged();
 
 private:
-    void takeLoadWarnings(const DzSceneFile& file);
     void setFile(const QString& path, const QByteArray& savedDigest);
 
     std::unique_ptr<DzSceneFile> m_file;
@@ -63,8 +62,6 @@ private:
     FileState m_fileState;
     QString m_error;
     QStringList m_warnings;
-    /// The file tells of loading and saving in one list.
-    int m_numLoadWarnings = 0;
     /// Of the text as it was loaded or saved; empty when it stands in no file.
     QByteArray m_savedDigest;
     mutable bool m_modified = false;
