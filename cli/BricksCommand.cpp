@@ -5,6 +5,7 @@
 #include "BrickKinds.h"
 #include "Command.h"
 
+#include "Explanations.h"
 #include "VireoBrickBase.h"
 
 #include <CLI/CLI.hpp>
@@ -54,15 +55,19 @@ QString markdownRow(const QStringList& cells)
 
 QString markdownSection(const VireoBrickBase* brick)
 {
-    QString text = QStringLiteral("\n### %1\n\n").arg(brick->getPreferredName());
+    QString text = QStringLiteral("\n### %1\n\n%2\n\n")
+                       .arg(brick->getPreferredName(), Explanations::ofBrick(brick->className()));
     text += QStringLiteral("`%1`, category \"%2\"")
                 .arg(brick->className(), brick->getDefaultCategory());
     if (!brick->getLuxType().isEmpty())
         text += QStringLiteral(", written as \"%1\"").arg(brick->getLuxType());
     text += QLatin1Char('\n');
-    const QVector<QStringList> rows = inputTable(brick);
+    QVector<QStringList> rows = inputTable(brick);
     if (rows.size() == 1)
         return text + QStringLiteral("\nNo inputs.\n");
+    rows.first().append(QStringLiteral("meaning"));
+    for (int i = 1; i < rows.size(); ++i)
+        rows[i].append(Explanations::ofInput(brick->className(), rows.at(i).first()));
     text += QLatin1Char('\n') + markdownRow(rows.first()) + QStringLiteral("|")
         + QStringLiteral(" --- |").repeated(rows.first().size()) + QLatin1Char('\n');
     for (int i = 1; i < rows.size(); ++i)

@@ -6,6 +6,7 @@
 #include "Command.h"
 #include "ImageFiles.h"
 
+#include "Explanations.h"
 #include "NetworkCode.h"
 #include "VireoRootBrick.h"
 #include "dzbrickparam.h"
@@ -121,13 +122,22 @@ void lockInput(const VireoBrickBase* brick, const QString& name)
         property->lock(true);
 }
 
+/// The table of the inputs, and below it what the brick and each input are for: sentences would
+/// make the lines of the table too long.
 QByteArray inputsText(const VireoBrickBase* brick)
 {
+    const QString className = brick->className();
     const QVector<QStringList> table = inputTable(brick);
     // The first row is the headline.
     if (table.size() == 1)
-        return QStringLiteral("%1 has no inputs\n").arg(brick->className()).toUtf8();
-    return formatTable(table).toUtf8();
+        return QStringLiteral("%1 has no inputs\n").arg(className).toUtf8();
+    QString text
+        = formatTable(table) + QStringLiteral("\n%1\n\n").arg(Explanations::ofBrick(className));
+    for (int i = 1; i < table.size(); ++i) {
+        const QString name = table.at(i).first();
+        text += QStringLiteral("%1: %2\n").arg(name, Explanations::ofInput(className, name));
+    }
+    return text.toUtf8();
 }
 
 void runShow(const ShowOptions& options)
@@ -176,6 +186,6 @@ void addShowCommand(CLI::App& program)
         "Write placeholders for values that are not locked");
     addImageOptions(command, &options->images);
     command->add_flag("--inputs", options->inputs,
-        "List the inputs with kind, value, default and limits instead");
+        "List the inputs with kind, value, default, limits and meaning instead");
     command->callback([options] { runShow(*options); });
 }

@@ -407,6 +407,9 @@ TEST(ShowCommand, inputsAreListedWithKindValueDefaultAndLimits)
     EXPECT_TRUE(lines.contains(QStringLiteral("p2 p2 float 20 0 LFloat")))
         << outcome.output.toStdString();
     EXPECT_TRUE(lines.contains(QStringLiteral("Kd Kd color 77 77 77 77 77 77 LColor")));
+    EXPECT_TRUE(
+        lines.contains(QStringLiteral("thickness: How thick the pile is: thicker gives more "
+                                      "sheen. Begin with 0.1.")));
 }
 
 TEST(ShowCommand, wrongUseNamesWhatIsWrong)
@@ -465,13 +468,13 @@ TEST(Program, helpAndVersionGoToStandardOutput)
 
 TEST(Program, withoutItsModuleItSaysWhatToDo)
 {
-    // A copy of the program alone, with the libraries but not the module beside it.
+    // A copy of the program alone: it finds its libraries, but has no module beside it.
     const QTemporaryDir folder;
     const QString program = folder.filePath(QStringLiteral("vireo"));
     ASSERT_TRUE(QFile::copy(QStringLiteral(VIREO_PROGRAM), program));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(
-        QStringLiteral("LD_LIBRARY_PATH"), QFileInfo(QStringLiteral(VIREO_PROGRAM)).absolutePath());
+    environment.insert(QStringLiteral("LD_LIBRARY_PATH"),
+        QFileInfo(QStringLiteral(VIREO_MODULE)).absolutePath() + QStringLiteral("/.."));
     environment.remove(QStringLiteral("VIREO_PLUGIN_PATH"));
     QProcess process;
     process.setProcessEnvironment(environment);
