@@ -55,7 +55,7 @@ void runScript(const RunOptions& options)
     for (const std::string& argument : options.arguments)
         arguments.append(argumentText(argument));
     script.setPrintHandler(printForScript);
-    limitScriptMemory();
+    guardAgainstScript();
     std::signal(SIGINT, endAtOnce);
     const OpenUndoStack open;
     const bool isDone = script.execute(arguments);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// From now on the program takes no more memory than the machine has, and ends with one line on
-/// standard error and exit code 1 when a script wants more.
-void limitScriptMemory();
+/// Prepares the program for running a script. From now on it takes no more memory than the machine
+/// can spare, and ends with one line on standard error and exit code 1 when a script wants more, or
+/// when the script engine crashes, where nothing can be caught.
+void guardAgainstScript();

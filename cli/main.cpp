@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "dzapp.h"
+#include "dzmemory.h"
 #include "dzpluginmgr.h"
 #include "dzundostack.h"
 
@@ -11,10 +12,15 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <new>
+#include <string>
 
 namespace {
 
 const char* const programVersion = "vireo " VIREO_VERSION;
+
+const char* const outOfMemory
+    = "there is not enough memory for this; close other programs or take a smaller file";
 
 /// One line, whatever the message.
 void printFailure(const QString& message)
@@ -79,8 +85,18 @@ int run(int argc, char** argv)
         if (!error.message.isEmpty())
             printFailure(error.message);
         return error.exitCode;
+    } catch (const std::bad_alloc&) {
+        printFailure(QString::fromLatin1(outOfMemory));
+        return ExitFailed;
     }
     return ExitDone;
+}
+
+/// What ends the program says so itself, in a line of its own.
+void handleQtMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    if (type != QtDebugMsg && !message.startsWith(QLatin1String("QThread::start: ")))
+        notice(message.simplified());
 }
 
 } // namespace
@@ -91,6 +107,10 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("vireo"));
     // File names are UTF-8 also where no locale is set, as in a nightly batch.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+
+    const std::string lastLine = std::string("vireo: ") + outOfMemory + '\n';
+    dzReportOutOfMemory(lastLine.c_str());
+    qInstallMessageHandler(handleQtMessage);
 
     DzApp host;
     host.setMessageHandler(handleMessage);

@@ -23,5 +23,6 @@ function(vireo_program_allocator program)
         # Without its flags the linker may drop a library that is not called by name.
         target_link_options(${program} PRIVATE LINKER:--no-as-needed)
         target_link_libraries(${program} PRIVATE mimalloc)
+        target_sources(${program} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/OperatorNew.cpp)
     endif()
 endfunction()

@@ -7,6 +7,7 @@
 #include "MainWindow.h"
 #include "ProgramSettings.h"
 #include "dzapp.h"
+#include "dzmemory.h"
 #include "dzpluginmgr.h"
 
 #include <QApplication>
@@ -16,6 +17,7 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -24,6 +26,37 @@ namespace {
 const char* const programVersion = "vireo-mixer " VIREO_VERSION;
 
 enum ExitCode { ExitDone = 0, ExitFailed = 1, ExitWrongUse = 2 };
+
+const char* const outOfMemory
+    = "there is not enough memory for this; close other programs or take a smaller file";
+
+/// An application in which running out of memory ends what was begun, and not the program with all
+/// that is open in it.
+class Application : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::bad_alloc&) {
+            tell();
+            return false;
+        }
+    }
+
+private:
+    static void tell()
+    {
+        try {
+            dzApp->warning(QString::fromLatin1(outOfMemory));
+        } catch (const std::bad_alloc&) {
+            // Then not even for telling it.
+        }
+    }
+};
 
 struct Options {
     std::vector<std::string> files;
@@ -61,7 +94,7 @@ int run(int argc, char** argv, const Options& options)
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vireo-mixer"));
     QApplication::setApplicationDisplayName(QStringLiteral("Vireo Shader Mixer"));
     QApplication::setApplicationVersion(QStringLiteral(VIREO_VERSION));
@@ -108,5 +141,11 @@ int main(int argc, char** argv)
             "program vireo\n");
         return ExitFailed;
     }
-    return run(argc, argv, options);
+    const std::string lastLine = std::string("vireo-mixer: ") + outOfMemory + '\n';
+    dzReportOutOfMemory(lastLine.c_str());
+    try {
+        return run(argc, argv, options);
+    } catch (const std::bad_alloc&) {
+        dzEndOutOfMemory();
+    }
 }

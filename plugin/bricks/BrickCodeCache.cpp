@@ -7,24 +7,40 @@
 #include "VireoBrickBase.h"
 
 #include <QThread>
+#include <exception>
+#include <new>
 
 namespace {
 
 /// A brick costs under 1 KiB of stack in a release build and a few KiB with sanitizers, so that
-/// one stack takes these many with room to spare.
+/// one stack takes these many with room to spare. All stacks of a walk stand at the same time.
 const int bricksPerStack = 4000;
+#ifdef __SANITIZE_ADDRESS__
 const uint walkStackSize = 64u * 1024 * 1024;
+#else
+const uint walkStackSize = 16u * 1024 * 1024;
+#endif
 
 /// Bricks whose writeCode() has begun and not ended.
 int walkDepth = 0;
 
+/// Counts one for a scope.
+class DepthCount
+{
+public:
+    DepthCount() { ++walkDepth; }
+    ~DepthCount() { --walkDepth; }
+
+private:
+    Q_DISABLE_COPY(DepthCount)
+};
+
 void writeBrick(VireoBrickBase* brick, SceneCodeWriter* writer, CodeResult* result)
 {
-    ++walkDepth;
+    const DepthCount count;
     writer->beginBrick(brick);
     brick->writeCode(result, writer);
     writer->endBrick();
-    --walkDepth;
 }
 
 /// Writes one brick, and whatever feeds it, on a stack of its own.
@@ -40,20 +56,27 @@ public:
         setStackSize(walkStackSize);
     }
 
-    /// Waits for the end; without memory for another stack it writes on the caller's.
+    /// Waits for the end. Without memory for another stack std::bad_alloc: the caller's may have no
+    /// room left either. What is thrown on the other stack is thrown on.
     void finish()
     {
         start();
         wait();
         if (!hasRun)
-            run();
+            throw std::bad_alloc();
+        if (problem)
+            std::rethrow_exception(problem);
     }
 
 protected:
     void run() override
     {
         hasRun = true;
-        writeBrick(brick, writer, result);
+        try {
+            writeBrick(brick, writer, result);
+        } catch (...) {
+            problem = std::current_exception();
+        }
     }
 
 private:
@@ -61,6 +84,7 @@ private:
     SceneCodeWriter* writer;
     CodeResult* result;
     bool hasRun;
+    std::exception_ptr problem;
 };
 
 } // namespace

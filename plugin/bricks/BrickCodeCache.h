@@ -31,5 +31,5 @@ private:
 
 /// What a brick writes: from the cache, or else by having it write its statement, and those of the
 /// bricks that feed it, now. Networks may be as deep as memory allows: the walk runs on stacks of
-/// its own while the caller waits.
+/// its own while the caller waits, and std::bad_alloc is thrown where there is none for another.
 CodeResult codeFor(VireoBrickBase* brick, SceneCodeWriter* writer);

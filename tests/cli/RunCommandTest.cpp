@@ -112,13 +112,12 @@ TEST_F(RunCommand, aScriptThatTakesAllMemoryEndsWithOneLine)
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizer has its own idea of memory";
 #endif
-    for (const char* code :
-        { "var a = []; while (true) a.push(a.slice(0), new Array(1000).join('text'));",
-            "var a = []; while (true) a.push(new VireoMatMatteBrick());",
-            "new Array(4294967295).join('text');" }) {
+    for (const char* code : { "var a = []; while (true) a.push(new Array(1000).join('text'));",
+             "var a = []; while (true) a.push(new VireoMatMatteBrick());",
+             "new Array(4294967295).join('text');" }) {
         QProcess process;
         process.start(QStringLiteral("/bin/sh"),
-            { QStringLiteral("-c"), QStringLiteral("ulimit -v 1900000; exec \"$@\""),
+            { QStringLiteral("-c"), QStringLiteral("ulimit -v 600000; exec \"$@\""),
                 QStringLiteral("sh"), QStringLiteral(VIREO_PROGRAM), QStringLiteral("run"),
                 script(code) });
         ASSERT_TRUE(process.waitForFinished(120000)) << code;
@@ -126,6 +125,42 @@ TEST_F(RunCommand, aScriptThatTakesAllMemoryEndsWithOneLine)
         EXPECT_EQ(process.exitCode(), 1) << code;
         EXPECT_TEXT(QStringLiteral("vireo: the script needs more memory than there is\n"),
             QString::fromUtf8(process.readAllStandardError()));
+    }
+}
+
+TEST_F(RunCommand, aSmallScriptRunsWhereTheEngineCannotReserveWhatItLikes)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer has its own idea of memory";
+#endif
+    QProcess process;
+    process.start(QStringLiteral("/bin/sh"),
+        { QStringLiteral("-c"), QStringLiteral("ulimit -v 1000000; exec \"$@\""),
+            QStringLiteral("sh"), QStringLiteral(VIREO_PROGRAM), QStringLiteral("run"),
+            script("print('hi'); for (var i = 0; i < 1000; ++i) eval('(function(){return 1})()');"
+                   "print(new VireoMatMatteBrick().getBrickTitle())") });
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_TEXT(QString(), QString::fromUtf8(process.readAllStandardError()));
+    EXPECT_TEXT(QStringLiteral("hi\nMatte\n"), QString::fromUtf8(process.readAllStandardOutput()));
+    EXPECT_EQ(process.exitCode(), 0);
+}
+
+TEST_F(RunCommand, aScriptThatCrashesTheEngineEndsWithOneLine)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer has its own handlers";
+#endif
+    for (const char* code : { "var s = 'x'; for (var i = 0; i < 32; ++i) s += s; s.charAt(5);",
+             "var s = ''; for (var i = 0; i < 20000; ++i) s += '('; "
+             "for (i = 0; i < 20000; ++i) s += ')'; new RegExp(s).exec('x');" }) {
+        QProcess process;
+        process.start(QStringLiteral(VIREO_PROGRAM), { QStringLiteral("run"), script(code) });
+        ASSERT_TRUE(process.waitForFinished(60000)) << code;
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << code;
+        EXPECT_EQ(process.exitCode(), 1) << code;
+        const QString error = QString::fromUtf8(process.readAllStandardError());
+        EXPECT_TRUE(error.startsWith(QLatin1String("vireo: the script "))) << error.toStdString();
+        EXPECT_EQ(error.count(QLatin1Char('\n')), 1) << error.toStdString();
     }
 }
 

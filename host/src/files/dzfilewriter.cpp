@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <new>
 #ifdef Q_OS_UNIX
 #include <csignal>
 #endif
@@ -173,19 +174,32 @@ bool dzReadFile(const QString& path, qint64 maximumSize, QByteArray* data, QStri
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return failReading(
             path, file.errorString(), text("check its name and its permissions"), error);
-    QByteArray content;
-    // Block by block, since a pipe neither has a size nor gives all at once.
-    for (;;) {
-        const QByteArray block = file.read(readBlockSize);
-        if (file.error() != QFileDevice::NoError)
-            return failReading(path, file.errorString(), text("try again or copy it"), error);
-        if (block.isEmpty())
-            break;
-        content += block;
-        if (content.size() > maximumSize)
-            return failReading(path, text("it is larger than %1").arg(sizeText(maximumSize)),
-                text("choose a smaller file"), error);
+    const auto failTooLarge = [&] {
+        return failReading(path, text("it is larger than %1").arg(sizeText(maximumSize)),
+            text("choose a smaller file"), error);
+    };
+    // What has no size, a pipe or a device, says 0.
+    if (file.size() > maximumSize)
+        return failTooLarge();
+    try {
+        QByteArray content;
+        content.reserve(static_cast<int>(file.size()));
+        // Block by block, since a pipe neither has a size nor gives all at once.
+        for (;;) {
+            const QByteArray block = file.read(readBlockSize);
+            if (file.error() != QFileDevice::NoError)
+                return failReading(path, file.errorString(), text("try again or copy it"), error);
+            if (block.isEmpty())
+                break;
+            // Compared first: a text cannot grow beyond what it can hold.
+            if (block.size() > maximumSize - content.size())
+                return failTooLarge();
+            content += block;
+        }
+        *data = content;
+    } catch (const std::bad_alloc&) {
+        return failReading(path, text("there is not enough memory for it"),
+            text("close other programs or choose a smaller file"), error);
     }
-    *data = content;
     return true;
 }

@@ -13,8 +13,8 @@ const int gzipWindow = 15 + 16; // zlib's way to say gzip instead of its own for
 const int bufferStep = 1 << 20;
 const int largestText = INT_MAX - 4096; // 2 GiB less what QByteArray needs itself
 const qint64 unsuspiciousSize = 64 << 20;
-const qint64 largestRatio = 1000;
-const int hostSystem = 11; // what the host writes as its system
+const qint64 largestRatio = 300; // zeros reach a thousand, scenes some twenty
+const int hostSystem = 11;       // what the host writes as its system
 
 /// Ends zlib's stream with the scope.
 class Stream
@@ -43,9 +43,10 @@ Bytef* bytes(const QByteArray& data)
     return reinterpret_cast<Bytef*>(const_cast<char*>(data.constData()));
 }
 
-bool isTooLarge(qint64 size, qint64 packedSize)
+/// Judges what `consumed` bytes have unpacked to so far, so that a bomb is not unpacked to its end.
+bool isTooLarge(qint64 size, qint64 consumed)
 {
-    return size >= largestText || (size > unsuspiciousSize && size / largestRatio > packedSize);
+    return size >= largestText || (size > unsuspiciousSize && size / largestRatio > consumed);
 }
 
 /// Makes room for more output. The size doubles, so that each byte is copied once or twice.
@@ -83,7 +84,7 @@ bool gunzip(const QByteArray& packed, QByteArray* data, QString* error)
         provideRoom(&text, &z, used);
         const int result = inflate(&z, Z_NO_FLUSH);
         used = static_cast<int>(reinterpret_cast<char*>(z.next_out) - text.data());
-        if (isTooLarge(used, packed.size()))
+        if (isTooLarge(used, packed.size() - static_cast<qint64>(z.avail_in)))
             return fail("it unpacks to more than a scene can be");
         if (result == Z_STREAM_END) {
             // A gzip file may have several parts.

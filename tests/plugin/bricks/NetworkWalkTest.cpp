@@ -18,8 +18,13 @@
 #include "dzstringproperty.h"
 #include "dzvec3param.h"
 
+#include <QFile>
 #include <QLocale>
 #include <memory>
+#include <new>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -64,6 +69,21 @@ GeneratedCode codeOf(VireoBrickBase* brick, bool literal = true, bool mapFiles =
     options.literalValues = literal;
     options.mapFiles = mapFiles;
     return generateCode(brick, options);
+}
+
+/// Leaves this process so many bytes of addresses beyond those that it has in use.
+void limitAddressSpace(size_t bytes)
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        _exit(3);
+    const auto pageSize = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+    const size_t used = file.readAll().split(' ').first().toULong() * pageSize;
+    rlimit limit;
+    getrlimit(RLIMIT_AS, &limit);
+    limit.rlim_cur = used + bytes;
+    if (setrlimit(RLIMIT_AS, &limit) != 0)
+        _exit(3);
 }
 
 /// An output of any type on any brick.
@@ -930,6 +950,41 @@ TEST_F(NetworkWalkTest, aDeepChainIsWrittenWhole)
     // Too long for a diff.
     EXPECT_EQ(text.size(), expected.size());
     EXPECT_TRUE(text == expected);
+}
+
+TEST_F(NetworkWalkTest, withoutMemoryForTheWalkNothingIsWritten)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer has its own idea of memory";
+#endif
+    VireoBrickBase* first = add("VireoTexFltScaleBrick");
+    VireoBrickBase* last = first;
+    for (int i = 0; i < 12000; ++i) {
+        VireoBrickBase* texture = add("VireoTexFltScaleBrick");
+        ASSERT_TRUE(link(texture, last, "tex1"));
+        last = texture;
+    }
+    const auto writeInLittleMemory = [&] {
+        // The walk wants three stacks and gets room for hardly one.
+        limitAddressSpace(24 << 20);
+        try {
+            codeOf(first);
+        } catch (const std::bad_alloc&) {
+            limitAddressSpace(size_t(1) << 32);
+            // What follows is as if nothing had happened.
+            const QString text = codeOf(first).materialText;
+            _exit(text.contains(QLatin1String("Lm_texture12000")) ? 0 : 2);
+        }
+        _exit(1);
+    };
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0)
+        writeInLittleMemory();
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 TEST_F(NetworkWalkTest, aLocaleWithACommaHasNoEffect)
