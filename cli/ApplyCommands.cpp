@@ -152,7 +152,7 @@ void addApplyCommand(CLI::App& program)
 void addStripCommand(CLI::App& program)
 {
     CLI::App* command = program.add_subcommand(
-        "strip", "Take what applying put there off the surfaces of a scene again");
+        "strip", "Remove from the surfaces of a scene what applying put there");
     auto options = std::make_shared<ChangeOptions>();
     options->addTo(command, "Surfaces to take it off");
     command->callback([options] { runStrip(*options); });

@@ -7,6 +7,7 @@
 
 #include "Explanations.h"
 #include "VireoBrickBase.h"
+#include "dzintproperty.h"
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -53,7 +54,21 @@ QString markdownRow(const QStringList& cells)
     return QStringLiteral("| ") + escaped.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
 }
 
-QString markdownSection(const VireoBrickBase* brick)
+/// The table of the inputs with what each means; a brick with numbered pairs shows the first one.
+QVector<QStringList> explainedInputs(VireoBrickBase* brick)
+{
+    QVector<QStringList> rows = inputTable(brick);
+    if (auto* count = qobject_cast<DzIntProperty*>(brick->findProperty(QStringLiteral("count")))) {
+        count->setValue(1);
+        rows += inputTable(brick).mid(rows.size());
+    }
+    rows.first().append(QStringLiteral("meaning"));
+    for (int i = 1; i < rows.size(); ++i)
+        rows[i].append(Explanations::ofInput(brick->className(), rows.at(i).first()));
+    return rows;
+}
+
+QString markdownSection(VireoBrickBase* brick)
 {
     QString text = QStringLiteral("\n### %1\n\n%2\n\n")
                        .arg(brick->getPreferredName(), Explanations::ofBrick(brick->className()));
@@ -62,12 +77,9 @@ QString markdownSection(const VireoBrickBase* brick)
     if (!brick->getLuxType().isEmpty())
         text += QStringLiteral(", written as \"%1\"").arg(brick->getLuxType());
     text += QLatin1Char('\n');
-    QVector<QStringList> rows = inputTable(brick);
+    const QVector<QStringList> rows = explainedInputs(brick);
     if (rows.size() == 1)
         return text + QStringLiteral("\nNo inputs.\n");
-    rows.first().append(QStringLiteral("meaning"));
-    for (int i = 1; i < rows.size(); ++i)
-        rows[i].append(Explanations::ofInput(brick->className(), rows.at(i).first()));
     text += QLatin1Char('\n') + markdownRow(rows.first()) + QStringLiteral("|")
         + QStringLiteral(" --- |").repeated(rows.first().size()) + QLatin1Char('\n');
     for (int i = 1; i < rows.size(); ++i)
@@ -90,8 +102,9 @@ QByteArray bricksAsMarkdown(const QVector<BrickPtr>& bricks)
         "materials and volumes it is 0 whatever they start with. Of *limits*, those marked "
         "\"slider "
         "only\"\n"
-        "say how far a slider goes; other numbers can be typed. Band and multi-mix textures have\n"
-        "\"count\" numbered pairs of inputs besides those listed.\n");
+        "say how far a slider goes; other numbers can be typed. Band and multi-mix textures have "
+        "as many\n"
+        "numbered pairs of inputs as \"count\" says; the first pair is listed.\n");
     for (const auto& heading : headings) {
         text += QStringLiteral("\n## %1\n").arg(QString::fromLatin1(heading[1]));
         for (const BrickPtr& brick : bricks)

@@ -146,13 +146,13 @@ void runRebuild(const RebuildOptions& options)
 void addRebuildCommand(CLI::App& program)
 {
     CLI::App* command = program.add_subcommand(
-        "rebuild", "Make network files from the surfaces of a scene, one a surface");
+        "rebuild", "Make network files from the surfaces of a scene, one per surface");
     auto options = std::make_shared<RebuildOptions>();
     command->add_option("SCENE", options->scene, fileHelp("Scene file", DzFileKind::scene()))
         ->required();
     command
         ->add_option("--surface", options->patterns,
-            "Surfaces to rebuild, all without it: a surface's name or NODE/NAME; * and ? stand "
+            "Surfaces to rebuild, all if not given: a surface's name or NODE/NAME; * and ? stand "
             "for any text and character. May be given several times")
         ->allow_extra_args(false);
     command->add_flag("--stored", options->stored, "Only surfaces that keep a network");

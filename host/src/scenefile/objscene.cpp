@@ -574,7 +574,7 @@ bool sceneFromObj(const QString& path, const QByteArray& obj, QByteArray* docume
     }
     if (builder.numBadFaces > 0)
         warnings->add({ QString(),
-            text("%1 faces have not three corners that are there").arg(builder.numBadFaces),
+            text("%1 faces do not have three corners that exist").arg(builder.numBadFaces),
             text("they are left out") });
     if (builder.numBadVertices > 0)
         warnings->add({ QString(), text("%1 vertices are not numbers").arg(builder.numBadVertices),

@@ -323,7 +323,7 @@ std::vector<int> DzSceneMaker::readFacets(Value geometry, DzFacetMesh* mesh)
     mesh->facets.shrink_to_fit();
     const int numBad = static_cast<int>(facetOf.size()) - mesh->getNumFacets();
     if (numBad > 0)
-        warn(values, text("%1 faces have not three or four corners that are there").arg(numBad),
+        warn(values, text("%1 faces do not have three or four corners that exist").arg(numBad),
             text("they are left out"));
     return facetOf;
 }
@@ -368,7 +368,8 @@ void DzSceneMaker::readUvs(Value uvSet, const std::vector<int>& facetOf, DzFacet
         numBad += isUsed ? 0 : 1;
     }
     if (numBad > 0)
-        warn(exceptions, text("%1 entries name no corner or no coordinate").arg(numBad),
+        warn(exceptions,
+            text("%1 entries do not name a corner and a coordinate that exist").arg(numBad),
             text("they are left out"));
 }
 

@@ -546,10 +546,10 @@ public:
             return fail(error);
         if (!method->result.className.isEmpty() && method->result.kind == ScriptType::Object
             && !m_engine.classes().isObjectClass(method->result.className))
-            return fail(text("its result, a %1, is nothing for scripts")
+            return fail(text("its result, a %1, cannot be used by scripts")
                             .arg(QString::fromLatin1(method->result.name)));
         if (method->result.kind == ScriptType::Unsupported)
-            return fail(text("its result, a %1, is nothing for scripts")
+            return fail(text("its result, a %1, cannot be used by scripts")
                             .arg(QString::fromLatin1(method->result.name)));
         if (!mayTake(&error))
             return fail(error);
