@@ -43,7 +43,7 @@ help:
 	@echo 'make package  build the Debian package build/release/vireo_*.deb'
 	@echo 'make test     release and sanitizer builds, all tests in both, then lint'
 	@echo 'make bench    build and run the benchmarks (BENCH_ARGS=...)'
-	@echo 'make golden   render the expected texts anew; look at git diff afterwards'
+	@echo 'make golden   write the expected texts and docs/bricks.md anew; look at git diff afterwards'
 	@echo 'make format   clang-format all C++ sources in place'
 	@echo 'make lint     the checks of tools/ alone'
 	@echo 'make clean    remove build/'
@@ -87,6 +87,9 @@ bench: deps
 golden: deps
 	@python3 tools/render_golden.py classes tests/golden/classes
 	@python3 tools/render_golden.py examples examples
+	$(call build,release,--target vireo siskin)
+	@build/release/bin/vireo bricks --markdown >build/bricks.md
+	@mv build/bricks.md docs/bricks.md
 
 format: deps
 	@tools/lint.sh --format

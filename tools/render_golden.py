@@ -211,7 +211,7 @@ def read_catalogue(path: Path = CATALOGUE) -> Catalogue:
             continue
         record, class_name, *cells = line.split("\t")
         if record == "B":
-            _base, kind, type_word, _label, _category, output = cells
+            _base, kind, type_word, _label, _category, output, _identifier, _converted = cells
             link_type = int(output) if output else None
             classes[class_name] = BrickClass(class_name, kind, type_word, link_type)
         elif record == "P":

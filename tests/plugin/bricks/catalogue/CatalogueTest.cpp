@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Vireo authors
 // SPDX-License-Identifier: Apache-2.0
 
+#include "BrickTable.h"
 #include "TestSupport.h"
 #include "VireoExtOutParam.h"
 #include "VireoExtPropertyParam.h"
@@ -19,7 +20,7 @@
 #include "dzvec3param.h"
 
 #include <QDir>
-#include <QFile>
+#include <QRegularExpression>
 #include <algorithm>
 
 namespace {
@@ -52,14 +53,12 @@ struct Row {
     }
 };
 
-struct ClassRow {
-    QString name;
-    QString base;
-    QString kind;
-    QString type;
-    QString label;
-    QString category;
-    QString output;
+struct ClassRow : BrickRow {
+    explicit ClassRow(const BrickRow& brick)
+        : BrickRow(brick)
+    {
+    }
+
     QVector<Row> rows;
 
     bool isRoot() const { return kind == QLatin1String("root"); }
@@ -87,30 +86,26 @@ struct ClassRow {
     }
 };
 
+void readRows(const QString& record, bool isPair, QVector<ClassRow>* classes)
+{
+    for (QStringList cells : catalogueLines(record)) {
+        while (cells.size() < 12)
+            cells.append(QString());
+        for (ClassRow& owner : *classes)
+            if (owner.name == cells[0])
+                owner.rows.append({ cells[1], cells[2], cells[3], cells[4], cells[5], cells[6],
+                    cells[7], cells[8], cells[9], cells[10], cells[11], isPair });
+    }
+}
+
 /// Read before main(): without the host and without expectations.
 QVector<ClassRow> readCatalogue()
 {
     QVector<ClassRow> classes;
-    QFile file(projectPath(QStringLiteral("tests/data/catalogue.tsv")));
-    if (!file.open(QIODevice::ReadOnly))
-        return classes;
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    for (const QString& line : lines) {
-        QStringList cells = line.split(QLatin1Char('\t'));
-        const QString what = cells.takeFirst();
-        while (cells.size() < 12)
-            cells.append(QString());
-        if (what == QLatin1String("B")) {
-            classes.append({ cells[0], cells[1], cells[2], cells[3], cells[4], cells[5], cells[6],
-                QVector<Row>() });
-        } else if (what == QLatin1String("P") || what == QLatin1String("D")) {
-            for (ClassRow& owner : classes)
-                if (owner.name == cells[0])
-                    owner.rows.append(
-                        { cells[1], cells[2], cells[3], cells[4], cells[5], cells[6], cells[7],
-                            cells[8], cells[9], cells[10], cells[11], what == QLatin1String("D") });
-        }
-    }
+    for (const BrickRow& brick : brickTable())
+        classes.append(ClassRow(brick));
+    readRows(QStringLiteral("P"), false, &classes);
+    readRows(QStringLiteral("D"), true, &classes);
     return classes;
 }
 
@@ -487,28 +482,50 @@ INSTANTIATE_TEST_SUITE_P(EveryClass, CatalogueTest, testing::ValuesIn(classNames
 TEST(Catalogue, theTableNamesExactlyTheRegisteredBrickClasses)
 {
     const QStringList registered = registeredBricks();
-    QStringList named;
-    for (const ClassRow& row : catalogue())
-        named.append(row.name);
-    EXPECT_EQ(named.size(), 81);
+    const QStringList named = brickClassNames();
+    EXPECT_FALSE(named.isEmpty());
     for (const QString& name : registered)
-        EXPECT_TRUE(named.contains(name)) << name.toStdString() << " has no row in the table";
+        EXPECT_TRUE(named.contains(name))
+            << name.toStdString() << " has no row in tests/data/catalogue.tsv";
     for (const QString& name : named) {
-        EXPECT_TRUE(registered.contains(name)) << name.toStdString() << " is not registered";
+        EXPECT_TRUE(registered.contains(name))
+            << name.toStdString() << " has no row in plugin/entry/ClassRegistration.cpp";
         EXPECT_EQ(named.count(name), 1) << name.toStdString();
-        EXPECT_EQ(registered.count(name), 1) << name.toStdString();
+        EXPECT_LE(registered.count(name), 1) << name.toStdString();
     }
+    for (const BrickRow& brick : brickTable())
+        EXPECT_EQ(brick.identifier.size(), 4) << brick.name.toStdString();
+}
+
+TEST(Catalogue, everyClassOfTheHeadersHasARowInTheTable)
+{
+    const QDir folder(projectPath(QStringLiteral("plugin/bricks/catalogue")));
+    const QRegularExpression row(QStringLiteral("\\n *VIREO_(TEXTURE_)?BRICK\\(\\s*(\\w+),"));
+    int found = 0;
+    for (const QString& header : folder.entryList({ QStringLiteral("*Bricks.h") }, QDir::Files)) {
+        const QString text
+            = QString::fromUtf8(projectFile(QStringLiteral("plugin/bricks/catalogue/") + header));
+        for (auto match = row.globalMatch(text); match.hasNext(); ++found) {
+            const QString name = match.next().captured(2);
+            EXPECT_TRUE(brickClassNames().contains(name))
+                << name.toStdString() << " of " << header.toStdString()
+                << " has no row in tests/data/catalogue.tsv";
+        }
+    }
+    // All but the root, which is of no family.
+    EXPECT_EQ(found, brickTable().size() - 1);
 }
 
 TEST(Catalogue, everyClassHasAGoldenFileAndEveryGoldenFileAClass)
 {
     const QDir folder(projectPath(QStringLiteral("tests/golden/classes")));
     QStringList expected;
-    for (const ClassRow& row : catalogue())
-        expected.append(row.name + QStringLiteral(".txt"));
+    for (const QString& name : brickClassNames())
+        expected.append(name + QStringLiteral(".txt"));
     const QStringList files = folder.entryList(QDir::Files);
     for (const QString& name : expected)
-        EXPECT_TRUE(files.contains(name)) << name.toStdString() << " is missing";
+        EXPECT_TRUE(files.contains(name))
+            << "tests/golden/classes/" << name.toStdString() << " is missing: make golden";
     for (const QString& name : files)
         EXPECT_TRUE(expected.contains(name)) << name.toStdString() << " is of no class";
 }
