@@ -1138,7 +1138,7 @@ TEST(SceneFile, badMeshesAreReadAsFarAsTheyMakeSense)
     EXPECT_EQ(open(vertices + "f 1 2 3\n"), QStringLiteral("open "));
     for (const char* face : { "f 1 2 4", "f 0 1 2", "f -1 -2 -4", "f 1 2 -2147483648",
              "f 1 2 2147483647", "f 1 2", "f 1", "f a b c", "f / / /" })
-        EXPECT_TRUE(open(vertices + face + "\n").contains(QLatin1String("1 faces have not")))
+        EXPECT_TRUE(open(vertices + face + "\n").contains(QLatin1String("1 faces do not have")))
             << face;
     EXPECT_TRUE(open(vertices + "f 1 2 99999999999999999999\nv nan inf 0\n")
                     .startsWith(QLatin1String("open")));
