@@ -14,9 +14,10 @@
 
 namespace {
 
-/// So many times as long as making a copy takes there is none: large scenes take seconds, in which
-/// the window stands still.
+/// Large scenes take seconds, in which the window stands still: for so many times as long there is
+/// no other copy. Nobody notices what takes less than these milliseconds.
 const int restsOfCost = 10;
+const qint64 unnoticedCost = 100;
 
 } // namespace
 
@@ -73,7 +74,8 @@ void Autosaver::changed(Work* work)
     Watched* watched = m_watched.value(work);
     if (!watched->waiting.isValid())
         watched->waiting.start();
-    const qint64 rest = qMax(qint64(m_restTime), restsOfCost * watched->cost);
+    const qint64 restForCost = watched->cost > unnoticedCost ? restsOfCost * watched->cost : 0;
+    const qint64 rest = qMax(qint64(m_restTime), restForCost);
     const qint64 longest = qMax(qint64(longestTime), 2 * rest);
     if (!watched->timer.isActive() || watched->waiting.elapsed() < longest)
         watched->timer.start(std::chrono::milliseconds(rest));

@@ -4,6 +4,7 @@
 #include "ProblemFinder.h"
 
 #include "BrickAppearance.h"
+#include "NetworkText.h"
 #include "NetworkWalk.h"
 #include "dzbrickparam.h"
 #include "dzfileproperty.h"
@@ -48,8 +49,10 @@ public:
             m_reachable = reachableFrom({ m_roots.last() });
         if (m_roots.size() > 1)
             m_reachableFromAny = reachableFrom(m_roots);
+        findWritten();
         for (DzShaderBrick* brick : bricks) {
             checkReach(brick);
+            checkEffect(brick);
             checkClass(brick);
             for (int i = 0; i < brick->getNumParameters(); ++i)
                 checkParameter(brick, brick->getParameter(i));
@@ -122,6 +125,56 @@ private:
                       .arg(writtenRoot())
                 : message("It does not lead to the root, so it is not written; link it or delete "
                           "it."));
+    }
+
+    /// A brick decides itself which of its inputs it writes, and may decide otherwise for values
+    /// than for placeholders: what takes part in neither text has no effect.
+    void findWritten()
+    {
+        for (const bool literalValues : { true, false }) {
+            NetworkTextForm form;
+            form.literalValues = literalValues;
+            const NetworkText text = textOf(m_user, form);
+            m_hasText = m_hasText || text.error.isEmpty();
+            for (const TextStatement& statement : text.statements)
+                m_written.insert(statement.brick);
+        }
+        // What shares an input writes nothing until all links but one are removed, which is said
+        // where the input is.
+        QVector<DzShaderBrick*> sharing;
+        for (const DzShaderBrick* brick : qAsConst(m_written))
+            for (int i = 0; brick && i < brick->getNumParameters(); ++i) {
+                const DzBrickParam* param = brick->getParameter(i);
+                const bool isShared = !param->isOutput() && param->getNumConnections() > 1;
+                for (int k = 0; isShared && k < param->getNumConnections(); ++k)
+                    sharing.append(param->getConnection(k)->getTopBrickOwner());
+            }
+        m_written.unite(reachableFrom(sharing));
+    }
+
+    void checkEffect(DzShaderBrick* brick)
+    {
+        if (!m_hasText || isRoot(brick) || !m_reachable.contains(brick) || m_written.contains(brick)
+            || qobject_cast<DzUnknownBrick*>(brick))
+            return;
+        const DzBrickParam* idle = idleInputFedBy(brick);
+        add(Problem::WithoutEffect, brick,
+            idle ? message("It has no effect: %1 never writes what is linked to \"%2\". Link it to "
+                           "another input or delete it.")
+                       .arg(BrickAppearance::titleText(idle->getTopBrickOwner()), idle->getLabel())
+                 : message("It has no effect, as the bricks that it feeds have none."));
+    }
+
+    /// An input that the brick feeds on a brick that is written; null when there is none.
+    const DzBrickParam* idleInputFedBy(const DzShaderBrick* brick) const
+    {
+        for (int i = 0; i < brick->getNumParameters(); ++i) {
+            const DzBrickParam* param = brick->getParameter(i);
+            for (int k = 0; param->isOutput() && k < param->getNumConnections(); ++k)
+                if (m_written.contains(param->getConnection(k)->getTopBrickOwner()))
+                    return param->getConnection(k);
+        }
+        return nullptr;
     }
 
     void checkClass(DzShaderBrick* brick)
@@ -201,6 +254,8 @@ private:
     QVector<DzShaderBrick*> m_roots;
     BrickSet m_reachable;        ///< from the root that is written
     BrickSet m_reachableFromAny; ///< when there are several roots
+    BrickSet m_written;          ///< those that take part in the text
+    bool m_hasText = false;
     QHash<QString, bool> m_files;
     QVector<Problem> m_problems;
 };

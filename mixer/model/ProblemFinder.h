@@ -15,6 +15,7 @@ struct Problem {
         NoRoot,
         SeveralRoots,
         UnreachableBrick,
+        WithoutEffect,
         MissingFile,
         SeveralLinks,
         UnknownBrick,
@@ -30,8 +31,8 @@ struct Problem {
 };
 
 /// The problems of a network, in order of its bricks. File names that are not absolute are looked
-/// for in `folder` and where the program runs. The cost is linear in bricks, links and properties;
-/// each file is asked for once.
+/// for in `folder` and where the program runs. The cost is that of writing the text twice; each
+/// file is asked for once.
 QVector<Problem> findProblems(const IDzBrickUser* user, const QString& folder);
 
 /// The longest text that the renderer's format can carry, in bytes.

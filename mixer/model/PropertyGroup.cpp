@@ -146,9 +146,54 @@ PropertyGroup everything(const QVector<DzShaderBrick*>& bricks)
 
 } // namespace
 
+namespace {
+
+/// How many inputs there are, and how many wires lead to them.
+struct InputCount {
+    int inputs = 0;
+    int wires = 0;
+
+    void add(const DzShaderBrick* brick)
+    {
+        for (int i = 0; i < brick->getNumParameters(); ++i) {
+            const DzBrickParam* param = brick->getParameter(i);
+            if (!param->isInput())
+                continue;
+            ++inputs;
+            wires += param->getNumConnections();
+        }
+    }
+};
+
+QString countText(int count, const char* one, const char* several)
+{
+    return count == 1 ? message(one) : message(several).arg(count);
+}
+
+/// What a person may not see at once: the inputs can be far down a brick, and out of sight.
+QString noticeOf(const InputCount& before, const InputCount& after)
+{
+    const int inputs = qAbs(after.inputs - before.inputs);
+    const int wires = qAbs(after.wires - before.wires);
+    const QString inputText = countText(inputs, "1 input", "%1 inputs");
+    const QString wireText = countText(wires, "1 wire", "%1 wires");
+    if (after.inputs < before.inputs)
+        return wires > 0
+            ? message("%1 went, and %2 to them. Setting the old value brings back what "
+                      "they held.")
+                  .arg(inputText, wireText)
+            : message("%1 went. Setting the old value brings back what they held.").arg(inputText);
+    if (after.inputs > before.inputs && after.wires > before.wires)
+        return message("%1 came back, and %2 to them.").arg(inputText, wireText);
+    return QString();
+}
+
+} // namespace
+
 struct PropertySession::Kept {
     QPointer<DzShaderBrick> brick;
     std::unique_ptr<DzBrickState> before;
+    InputCount inputs;
 };
 
 PropertyGroup::PropertyGroup(const QVector<DzProperty*>& properties)
@@ -273,6 +318,7 @@ bool PropertyGroup::setText(const QString& text, QString* error)
         if (property && !property->isLocked() && !property->setValueText(text, error))
             return false;
     session.accept(message("Change %1").arg(getLabel()));
+    m_notice = session.getNotice();
     return true;
 }
 
@@ -284,6 +330,7 @@ void PropertyGroup::setNumber(double value)
             if (!numeric->isLocked())
                 numeric->setDoubleValue(value);
     session.accept(message("Change %1").arg(getLabel()));
+    m_notice = session.getNotice();
 }
 
 void PropertyGroup::setMap(const QString& file)
@@ -304,6 +351,7 @@ void PropertyGroup::reset(const QString& caption)
         if (property && !property->isLocked())
             property->resetToDefault();
     session.accept(caption.isEmpty() ? message("Reset %1").arg(getLabel()) : caption);
+    m_notice = session.getNotice();
 }
 
 void PropertyGroup::lock(bool locked)
@@ -363,7 +411,9 @@ PropertySession::PropertySession(const PropertyGroup& group)
         if (!brick || seen.contains(brick))
             continue;
         seen.insert(brick);
-        m_kept.push_back(Kept { brick, std::make_unique<DzBrickState>(brick) });
+        InputCount inputs;
+        inputs.add(brick);
+        m_kept.push_back(Kept { brick, std::make_unique<DzBrickState>(brick), inputs });
     }
     m_lock = std::make_unique<DzUndoStackLock>();
 }
@@ -378,7 +428,14 @@ PropertySession::~PropertySession()
 void PropertySession::accept(const QString& caption)
 {
     m_lock.reset();
+    InputCount before;
+    InputCount after;
     for (Kept& kept : m_kept) {
+        if (kept.brick) {
+            before.inputs += kept.inputs.inputs;
+            before.wires += kept.inputs.wires;
+            after.add(kept.brick);
+        }
         if (!kept.brick || !dzUndoStack->canPushItems()) {
             kept.before.reset();
             continue;
@@ -387,6 +444,7 @@ void PropertySession::accept(const QString& caption)
         if (item->isChange())
             dzUndoStack->push(item.release(), caption);
     }
+    m_notice = noticeOf(before, after);
     m_hold.accept(caption);
 }
 

@@ -52,11 +52,14 @@ public:
     void setMap(const QString& file);
     void reset(const QString& caption = QString());
     void lock(bool locked);
+    /// What the last change did to the inputs of bricks, as a sentence; empty for nothing.
+    QString getNotice() const { return m_notice; }
 
 private:
     friend class PropertySession;
 
     QVector<QPointer<DzProperty>> m_properties;
+    QString m_notice;
 };
 
 /// The properties that all of the bricks have, in the order of the first.
@@ -74,6 +77,8 @@ public:
     ~PropertySession();
 
     void accept(const QString& caption);
+    /// After accept(): what the step did to the inputs of bricks, as a sentence; empty for nothing.
+    QString getNotice() const { return m_notice; }
 
 private:
     PropertySession(const PropertySession&) = delete;
@@ -85,6 +90,7 @@ private:
     std::vector<Kept> m_kept;
     /// Held while there are kept states: their items stand for all that happens.
     std::unique_ptr<DzUndoStackLock> m_lock;
+    QString m_notice;
 };
 
 /// Locks or unlocks every value of the bricks, as one step.

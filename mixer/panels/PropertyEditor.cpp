@@ -94,7 +94,7 @@ private:
             emit message(tr("%1 is too large for this value.").arg(value));
             return;
         }
-        getGroup().setNumber(value);
+        PropertyEditor::enterNumber(value);
         refresh(); // the next key may come before the panel is up to date
     }
 
@@ -377,8 +377,19 @@ PropertyEditor* PropertyEditor::make(const PropertyGroup& group, QWidget* parent
 void PropertyEditor::enter(const QString& text)
 {
     QString error;
-    if (!m_group.setText(text, &error))
-        emit message(error);
+    tell(m_group.setText(text, &error) ? m_group.getNotice() : error);
+}
+
+void PropertyEditor::enterNumber(double value)
+{
+    m_group.setNumber(value);
+    tell(m_group.getNotice());
+}
+
+void PropertyEditor::tell(const QString& notice)
+{
+    if (!notice.isEmpty())
+        emit message(notice);
 }
 
 void PropertyEditor::beginSession()
@@ -392,6 +403,8 @@ void PropertyEditor::endSession(bool accepted)
     if (!m_session)
         return;
     const std::unique_ptr<PropertySession> session = std::move(m_session);
-    if (accepted)
-        session->accept(tr("Change %1").arg(m_group.getLabel()));
+    if (!accepted)
+        return;
+    session->accept(tr("Change %1").arg(m_group.getLabel()));
+    tell(session->getNotice());
 }

@@ -25,7 +25,7 @@ public:
     virtual void setFolder(const QString& folder);
 
 signals:
-    /// Why something typed was not taken, in one line.
+    /// Why something typed was not taken, or what it did besides, in one line.
     void message(const QString& text);
 
 protected:
@@ -34,11 +34,14 @@ protected:
     PropertyGroup& getGroup() { return m_group; }
     /// Sets the value from a text, and tells when it is refused.
     void enter(const QString& text);
+    void enterNumber(double value);
     // What happens between these is one undo step.
     void beginSession();
     void endSession(bool accepted);
 
 private:
+    void tell(const QString& notice);
+
     PropertyGroup m_group;
     std::unique_ptr<PropertySession> m_session;
 };

@@ -88,7 +88,11 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
             emit brickActivated(brick);
     });
     connect(m_map, &FileField::chosen, this, [this](const QString& file) { m_group.setMap(file); });
-    connect(m_resetButton, &QToolButton::clicked, this, [this] { m_group.reset(); });
+    connect(m_resetButton, &QToolButton::clicked, this, [this] {
+        m_group.reset();
+        if (!m_group.getNotice().isEmpty())
+            emit message(m_group.getNotice());
+    });
     connect(
         m_lockButton, &QToolButton::clicked, this, [this](bool checked) { m_group.lock(checked); });
     connect(m_mapButton, &QToolButton::clicked, this, [this] {

@@ -129,10 +129,11 @@ CodeResult* VireoTexClrConstantBrick::writeCode(CodeResult* result, SceneCodeWri
     const QString constant = result->name;
     const QString name = beginTexture(writer, QLatin1String("scale"));
     writer->writeTextureRef(QLatin1String("tex1"), constant);
+    // Neither a value nor a placeholder for one carries a map.
+    writer->noteUnwrittenMap(scale);
     if (scale->isLocked()) {
         // A locked scale goes under "value", not "tex2", on purpose.
         writer->writeColor3(QLatin1String("value"), s, s, s);
-        writer->noteUnwrittenMap(scale);
     } else {
         const QString placeholder = placeholderName(writer, scale, scale->getName());
         writeColorPlaceholder3(writer, QLatin1String("tex2"), placeholder);

@@ -3,10 +3,12 @@
 
 #include "ProblemFinder.h"
 #include "BrickAppearance.h"
+#include "BrickCatalogue.h"
 #include "TestSupport.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
 #include "dzfloatproperty.h"
+#include "dzintproperty.h"
 #include "dznumericproperty.h"
 
 #include <QDir>
@@ -108,6 +110,92 @@ TEST(ProblemFinder, bricksThatLeadNowhereAreNamed)
     ASSERT_TRUE(link(behind, idle, "tex1"));
     EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
         (Kinds { { Problem::UnreachableBrick, idle }, { Problem::UnreachableBrick, behind } }));
+}
+
+namespace {
+
+/// Links the brick to the matte's colour.
+void feedColor(MatteNetwork& network, VireoBrickBase* brick)
+{
+    ASSERT_TRUE(link(brick, network.matte, "Kd"));
+}
+
+} // namespace
+
+TEST(ProblemFinder, bricksThatFeedOnlyWhatIsNeverWrittenAreNamed)
+{
+    MatteNetwork network;
+    VireoBrickBase* band = addBrick(network.user, "VireoTexClrBAndBrick");
+    propertyAs<DzIntProperty>(band, "count")->setValue(1);
+    feedColor(network, band);
+    VireoBrickBase* idle = addBrick(network.user, "VireoTexFltScaleBrick");
+    ASSERT_TRUE(link(idle, band, "offset1"));
+    VireoBrickBase* behind = addBrick(network.user, "VireoTexFltConstantBrick");
+    ASSERT_TRUE(link(behind, idle, "tex1"));
+    const QVector<Problem> problems = findProblems(&network.user, QString());
+    EXPECT_EQ(kindsOf(problems),
+        (Kinds { { Problem::WithoutEffect, idle }, { Problem::WithoutEffect, behind } }));
+    EXPECT_TRUE(problems.at(0).text.contains(BrickAppearance::titleText(band)))
+        << problems.at(0).text.toStdString();
+    // The same brick linked to what is written as well has an effect, and what feeds it too.
+    ASSERT_TRUE(link(idle, network.matte, "sigma"));
+    EXPECT_TRUE(findProblems(&network.user, QString()).isEmpty());
+}
+
+TEST(ProblemFinder, aConstantsScaleIsNeverWrittenFromALink)
+{
+    MatteNetwork network;
+    VireoBrickBase* constant = addBrick(network.user, "VireoTexClrConstantBrick");
+    feedColor(network, constant);
+    VireoBrickBase* scale = addBrick(network.user, "VireoTexFltScaleBrick");
+    ASSERT_TRUE(link(scale, constant, "scale"));
+    VireoBrickBase* value = addBrick(network.user, "VireoTexClrScaleBrick");
+    ASSERT_TRUE(link(value, constant, "value"));
+    // A linked colour is written with placeholders, and so has an effect.
+    EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
+        (Kinds { { Problem::WithoutEffect, scale } }));
+}
+
+TEST(ProblemFinder, customInputsOfBandsWriteNothing)
+{
+    MatteNetwork network;
+    VireoBrickBase* band = addBrick(network.user, "VireoTexClrBAndBrick");
+    feedColor(network, band);
+    const QString name = QStringLiteral("extra");
+    band->addCustomInput(1009, name, name, DzBrickParam::InputDirection);
+    VireoBrickBase* idle = addBrick(network.user, "VireoTexFltScaleBrick");
+    ASSERT_TRUE(link(idle, band, "extra"));
+    EXPECT_EQ(kindsOf(findProblems(&network.user, QString())),
+        (Kinds { { Problem::WithoutEffect, idle } }));
+}
+
+TEST(ProblemFinder, everyBrickThatIsWrittenHasAnEffect)
+{
+    // Inputs of every kind that bricks can be linked to.
+    const QVector<QPair<const char*, const char*>> ends { { "VireoRootBrick", "material" },
+        { "VireoRootBrick", "Interior" }, { "VireoMatMatteBrick", "Kd" },
+        { "VireoMatMatteBrick", "sigma" }, { "VireoMatMetal2Brick", "fresnel" } };
+    for (const BrickKind& kind : BrickCatalogue::instance()->getKinds()) {
+        if (kind.isRoot())
+            continue;
+        const QByteArray className = kind.className.toLatin1();
+        bool isLinked = false;
+        for (const auto& end : ends) {
+            VireoBrickUser user;
+            VireoBrickBase* root = addBrick(user, "VireoRootBrick");
+            VireoBrickBase* target = root;
+            if (end.first != QByteArray("VireoRootBrick")) {
+                target = addBrick(user, end.first);
+                ASSERT_TRUE(link(target, root, "material"));
+            }
+            VireoBrickBase* brick = addBrick(user, className.constData());
+            if (!link(brick, target, end.second))
+                continue;
+            isLinked = true;
+            EXPECT_TRUE(findProblems(&user, QString()).isEmpty()) << className.constData();
+        }
+        EXPECT_TRUE(isLinked) << className.constData();
+    }
 }
 
 TEST(ProblemFinder, anInputWithSeveralLinksIsNamed)

@@ -344,6 +344,28 @@ TEST_F(PropertiesPanelTest, countShowsItsPairsAtOnce)
     EXPECT_EQ(document()->getText(), before);
 }
 
+TEST_F(PropertiesPanelTest, aLoweredCountSaysWhatItTakesAwayAndBringsBack)
+{
+    DzShaderBrick* constant = add("VireoTexFltConstantBrick");
+    DzShaderBrick* band = add("VireoTexFltBAndBrick");
+    type("count", QStringLiteral("3"));
+    EXPECT_EQ(m_window->getMessage(), QString()) << "new inputs are in view";
+    ASSERT_TRUE(linkPins(param(constant, "result"), param(band, "tex3")));
+    property(band, "offset2")->setValueText(QStringLiteral("0.25"), nullptr);
+    settle();
+    type("count", QStringLiteral("1"));
+    EXPECT_TEXT(QStringLiteral("4 inputs went, and 1 wire to them. Setting the old value brings "
+                               "back what they held."),
+        m_window->getMessage());
+    type("count", QStringLiteral("3"));
+    EXPECT_TEXT(QStringLiteral("4 inputs came back, and 1 wire to them."), m_window->getMessage());
+    EXPECT_EQ(valueOf(band, "offset2"), QStringLiteral("0.25"));
+    EXPECT_TRUE(param(band, "tex3")->isConnectedTo(param(constant, "result")));
+    press(tool("count", "reset"));
+    EXPECT_TRUE(m_window->getMessage().startsWith(QLatin1String("6 inputs went")))
+        << m_window->getMessage().toStdString();
+}
+
 TEST_F(PropertiesPanelTest, whatFeedsAValueIsShownAndOneClickAway)
 {
     DzShaderBrick* matte = add("VireoMatMatteBrick");

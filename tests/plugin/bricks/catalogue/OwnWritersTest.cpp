@@ -284,12 +284,13 @@ TEST_F(ColorConstantTest, theResultHoldsNoColourWhereALinkedTextureStandsInItsPl
     expectValues(resultOf(brick, true), 3, 1, 0.2, 0);
 }
 
-TEST_F(ColorConstantTest, mapsThatTheLiteralTextDropsAreNoticed)
+TEST_F(ColorConstantTest, mapsThatTheTextDropsAreNoticed)
 {
     value->setMap(QStringLiteral("maps/wood.png"));
     scale->setMap(QStringLiteral("maps/grey.png"));
     EXPECT_EQ(codeOf(brick, true).unwrittenMaps, QList<DzNumericProperty*>({ value, scale }));
-    EXPECT_EQ(codeOf(brick, false).unwrittenMaps, QList<DzNumericProperty*>());
+    // The scale's placeholder stands for its value alone.
+    EXPECT_EQ(codeOf(brick, false).unwrittenMaps, QList<DzNumericProperty*>({ scale }));
     lockAll(brick);
     EXPECT_EQ(codeOf(brick, false).unwrittenMaps, QList<DzNumericProperty*>({ value, scale }));
 }
