@@ -37,18 +37,25 @@ class Application : public QApplication
 public:
     using QApplication::QApplication;
 
-    bool notify(QObject* receiver, QEvent* event) override
+    /// Runs `step`; false when memory ran out, which the user is told.
+    template <typename Step>
+    static bool guarded(const Step& step)
     {
         try {
-            return QApplication::notify(receiver, event);
+            return step();
         } catch (const std::bad_alloc&) {
-            tell();
+            tellOutOfMemory();
             return false;
         }
     }
 
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        return guarded([&] { return QApplication::notify(receiver, event); });
+    }
+
 private:
-    static void tell()
+    static void tellOutOfMemory()
     {
         try {
             dzApp->warning(QString::fromLatin1(outOfMemory));
@@ -117,7 +124,10 @@ int run(int argc, char** argv, const Options& options)
     QStringList paths;
     for (const std::string& file : options.files)
         paths.append(QString::fromLocal8Bit(file.c_str()));
-    window.openFiles(paths);
+    Application::guarded([&] {
+        window.openFiles(paths);
+        return true;
+    });
     if (!window.getDocument())
         window.getDocuments()->createNew();
     // With the window on screen, so that one sees what is being asked.
