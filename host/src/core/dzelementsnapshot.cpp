@@ -37,7 +37,10 @@ QString descriptionOf(const DzProperty* property)
 /// otherwise.
 bool areSameSettings(const DzSettings& a, const DzSettings& b)
 {
-    return a.isEqual(b) || settingsToJson(a) == settingsToJson(b);
+    if (a.isEqual(b))
+        return true;
+    const QByteArray text = settingsToJson(a);
+    return !text.isEmpty() && text == settingsToJson(b);
 }
 
 } // namespace

@@ -38,7 +38,7 @@ struct JsonPiece {
     std::vector<std::pair<QByteArray, JsonPiece>> children;
 };
 
-/// The object that the host's files hold for a settings tree.
+/// The object that the host's files hold for a settings tree, which fits into JSON.
 JsonPiece jsonPieceOf(const DzSettings& settings);
 
 /// How a text is laid out: its indentation, line ends and the sign between key and value.

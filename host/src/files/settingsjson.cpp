@@ -7,6 +7,7 @@
 #include "settingstree.h"
 
 #include <QSet>
+#include <QVarLengthArray>
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -23,6 +24,9 @@ using Json = nlohmann::json;
 /// Containers that may be open at once: far more than any network has, and few enough for the
 /// functions that call themselves once a level.
 const std::size_t deepestNesting = 256;
+
+/// Settings that may stand within each other: each takes two containers, the outermost one.
+const int deepestSettings = static_cast<int>((deepestNesting - 1) / 2);
 
 /// Values of one text: more than any network has, and few enough to fit in memory.
 const std::size_t mostValues = 16 * 1000 * 1000;
@@ -631,8 +635,33 @@ bool settingsFromJson(const QByteArray& text, DzSettings* settings, QString* err
     return true;
 }
 
+bool settingsFitJson(const DzSettings& settings, QString* error)
+{
+    struct Level {
+        const SettingsTree* tree;
+        int depth;
+    };
+    QVarLengthArray<Level, 16> open { Level { settings.tree(), 0 } };
+    while (!open.isEmpty()) {
+        const Level level = open.last();
+        open.removeLast();
+        if (level.depth > deepestSettings) {
+            if (error)
+                *error = QStringLiteral("more than %1 settings are nested within each other")
+                             .arg(deepestSettings);
+            return false;
+        }
+        for (int i = 0; i < level.tree->getNumValues(); ++i)
+            if (const SettingsTree* nested = level.tree->getSettingsValueAt(i))
+                open.append(Level { nested, level.depth + 1 });
+    }
+    return true;
+}
+
 QByteArray settingsToJson(const DzSettings& settings)
 {
+    if (!settingsFitJson(settings, nullptr))
+        return QByteArray();
     return SettingsWriter().write(*settings.tree());
 }
 

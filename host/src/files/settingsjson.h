@@ -15,9 +15,12 @@ class DzSettings;
 /// false, the place and the cause in `error`, and `settings` as they were.
 bool settingsFromJson(const QByteArray& text, DzSettings* settings, QString* error);
 
-/// The JSON text of a settings tree, one value a line, with a line end at its end. Reading and
-/// writing it gives the same bytes. A float that single precision holds is written as short as
-/// that allows: 0.1f is "0.1", and reads as the double 0.1.
+/// False, with the limit in `error`, for a tree so deep that no text of it could be read again.
+bool settingsFitJson(const DzSettings& settings, QString* error);
+
+/// The JSON text of a settings tree, one value a line, with a line end at its end; empty for one
+/// that does not fit. Reading and writing it gives the same bytes. A float that single precision
+/// holds is written as short as that allows: 0.1f is "0.1", and reads as the double 0.1.
 QByteArray settingsToJson(const DzSettings& settings);
 
 /// The shortest decimal text of a number that was stored in single or double precision; "nan",

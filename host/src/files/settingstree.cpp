@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <limits>
+#include <new>
 #include <vector>
 
 namespace {
@@ -43,9 +44,36 @@ bool isWholeInt(double number)
 
 /// Entries whose nested trees are shared too; nested trees stand in `children` in their order.
 struct SettingsTree::SharedTree {
+    SharedTree() {}
+    ~SharedTree();
+
     Entries entries; ///< without pointers to nested settings
     std::vector<SharedTreePtr> children;
+
+private:
+    Q_DISABLE_COPY(SharedTree)
 };
+
+/// Trees may be as deep as memory allows: what nobody else holds is freed level by level, without
+/// a call for each.
+SettingsTree::SharedTree::~SharedTree()
+{
+    try {
+        while (!children.empty()) {
+            const SharedTreePtr child = std::move(children.back());
+            children.pop_back();
+            if (!child || child.use_count() > 1)
+                continue;
+            // Only this function sees it any more, and it was made as one that can be changed.
+            std::vector<SharedTreePtr>& below = const_cast<SharedTree&>(*child).children;
+            for (SharedTreePtr& grandchild : below)
+                children.push_back(std::move(grandchild));
+            below.clear();
+        }
+    } catch (const std::bad_alloc&) {
+        // The rest goes by itself.
+    }
+}
 
 SettingsTree::SettingsTree()
 {
@@ -92,13 +120,29 @@ SettingsTree::SharedTreePtr SettingsTree::sharedTree() const
 {
     if (m_shared || m_entries.isEmpty())
         return m_shared;
-    auto tree = std::make_shared<SharedTree>();
-    tree->entries = m_entries;
-    for (int i = 0; i < m_entries.size(); ++i) {
-        if (m_entries.at(i).type != DzSettings::SettingsValue)
-            continue;
-        tree->children.push_back(m_entries.at(i).nested->sharedTree());
-        tree->entries[i].nested = nullptr;
+    struct Copy {
+        const SettingsTree* from;
+        SharedTree* to;
+    };
+    const auto tree = std::make_shared<SharedTree>();
+    QVarLengthArray<Copy, 16> open { Copy { this, tree.get() } };
+    while (!open.isEmpty()) {
+        const Copy copy = open.last();
+        open.removeLast();
+        copy.to->entries = copy.from->m_entries;
+        for (Entry& entry : copy.to->entries) {
+            if (entry.type != DzSettings::SettingsValue)
+                continue;
+            const SettingsTree* nested = entry.nested;
+            entry.nested = nullptr;
+            if (nested->m_shared || nested->m_entries.isEmpty()) {
+                copy.to->children.push_back(nested->m_shared);
+                continue;
+            }
+            const auto child = std::make_shared<SharedTree>();
+            copy.to->children.push_back(child);
+            open.append(Copy { nested, child.get() });
+        }
     }
     return tree;
 }
@@ -331,12 +375,30 @@ void SettingsTree::clear()
 {
     m_shared.reset();
     m_index.clear();
-    // Taken out one by one: what is deleted may ask this tree.
-    while (!m_entries.isEmpty()) {
-        const Entry& last = m_entries.last();
-        const SettingsTree* nested = last.type == DzSettings::SettingsValue ? last.nested : nullptr;
-        m_entries.removeLast();
-        delete nested;
+    // However deep the tree is, this takes no memory and no call a level: the way back up stands
+    // where the way down stood.
+    SettingsTree* current = this;
+    SettingsTree* above = nullptr;
+    while (current != this || !m_entries.isEmpty()) {
+        if (current->m_entries.isEmpty()) {
+            const SettingsTree* done = current;
+            current = above;
+            above = current->m_entries.last().nested;
+            // Taken out first: what is deleted may ask the trees above.
+            current->m_entries.removeLast();
+            delete done;
+            continue;
+        }
+        Entry& last = current->m_entries.last();
+        if (last.type != DzSettings::SettingsValue) {
+            current->m_entries.removeLast();
+            continue;
+        }
+        SettingsTree* nested = last.nested;
+        last.type = DzSettings::StringValue; // nobody takes the way back for settings
+        last.nested = above;
+        above = current;
+        current = nested;
     }
 }
 
@@ -371,9 +433,10 @@ bool SettingsTree::copySetting(const QString& key, SettingsTree* target) const
     return copySetting(key, target, key);
 }
 
-bool SettingsTree::entriesEqual(const Entry& a, const Entry& b)
+/// Leaves out what stands in nested settings.
+bool SettingsTree::sameEntry(const Entry& a, const Entry& b)
 {
-    if (a.key != b.key || a.type != b.type)
+    if (a.type != b.type || a.key != b.key)
         return false;
     switch (a.type) {
     case DzSettings::StringValue:
@@ -386,20 +449,33 @@ bool SettingsTree::entriesEqual(const Entry& a, const Entry& b)
     case DzSettings::FloatValue:
         return sameNumber(a.number, b.number);
     case DzSettings::SettingsValue:
-        return a.nested->isEqual(*b.nested);
+        return true;
     }
     return false;
 }
 
 bool SettingsTree::isEqual(const SettingsTree& other) const
 {
-    if (this == &other || (m_shared && m_shared == other.m_shared))
-        return true;
-    if (entries().size() != other.entries().size())
-        return false;
-    for (int i = 0; i < entries().size(); ++i) {
-        if (!entriesEqual(entries().at(i), other.entries().at(i)))
+    struct Pair {
+        const SettingsTree* a;
+        const SettingsTree* b;
+    };
+    QVarLengthArray<Pair, 16> open { Pair { this, &other } };
+    while (!open.isEmpty()) {
+        const Pair pair = open.last();
+        open.removeLast();
+        if (pair.a == pair.b || (pair.a->m_shared && pair.a->m_shared == pair.b->m_shared))
+            continue;
+        const Entries& a = pair.a->entries();
+        const Entries& b = pair.b->entries();
+        if (a.size() != b.size())
             return false;
+        for (int i = 0; i < a.size(); ++i) {
+            if (!sameEntry(a.at(i), b.at(i)))
+                return false;
+            if (a.at(i).type == DzSettings::SettingsValue)
+                open.append(Pair { a.at(i).nested, b.at(i).nested });
+        }
     }
     return true;
 }
@@ -408,5 +484,8 @@ bool SettingsTree::hasEqualValue(const SettingsTree& other, const QString& key) 
 {
     const Entry* mine = find(key);
     const Entry* theirs = other.find(key);
-    return mine && theirs ? entriesEqual(*mine, *theirs) : mine == theirs;
+    if (!mine || !theirs)
+        return mine == theirs;
+    return sameEntry(*mine, *theirs)
+        && (mine->type != DzSettings::SettingsValue || mine->nested->isEqual(*theirs->nested));
 }

@@ -85,7 +85,7 @@ private:
 
     explicit SettingsTree(const SharedTreePtr& tree);
 
-    static bool entriesEqual(const Entry& a, const Entry& b);
+    static bool sameEntry(const Entry& a, const Entry& b);
     SharedTreePtr sharedTree() const;
     /// By far the most trees of a network hold one value, which needs no memory of its own.
     typedef QVarLengthArray<Entry, 1> Entries;

@@ -123,6 +123,11 @@ QByteArray DzBrickUserFile::saveText(const IDzBrickUser* user, const QList<uint>
 bool DzBrickUserFile::save(const QString& path, const IDzBrickUser* user)
 {
     m_error.clear();
+    const QByteArray data = saveText(user);
+    if (data.isEmpty())
+        return fail(text("cannot write %1: too many settings are nested within each other; remove "
+                         "levels from what scripts added")
+                        .arg(path));
     QString error;
-    return dzWriteFile(path, saveText(user), &error) || fail(error);
+    return dzWriteFile(path, data, &error) || fail(error);
 }

@@ -6,6 +6,7 @@
 #include "dzmaterial.h"
 #include "dzproperty.h"
 #include "dzsimpleelementdata.h"
+#include "settingsjson.h"
 
 #include <QCoreApplication>
 #include <QSet>
@@ -465,7 +466,13 @@ void DzSceneWriter::writeData(const SurfaceRecord& surface)
 {
     for (int i = 0; i < surface.material->getNumDataItems(); ++i) {
         auto* data = qobject_cast<DzSimpleElementData*>(surface.material->getDataItem(i));
-        if (data && data->isPersistent() && !changeData(surface, data))
+        QString problem;
+        if (!data || !data->isPersistent())
+            continue;
+        if (!settingsFitJson(*data->getSettings(), &problem))
+            warn(surface, text("the data \"%1\" is not written: %2").arg(data->getName(), problem),
+                text("remove levels"));
+        else if (!changeData(surface, data))
             m_added.data.push_back(dataPiece(data));
     }
     removeLostData(surface, surface.instance);

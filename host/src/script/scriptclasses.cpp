@@ -4,39 +4,25 @@
 #include "scriptclasses.h"
 
 #include "dzapp.h"
-#include "dzboolproperty.h"
-#include "dzbrickaction.h"
 #include "dzbrickstate.h"
 #include "dzclassfactory.h"
-#include "dzcolorproperty.h"
-#include "dzdefaultmaterial.h"
-#include "dzenumproperty.h"
-#include "dzfileproperty.h"
-#include "dzfloatproperty.h"
-#include "dzimagemgr.h"
-#include "dzimageproperty.h"
-#include "dzmatrixparam.h"
-#include "dznode.h"
-#include "dzobject.h"
-#include "dzoutparam.h"
 #include "dzpluginmgr.h"
-#include "dzpropertyparam.h"
-#include "dzscene.h"
-#include "dzshape.h"
-#include "dzsimpleelementdata.h"
-#include "dzstringproperty.h"
-#include "dztexture.h"
+#include "dzproperty.h"
+#include "dzshaderbrick.h"
 #include "dzundostack.h"
-#include "dzunknownbrick.h"
 #include "dzvec3param.h"
 #include "idzbrickuser.h"
 #include "scriptengine.h"
+#include "scriptfiles.h"
+#include "scriptmakers.h"
 #include "scriptsignals.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QMetaEnum>
 #include <QMetaProperty>
 #include <QScriptContext>
+#include <QWidget>
 
 namespace {
 
@@ -48,178 +34,6 @@ QString text(const char* source)
 QString nameOf(const QMetaObject* metaObject)
 {
     return QString::fromLatin1(metaObject->className());
-}
-
-/// The host's classes of which objects get to scripts.
-const std::vector<const QMetaObject*>& hostClasses()
-{
-    static const std::vector<const QMetaObject*> classes { &DzApp::staticMetaObject,
-        &DzBase::staticMetaObject, &DzBoolProperty::staticMetaObject,
-        &DzBrickAction::staticMetaObject, &DzBrickParam::staticMetaObject,
-        &DzBrickSet::staticMetaObject, &DzColorProperty::staticMetaObject,
-        &DzDefaultMaterial::staticMetaObject, &DzElement::staticMetaObject,
-        &DzElementData::staticMetaObject, &DzEnumProperty::staticMetaObject,
-        &DzFileProperty::staticMetaObject, &DzFloatProperty::staticMetaObject,
-        &DzImageMgr::staticMetaObject, &DzImageProperty::staticMetaObject,
-        &DzIntProperty::staticMetaObject, &DzMaterial::staticMetaObject,
-        &DzMatrixParam::staticMetaObject, &DzNode::staticMetaObject,
-        &DzNumericProperty::staticMetaObject, &DzObject::staticMetaObject,
-        &DzOutParam::staticMetaObject, &DzProperty::staticMetaObject,
-        &DzPropertyParam::staticMetaObject, &DzPropertySettings::staticMetaObject,
-        &DzScene::staticMetaObject, &DzSettings::staticMetaObject, &DzShaderBrick::staticMetaObject,
-        &DzShape::staticMetaObject, &DzSimpleElementData::staticMetaObject,
-        &DzStringProperty::staticMetaObject, &DzTexture::staticMetaObject,
-        &DzUndoStack::staticMetaObject, &DzUnknownBrick::staticMetaObject,
-        &DzVec3Param::staticMetaObject };
-    return classes;
-}
-
-/// Reads the arguments of a constructor in order; those that are left out stay as they are.
-class Arguments
-{
-public:
-    Arguments(const ScriptEngine* engine, QScriptContext* context, QString* error)
-        : m_engine(engine)
-        , m_context(context)
-        , m_error(error)
-    {
-    }
-
-    Arguments& operator>>(QString& value)
-    {
-        return read("QString", [&](const ScriptStorage& given) { value = given.text; });
-    }
-    Arguments& operator>>(bool& value)
-    {
-        return read("bool", [&](const ScriptStorage& given) { value = given.boolean; });
-    }
-    Arguments& operator>>(int& value)
-    {
-        return read("int", [&](const ScriptStorage& given) { value = given.integer; });
-    }
-    Arguments& operator>>(float& value)
-    {
-        return read("float", [&](const ScriptStorage& given) { value = given.single; });
-    }
-    Arguments& operator>>(QColor& value)
-    {
-        return read("QColor", [&](const ScriptStorage& given) { value = given.color; });
-    }
-
-    /// The new object if all was read and nothing is left, else null.
-    template <typename Make>
-    QObject* make(const Make& make) const
-    {
-        if (m_error->isEmpty() && m_index < m_context->argumentCount())
-            *m_error = text("takes %1 arguments at most").arg(m_index);
-        return m_error->isEmpty() ? make() : nullptr;
-    }
-
-private:
-    template <typename Take>
-    Arguments& read(const char* typeName, const Take& take)
-    {
-        const int index = m_index++;
-        if (!m_error->isEmpty() || index >= m_context->argumentCount())
-            return *this;
-        ScriptStorage storage;
-        const ScriptType type = ScriptType::find(typeName, &QObject::staticMetaObject);
-        QString problem;
-        if (m_engine->conversion().read(
-                m_context->argument(index), type, false, &storage, &problem))
-            take(storage);
-        else
-            *m_error = text("argument %1 %2").arg(index + 1).arg(problem);
-        return *this;
-    }
-
-    const ScriptEngine* m_engine;
-    QScriptContext* m_context;
-    QString* m_error;
-    int m_index = 0;
-};
-
-/// The maker of an element or another object that takes a name alone.
-template <typename T>
-ScriptClasses::Maker namedMaker(const ScriptEngine* engine)
-{
-    return [engine](QScriptContext* context, QString* error) {
-        QString name;
-        Arguments arguments(engine, context, error);
-        arguments >> name;
-        return arguments.make([&] { return new T(name); });
-    };
-}
-
-template <typename T>
-ScriptClasses::Maker plainMaker(const ScriptEngine* engine)
-{
-    return [engine](QScriptContext* context, QString* error) {
-        return Arguments(engine, context, error).make([] { return new T; });
-    };
-}
-
-/// The maker of a property that can be animated: name, can be animated, is a user's, default.
-template <typename T, typename Value>
-ScriptClasses::Maker numericMaker(const ScriptEngine* engine)
-{
-    return [engine](QScriptContext* context, QString* error) {
-        QString name;
-        bool canAnimate = true;
-        bool isUser = true;
-        Value value = Value();
-        Arguments arguments(engine, context, error);
-        arguments >> name >> canAnimate >> isUser >> value;
-        return arguments.make([&] { return new T(name, canAnimate, isUser, value); });
-    };
-}
-
-ScriptClasses::Maker enumMaker(const ScriptEngine* engine)
-{
-    return [engine](QScriptContext* context, QString* error) {
-        QString name;
-        bool canAnimate = true;
-        bool isUser = true;
-        Arguments arguments(engine, context, error);
-        arguments >> name >> canAnimate >> isUser;
-        return arguments.make([&] { return new DzEnumProperty(name, canAnimate, isUser); });
-    };
-}
-
-/// The maker of an object with a name and a flag.
-template <typename T>
-ScriptClasses::Maker flaggedMaker(const ScriptEngine* engine, bool flag)
-{
-    return [engine, flag](QScriptContext* context, QString* error) {
-        QString name;
-        bool given = flag;
-        Arguments arguments(engine, context, error);
-        arguments >> name >> given;
-        return arguments.make([&] { return new T(name, given); });
-    };
-}
-
-QHash<const QMetaObject*, ScriptClasses::Maker> hostMakers(const ScriptEngine* engine)
-{
-    return {
-        { &DzSettings::staticMetaObject, plainMaker<DzSettings>(engine) },
-        { &DzPropertySettings::staticMetaObject, plainMaker<DzPropertySettings>(engine) },
-        { &DzNode::staticMetaObject, namedMaker<DzNode>(engine) },
-        { &DzObject::staticMetaObject, namedMaker<DzObject>(engine) },
-        { &DzShape::staticMetaObject, namedMaker<DzShape>(engine) },
-        { &DzElement::staticMetaObject, namedMaker<DzElement>(engine) },
-        { &DzDefaultMaterial::staticMetaObject, namedMaker<DzDefaultMaterial>(engine) },
-        { &DzSimpleElementData::staticMetaObject,
-            flaggedMaker<DzSimpleElementData>(engine, false) },
-        { &DzFloatProperty::staticMetaObject, numericMaker<DzFloatProperty, float>(engine) },
-        { &DzIntProperty::staticMetaObject, numericMaker<DzIntProperty, int>(engine) },
-        { &DzBoolProperty::staticMetaObject, numericMaker<DzBoolProperty, bool>(engine) },
-        { &DzColorProperty::staticMetaObject, numericMaker<DzColorProperty, QColor>(engine) },
-        { &DzEnumProperty::staticMetaObject, enumMaker(engine) },
-        { &DzStringProperty::staticMetaObject, flaggedMaker<DzStringProperty>(engine, true) },
-        { &DzFileProperty::staticMetaObject, flaggedMaker<DzFileProperty>(engine, true) },
-        { &DzImageProperty::staticMetaObject, flaggedMaker<DzImageProperty>(engine, true) },
-    };
 }
 
 /// Methods that take over their argument `index`. Counted objects need no entry: whoever takes
@@ -280,12 +94,18 @@ DzShaderBrick* reshapedBrick(QObject* target, const QMetaMethod& method)
     return qobject_cast<DzShaderBrick*>(property->getOwner());
 }
 
+bool setsVector(QObject* target, const QMetaMethod& method)
+{
+    return qobject_cast<DzVec3Param*>(target) && setsValue(method.name());
+}
+
 } // namespace
 
 struct ScriptClasses::Method {
     QMetaMethod method;
     ScriptType result;
     QVector<ScriptType> arguments;
+    QVector<bool> isPath; ///< of each argument
 };
 
 struct ScriptClasses::MethodGroup {
@@ -332,7 +152,7 @@ ScriptClasses::~ScriptClasses()
 
 const QMetaObject* ScriptClasses::findHostClass(const QByteArray& name)
 {
-    for (const QMetaObject* metaObject : hostClasses())
+    for (const QMetaObject* metaObject : scriptHostClasses())
         if (name == metaObject->className())
             return metaObject;
     return nullptr;
@@ -340,17 +160,13 @@ const QMetaObject* ScriptClasses::findHostClass(const QByteArray& name)
 
 void ScriptClasses::defineConstructors()
 {
-    const QHash<const QMetaObject*, Maker> makers = hostMakers(m_engine);
-    for (const QMetaObject* metaObject : hostClasses())
+    const QHash<const QMetaObject*, Maker> makers = scriptHostMakers(m_engine);
+    for (const QMetaObject* metaObject : scriptHostClasses())
         find(metaObject)->maker = makers.value(metaObject);
     for (const DzClassFactory* factory : dzApp->getPluginMgr()->getClassFactories()) {
         const QString name = factory->className();
         find(&factory->getMetaObject())->maker
-            = [this, name](QScriptContext* context, QString* error) {
-                  return Arguments(m_engine, context, error).make([&] {
-                      return dzApp->createInstance(name);
-                  });
-              };
+            = scriptPlainMaker(m_engine, [name] { return dzApp->createInstance(name); });
     }
     QScriptValue global = m_engine->engine()->globalObject();
     for (const std::unique_ptr<Class>& scriptClass : m_classes)
@@ -416,6 +232,8 @@ ScriptClasses::Method ScriptClasses::describe(const QMetaMethod& method)
     described.result = ScriptType::find(QMetaObject::normalizedType(method.typeName()), scope);
     for (const QByteArray& type : method.parameterTypes())
         described.arguments.append(ScriptType::find(type, scope));
+    for (const QByteArray& name : method.parameterNames())
+        described.isPath.append(name == "path" || name == "filename" || name == "fileName");
     return described;
 }
 
@@ -603,6 +421,10 @@ private:
                 *error = text("argument %1 %2").arg(i + 1).arg(problem);
                 return false;
             }
+            if (method.isPath.at(i) && !isScriptPath(m_arguments[size_t(i)].text, &problem)) {
+                *error = text("argument %1 %2").arg(i + 1).arg(problem);
+                return false;
+            }
         }
         return true;
     }
@@ -652,17 +474,23 @@ private:
 
     void perform(const Method& method, void** addresses)
     {
-        DzShaderBrick* brick = reshapedBrick(m_target, method.method);
-        if (!brick) {
+        const auto makeCall = [&] {
             QMetaObject::metacall(
                 m_target, QMetaObject::InvokeMetaMethod, method.method.methodIndex(), addresses);
-            return;
+        };
+        if (DzShaderBrick* brick = reshapedBrick(m_target, method.method)) {
+            const QString caption = text("Change %1").arg(brick->getBrickTitle());
+            DzBrickStateHold hold(brick);
+            makeCall();
+            hold.accept(caption);
+        } else if (setsVector(m_target, method.method)) {
+            // Its numbers are properties of their own, and one call is one step.
+            DzUndoStackHold hold;
+            makeCall();
+            hold.accept(text("Change %1").arg(static_cast<DzBrickParam*>(m_target)->getLabel()));
+        } else {
+            makeCall();
         }
-        const QString caption = text("Change %1").arg(brick->getBrickTitle());
-        DzBrickStateHold hold(brick);
-        QMetaObject::metacall(
-            m_target, QMetaObject::InvokeMetaMethod, method.method.methodIndex(), addresses);
-        hold.accept(caption);
     }
 
     /// Brings up to date who owns what.

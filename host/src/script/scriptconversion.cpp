@@ -54,13 +54,54 @@ ScriptType::Kind kindOfName(const QByteArray& name)
     return kinds.value(name, ScriptType::Unsupported);
 }
 
-bool isEnumeration(const QByteArray& name, const QMetaObject* scope)
+/// The enumeration that a type's name stands for in `scope`; an invalid one when it stands for
+/// none.
+QMetaEnum enumerationOf(const QByteArray& name, const QMetaObject* scope)
 {
     const int separator = name.lastIndexOf("::");
-    if (separator < 0)
-        return scope->indexOfEnumerator(name.constData()) >= 0;
-    const QMetaObject* owner = ScriptClasses::findHostClass(name.left(separator));
-    return owner && owner->indexOfEnumerator(name.mid(separator + 2).constData()) >= 0;
+    const QMetaObject* owner
+        = separator < 0 ? scope : ScriptClasses::findHostClass(name.left(separator));
+    const QByteArray itself = separator < 0 ? name : name.mid(separator + 2);
+    return owner ? owner->enumerator(owner->indexOfEnumerator(itself.constData())) : QMetaEnum();
+}
+
+/// The same for a type that Qt has a number for.
+QMetaEnum registeredEnumeration(const QByteArray& name, int metaType)
+{
+    if (!(QMetaType::typeFlags(metaType) & QMetaType::IsEnumeration))
+        return QMetaEnum();
+    const QMetaObject* scope = QMetaType::metaObjectForType(metaType);
+    return scope ? enumerationOf(name.mid(name.lastIndexOf(':') + 1), scope) : QMetaEnum();
+}
+
+bool isItem(const QMetaEnum& enumeration, int value)
+{
+    if (!enumeration.isFlag())
+        return enumeration.valueToKey(value) != nullptr;
+    for (int i = 0; i < enumeration.keyCount(); ++i)
+        value &= ~enumeration.value(i);
+    return value == 0;
+}
+
+/// "DzClass.First, DzClass.Second", as scripts write it.
+QString itemsOf(const QMetaEnum& enumeration)
+{
+    QStringList items;
+    for (int i = 0; i < enumeration.keyCount(); ++i)
+        items.append(QStringLiteral("%1.%2").arg(
+            QString::fromLatin1(enumeration.scope()), QString::fromLatin1(enumeration.key(i))));
+    return items.join(QStringLiteral(", "));
+}
+
+/// What is nearer to the largest float than to anything larger is taken for it: so it is written,
+/// with the fewest digits that tell it from others.
+const double mostSingle
+    = std::nextafter(double(std::numeric_limits<float>::max()) + std::ldexp(1.0, 103), 0.0);
+
+float toSingle(double number)
+{
+    const double most = double(std::numeric_limits<float>::max());
+    return static_cast<float>(qBound(-most, number, most));
 }
 
 /// The number with the fewest digits that stands for the same float, so that 0.1 stays 0.1.
@@ -96,14 +137,14 @@ ScriptType ScriptType::find(const QByteArray& name, const QMetaObject* scope)
         type.kind = type.className == "IDzBrickUser" ? BrickUser : Object;
         return type;
     }
-    if (isEnumeration(name, scope)) {
-        type.kind = Enumeration;
-        return type;
-    }
     type.metaType = QMetaType::type(name.constData());
-    if (type.metaType != QMetaType::UnknownType)
-        type.kind
-            = QMetaType::typeFlags(type.metaType) & QMetaType::IsEnumeration ? Enumeration : Value;
+    type.enumeration = enumerationOf(name, scope);
+    if (!type.enumeration.isValid())
+        type.enumeration = registeredEnumeration(name, type.metaType);
+    if (type.enumeration.isValid())
+        type.kind = Enumeration;
+    else if (type.metaType != QMetaType::UnknownType)
+        type.kind = Value;
     return type;
 }
 
@@ -210,17 +251,20 @@ bool ScriptConversion::read(const QScriptValue& value, const ScriptType& type, b
                 true, &number, error))
             return false;
         storage->integer = static_cast<int>(number);
-        return true;
+        if (type.kind == ScriptType::Int || isItem(type.enumeration, storage->integer))
+            return true;
+        *error = text("is %1; one of %2 is wanted")
+                     .arg(QString::number(storage->integer), itemsOf(type.enumeration));
+        return false;
     case ScriptType::UInt:
         if (!readNumber(value, 0, std::numeric_limits<uint>::max(), true, &number, error))
             return false;
         storage->natural = static_cast<uint>(number);
         return true;
     case ScriptType::Float:
-        if (!readNumber(value, -double(std::numeric_limits<float>::max()),
-                double(std::numeric_limits<float>::max()), false, &number, error))
+        if (!readNumber(value, -mostSingle, mostSingle, false, &number, error))
             return false;
-        storage->single = static_cast<float>(number);
+        storage->single = toSingle(number);
         return true;
     case ScriptType::Double:
         return readNumber(value, -std::numeric_limits<double>::max(),
@@ -277,10 +321,10 @@ bool ScriptConversion::readNumber(const QScriptValue& value, double least, doubl
 bool ScriptConversion::readObject(
     const QScriptValue& value, const ScriptType& type, ScriptStorage* storage, QString* error) const
 {
-    // Nothing can be written into no settings, and nothing read from them.
-    const bool isSettings
+    // Settings that are read may be missing. Into none nothing can be written.
+    const bool isToBeFilled
         = type.className == "DzSettings" || type.className == "DzPropertySettings";
-    if (value.isNull() && !isSettings)
+    if (value.isNull() && (!isToBeFilled || type.name.startsWith("const ")))
         return true;
     const ScriptHandle* handle = m_engine->handleOf(value);
     QObject* object = handle ? handle->target() : nullptr;
@@ -530,12 +574,12 @@ bool ScriptConversion::readVec3(const QScriptValue& value, DzVec3* vector) const
         return false;
     float parts[3];
     for (quint32 i = 0; i < 3; ++i) {
-        const double most = double(std::numeric_limits<float>::max());
         double number = 0;
         QString error;
-        if (!readNumber(part(value, vectorParts[i], i), -most, most, false, &number, &error))
+        if (!readNumber(
+                part(value, vectorParts[i], i), -mostSingle, mostSingle, false, &number, &error))
             return false;
-        parts[i] = static_cast<float>(number);
+        parts[i] = toSingle(number);
     }
     *vector = DzVec3(parts[0], parts[1], parts[2]);
     return true;

@@ -8,6 +8,7 @@
 #include <QColor>
 #include <QHash>
 #include <QList>
+#include <QMetaEnum>
 #include <QScriptValue>
 #include <QVariant>
 #include <QVector>
@@ -47,6 +48,7 @@ struct ScriptType {
     int metaType = 0;
     QByteArray name;
     QByteArray className;
+    QMetaEnum enumeration; ///< of an Enumeration
 };
 
 /// Room for one value of any of these types.

@@ -24,14 +24,27 @@ template <typename T>
 ScriptClasses::Maker pathMaker()
 {
     return [](QScriptContext* context, QString* error) -> QObject* {
-        if (context->argumentCount() == 1 && context->argument(0).isString())
-            return new T(context->argument(0).toString());
-        *error = text("a path is wanted");
+        const QString path = context->argument(0).toString();
+        QString problem;
+        if (context->argumentCount() != 1 || !context->argument(0).isString())
+            *error = text("a path is wanted");
+        else if (!isScriptPath(path, &problem))
+            *error = text("argument 1 %1").arg(problem);
+        else
+            return new T(path);
         return nullptr;
     };
 }
 
 } // namespace
+
+bool isScriptPath(const QString& path, QString* error)
+{
+    if (!path.contains(QChar::Null))
+        return true;
+    *error = text("contains a NUL character, which no path can");
+    return false;
+}
 
 DzFile::DzFile(const QString& path)
     : m_path(path)

@@ -139,5 +139,9 @@ private:
     DzBrickUserFile m_file;
 };
 
+/// False, with what is wrong in `error`, for a text that names no file on any system: the system
+/// would take what stands before the NUL character for the name.
+bool isScriptPath(const QString& path, QString* error);
+
 /// Makes these classes known to scripts.
 void defineScriptFiles(ScriptEngine* engine);

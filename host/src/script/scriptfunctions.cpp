@@ -17,6 +17,7 @@
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 #include "scriptengine.h"
+#include "scriptfiles.h"
 
 #include <QApplication>
 #include <QScriptContext>
@@ -60,6 +61,19 @@ bool readText(QScriptContext* context, int index, const char* function, QString*
         return true;
     failType(context,
         text("%1: argument %2 must be a text").arg(QString::fromLatin1(function)).arg(index + 1));
+    return false;
+}
+
+/// The same for an argument that must be a path.
+bool readPath(QScriptContext* context, int index, const char* function, QString* path)
+{
+    if (!readText(context, index, function, path))
+        return false;
+    QString problem;
+    if (isScriptPath(*path, &problem))
+        return true;
+    failType(context,
+        text("%1: argument %2 %3").arg(QString::fromLatin1(function)).arg(index + 1).arg(problem));
     return false;
 }
 
@@ -115,7 +129,7 @@ QScriptValue print(ScriptEngine& engine, QScriptContext* context)
 QScriptValue include(ScriptEngine& engine, QScriptContext* context)
 {
     QString path;
-    if (!readText(context, 0, "include", &path))
+    if (!readPath(context, 0, "include", &path))
         return QScriptValue();
     const QScriptContextInfo caller(context->parentContext());
     return engine.include(context, path, caller.fileName());
@@ -124,7 +138,7 @@ QScriptValue include(ScriptEngine& engine, QScriptContext* context)
 QScriptValue readFile(ScriptEngine&, QScriptContext* context)
 {
     QString path;
-    if (!readText(context, 0, "readFile", &path))
+    if (!readPath(context, 0, "readFile", &path))
         return QScriptValue();
     QByteArray content;
     QString error;
@@ -137,7 +151,7 @@ QScriptValue writeFile(ScriptEngine& engine, QScriptContext* context)
 {
     QString path;
     QString content;
-    if (!readText(context, 0, "writeFile", &path) || !readText(context, 1, "writeFile", &content))
+    if (!readPath(context, 0, "writeFile", &path) || !readText(context, 1, "writeFile", &content))
         return QScriptValue();
     QString error;
     if (!dzWriteFile(path, content.toUtf8(), &error))
@@ -214,7 +228,7 @@ QScriptValue loadScene(ScriptEngine& engine, QScriptContext* context)
 {
     auto* scene = self<DzScene>(engine, context, "loadScene");
     QString path;
-    if (!scene || !readText(context, 0, "loadScene", &path))
+    if (!scene || !readPath(context, 0, "loadScene", &path))
         return QScriptValue();
     if (!engine.sceneFile().load(path, scene))
         return fail(context, text("loadScene: %1").arg(engine.sceneFile().getError()));
@@ -227,7 +241,7 @@ QScriptValue saveScene(ScriptEngine& engine, QScriptContext* context)
     if (!scene)
         return QScriptValue();
     QString path = scene->getFilename();
-    if (context->argumentCount() > 0 && !readText(context, 0, "saveScene", &path))
+    if (context->argumentCount() > 0 && !readPath(context, 0, "saveScene", &path))
         return QScriptValue();
     if (!engine.sceneFile().save(path))
         return fail(context, text("saveScene: %1").arg(engine.sceneFile().getError()));

@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "scriptconversion.h"
-
 #include <QMetaMethod>
-#include <QObject>
-#include <QPointer>
+#include <QPair>
 #include <QScriptValue>
 #include <deque>
-#include <vector>
+#include <map>
+#include <memory>
 
+class QObject;
 class QScriptContext;
 class QScriptEngine;
 class ScriptEngine;
@@ -19,11 +18,11 @@ class ScriptEngine;
 ///
 /// A function does not run in the middle of the native call that emits: it waits until that call
 /// has come back to the script. So it may delete whatever it likes.
-class ScriptSignals : public QObject
+class ScriptSignals
 {
 public:
     explicit ScriptSignals(ScriptEngine* engine);
-    ~ScriptSignals() override;
+    ~ScriptSignals();
 
     /// What a script sees of a signal of one object: `connect` and `disconnect`.
     QScriptValue signalObject(QObject* sender, const QMetaMethod& signal);
@@ -31,32 +30,30 @@ public:
     /// one of them threw; then the others are forgotten.
     QScriptValue runHandlers();
 
-    // QObject
-    int qt_metacall(QMetaObject::Call call, int id, void** arguments) override;
-
 private:
-    struct Connection {
-        QPointer<QObject> sender;
-        int signal;
-        QVector<ScriptType> types;
-        QScriptValue self;
-        QScriptValue function;
-    };
+    Q_DISABLE_COPY(ScriptSignals)
+
+    class Receiver;
     struct Waiting {
         QScriptValue self;
         QScriptValue function;
         QScriptValueList arguments;
     };
+    /// One signal of one object.
+    typedef QPair<const QObject*, int> Source;
 
     static QScriptValue connectHandler(QScriptContext* context, QScriptEngine* engine, void* data);
     static QScriptValue disconnectHandler(
         QScriptContext* context, QScriptEngine* engine, void* data);
-    static int slotOffset() { return QObject::staticMetaObject.methodCount(); }
+    /// The one that listens to the signal, null when none does.
+    Receiver* find(const QObject* sender, int signal) const;
+    Receiver* provide(QObject* sender, const QMetaMethod& signal);
+    void forgetGoneSenders();
 
     ScriptEngine* m_engine;
     QScriptValue m_prototype;
-    /// One that was disconnected has an invalid function: places are slot numbers.
-    std::vector<Connection> m_connections;
+    std::map<Source, std::unique_ptr<Receiver>> m_receivers;
+    std::size_t m_receiverLimit; ///< as many are worth looking for senders that are gone
     std::deque<Waiting> m_waiting;
     bool m_running = false;
 };

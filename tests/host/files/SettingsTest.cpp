@@ -3,6 +3,7 @@
 
 #include "dzpropertysettings.h"
 #include "dzsettings.h"
+#include "settingsjson.h"
 #include "settingstree.h"
 
 #include <QPointer>
@@ -456,4 +457,75 @@ TEST(Settings, aNestedTreeIsOneObjectHoweverItIsReached)
     *settings.tree() = *other.tree();
     EXPECT_FALSE(nested);
     EXPECT_TRUE(settings.getBoolValue("b"));
+}
+
+// Depth --------------------------------------------------------------------------------------
+
+namespace {
+
+/// As many settings within each other, with a text in each level so that no form is special.
+void nest(DzSettings* outermost, int depth, const QString& innermost)
+{
+    // Trees as such: a million objects for others would be the slow part.
+    SettingsTree* tree = outermost->tree();
+    for (int i = 0; i < depth; ++i) {
+        tree->setStringValue(QStringLiteral("text"), QStringLiteral("x"));
+        tree = tree->setSettingsValue(QStringLiteral("below"));
+    }
+    tree->setStringValue(QStringLiteral("text"), innermost);
+}
+
+const int veryDeep = 1000000;
+
+} // namespace
+
+TEST(SettingsDepth, aMillionLevelsAreMadeComparedCopiedAndFreed)
+{
+    DzSettings settings;
+    nest(&settings, veryDeep, QStringLiteral("a"));
+    DzSettings same;
+    nest(&same, veryDeep, QStringLiteral("a"));
+    DzSettings other;
+    nest(&other, veryDeep, QStringLiteral("b"));
+    EXPECT_TRUE(settings.isEqual(same));
+    EXPECT_FALSE(settings.isEqual(other));
+    EXPECT_FALSE(settings.hasEqualValue(other, QStringLiteral("below")));
+    const DzSettings copy(settings);
+    EXPECT_TRUE(copy.isEqual(settings));
+    settings.clear();
+    EXPECT_EQ(settings.getNumValues(), 0);
+    EXPECT_TRUE(copy.isEqual(same));
+    DzSettings target;
+    EXPECT_TRUE(copy.copySetting(QStringLiteral("below"), &target));
+    target.removeValue(QStringLiteral("below"));
+    other = copy;
+    EXPECT_TRUE(other.isEqual(same));
+}
+
+TEST(SettingsDepth, whatIsSharedWithACopyOutlivesTheOther)
+{
+    DzSettings settings;
+    nest(&settings, veryDeep, QStringLiteral("a"));
+    auto* copy = new DzSettings(settings);
+    const DzSettings second(*copy);
+    delete copy;
+    EXPECT_TRUE(second.isEqual(settings));
+}
+
+TEST(SettingsDepth, whatCouldNotBeReadAgainIsNotWritten)
+{
+    QString error;
+    DzSettings settings;
+    nest(&settings, 127, QStringLiteral("a"));
+    EXPECT_TRUE(settingsFitJson(settings, &error));
+    DzSettings back;
+    EXPECT_TRUE(settingsFromJson(settingsToJson(settings), &back, &error)) << error.toStdString();
+    EXPECT_TRUE(back.isEqual(settings));
+    for (const int depth : { 128, veryDeep }) {
+        DzSettings deep;
+        nest(&deep, depth, QStringLiteral("a"));
+        EXPECT_FALSE(settingsFitJson(deep, &error));
+        EXPECT_EQ(error, QStringLiteral("more than 127 settings are nested within each other"));
+        EXPECT_TRUE(settingsToJson(deep).isEmpty());
+    }
 }

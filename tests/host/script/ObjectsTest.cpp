@@ -472,6 +472,39 @@ TEST(ScriptSignal, functionsThatSetEachOtherOffEndWithAnError)
         "f.setValue(1);");
 }
 
+TEST(ScriptSignal, anyNumberOfFunctionsMayBeConnected)
+{
+    // More than Qt has slot numbers for.
+    EXPECT_PRINTS("70000 70001\n0\n",
+        "var f = new DzFloatProperty('f'), calls = 0, all = [];"
+        "for (var i = 0; i < 70000; ++i) {"
+        "    all.push((function () { return function () { ++calls; }; })());"
+        "    f.currentValueChanged.connect(all[i]); }"
+        "f.setValue(0.5); var before = calls;"
+        "f.currentValueChanged.connect(function () { ++calls; });"
+        "calls = 0; f.setValue(0.25); print(before, calls);"
+        "for (i = 0; i < 70000; ++i) f.currentValueChanged.disconnect(all[i]);"
+        "calls = -1; f.setValue(0.75); print(calls);");
+    EXPECT_PRINTS("100\n",
+        "var calls = 0; for (var i = 0; i < 70000; ++i) { var n = new DzNode('n');"
+        "n.labelChanged.connect(function () { ++calls; });"
+        "if (i >= 69900) n.label = 'x'; n.deleteLater(); } print(calls);");
+}
+
+TEST(ScriptSignal, aFunctionIsCalledAsOftenAsItIsConnectedAndInThatOrder)
+{
+    EXPECT_PRINTS("a\nb\na\nb\n",
+        "var f = new DzFloatProperty('f');"
+        "function a() { print('a'); } function b() { print('b'); }"
+        "f.currentValueChanged.connect(a); f.currentValueChanged.connect(b);"
+        "f.currentValueChanged.connect(a); f.setValue(0.5);"
+        "f.currentValueChanged.disconnect(a); f.setValue(1);");
+    EXPECT_FAILS("test.dsa:1: Error: disconnect: this function is not connected",
+        "var f = new DzFloatProperty('f'); function a() {}"
+        "f.currentValueChanged.connect(a); f.currentValueChanged.connect(a);"
+        "f.currentValueChanged.disconnect(a); f.currentValueChanged.disconnect(a);");
+}
+
 TEST(ScriptSignal, onlyFunctionsCanBeConnected)
 {
     EXPECT_FAILS("test.dsa:1: TypeError: connect: a function is wanted, or an object and a "
@@ -632,4 +665,108 @@ TEST(ScriptApplication, messagesGoToTheApplication)
     EXPECT_EQ(warnings.messages, QStringList { QStringLiteral("be careful") });
     EXPECT_PRINTS(
         "true true\n", "print(App.getScene() === Scene, App.getUndoStack() === UndoStack);");
+}
+
+// Arguments ----------------------------------------------------------------------------------
+
+TEST(ScriptArguments, enumerationsTakeTheirItemsAlone)
+{
+    EXPECT_PRINTS("2\n",
+        "var f = new DzFileProperty('f'); f.setType(DzFileProperty.Directory); "
+        "print(f.getType());");
+    for (const char* type : { "2147483647", "-1", "4" })
+        EXPECT_FAILS(QStringLiteral("test.dsa:1: TypeError: DzFileProperty.setType: argument 1 is "
+                                    "%1; one of DzFileProperty.FileSave, DzFileProperty.FileOpen, "
+                                    "DzFileProperty.Directory, DzFileProperty.FileLoad is wanted")
+                         .arg(QLatin1String(type))
+                         .toUtf8()
+                         .constData(),
+            QStringLiteral("new DzFileProperty('f').setType(%1)").arg(QLatin1String(type)));
+}
+
+TEST(ScriptArguments, theLargestFloatComesBack)
+{
+    EXPECT_PRINTS("true true true\n",
+        "var p = new DzFloatProperty('p'); p.setMinMax(-3.4028235e+38, 3.4028235e+38);"
+        "p.setValue(3.4028235e+38); var most = p.getValue(); p.setValue(most);"
+        "var equal = p.getValue() === most; p.setValue(-most);"
+        "var user = new VireoBrickUser(), brick = new VireoMatMatteBrick(); user.addBrick(brick);"
+        "var v = brick.addCustomInput(VireoBrickUser.VireoExtVector, 'v', 'v', 0);"
+        "v.setValue([most, -most, 0]); v.setValue(v.getValue());"
+        "print(equal, p.getValue() === -most, v.getValue().x === most);");
+    EXPECT_FAILS(
+        "test.dsa:1: TypeError: DzFloatProperty.setValue: argument 1 is 3.41e+38; a number "
+        "from -3.40282e+38 to 3.40282e+38 is wanted",
+        "new DzFloatProperty('p').setValue(3.41e38)");
+}
+
+TEST(ScriptArguments, settingsThatAreReadMayBeMissingAndOthersNot)
+{
+    EXPECT_PRINTS("1\n",
+        "var user = new VireoBrickUser(), brick = new VireoMatMatteBrick(); user.addBrick(brick);"
+        "user.setAttributes(null); brick.setAttributes(null);"
+        "user.applyElementPropsToSettings({ a: brick }, null, brick);"
+        "print(user.getBrickIDs().length);");
+    EXPECT_FAILS("test.dsa:1: TypeError: VireoBrickUser.getAttributes: argument 1 is null; a "
+                 "DzSettings is wanted",
+        "new VireoBrickUser().getAttributes(null)");
+}
+
+TEST(ScriptArguments, aVectorIsSetInOneStep)
+{
+    EXPECT_PRINTS("1 4 5 6\n0 1 2 3\n",
+        "var brick = new VireoMatMatteBrick(), user = new VireoBrickUser(); user.addBrick(brick);"
+        "UndoStack.lock(); var v = brick.addCustomInput(VireoBrickUser.VireoExtVector, 'v', 'v', "
+        "0); v.setValue([1, 2, 3]);"
+        "UndoStack.unlock(); UndoStack.clearAll(); v.setValue([4, 5, 6]);"
+        "print(UndoStack.getNumUndoItems(), v.getValue()); UndoStack.undo();"
+        "print(UndoStack.getNumUndoItems(), v.getValue());");
+}
+
+TEST(ScriptArguments, aPathWithNulIsAnErrorWhereverItIsGiven)
+{
+    const char* const cause = "argument 1 contains a NUL character, which no path can";
+    for (const char* call : { "readFile", "writeFile", "include", "loadScene" }) {
+        const QString code = QLatin1String(call) == QLatin1String("loadScene")
+            ? QStringLiteral("Scene.loadScene('a\\0b')")
+            : QStringLiteral("%1('a\\0b', 'x')").arg(QLatin1String(call));
+        EXPECT_FAILS(QStringLiteral("test.dsa:1: TypeError: %1: %2")
+                         .arg(QLatin1String(call), QLatin1String(cause))
+                         .toUtf8()
+                         .constData(),
+            code);
+    }
+    for (const char* name : { "DzFile", "DzFileInfo", "DzDir" })
+        EXPECT_FAILS(QStringLiteral("test.dsa:1: TypeError: new %1: %2")
+                         .arg(QLatin1String(name), QLatin1String(cause))
+                         .toUtf8()
+                         .constData(),
+            QStringLiteral("new %1('a\\0b')").arg(QLatin1String(name)));
+    EXPECT_FAILS(QStringLiteral("test.dsa:1: TypeError: DzDir.mkpath: %1")
+                     .arg(QLatin1String(cause))
+                     .toUtf8()
+                     .constData(),
+        "new DzDir('.').mkpath('a\\0b')");
+    EXPECT_FAILS(QStringLiteral("test.dsa:1: TypeError: DzNetworkFile.save: %1")
+                     .arg(QLatin1String(cause))
+                     .toUtf8()
+                     .constData(),
+        "new DzNetworkFile().save('a\\0b', new VireoBrickUser())");
+}
+
+TEST(ScriptArguments, settingsMayBeDeepAndAreNotWrittenThen)
+{
+    const QTemporaryDir folder;
+    EXPECT_PRINTS("true true\n",
+        QStringLiteral(
+            "var a = new DzSettings(), b = new DzSettings(), s = a;"
+            "for (var i = 0; i < 200000; ++i) { s.setIntValue('n', i); s = "
+            "s.setSettingsValue('s'); }"
+            "a.copySetting('s', b); var brick = new VireoMatMatteBrick();"
+            "a.copySetting('s', brick.getBrickSettings()); a.clear();"
+            "var user = new VireoBrickUser(), said = ''; user.addBrick(brick);"
+            "try { new DzNetworkFile().save('%1/x.sskn', user); } catch (e) { said = e.message; }"
+            "print(said.indexOf('nested within each other') > 0,"
+            "    !new DzFileInfo('%1/x.sskn').exists());")
+            .arg(folder.path()));
 }
