@@ -147,6 +147,7 @@ SettingsTree::SharedTreePtr SettingsTree::sharedTree() const
     return tree;
 }
 
+/// One level becomes this tree's own; the levels below stay shared until they are looked into.
 void SettingsTree::takeOverShared() const
 {
     const SharedTreePtr tree = std::move(m_shared);

@@ -280,7 +280,8 @@ void ScriptClasses::addMethods(Class* scriptClass)
     }
     if (groups.isEmpty())
         return;
-    // Forms that the classes below added are there too.
+    // Forms that the base classes have are there too; of two that look alike the derived one wins,
+    // as its number is the higher.
     QHash<QByteArray, bool> seen;
     for (int i = metaObject->methodCount() - 1; i >= firstOfHost; --i) {
         const QMetaMethod method = metaObject->method(i);
@@ -388,6 +389,8 @@ private:
         const int given = m_context->argumentCount();
         QStringList counts;
         int candidates = 0;
+        // A form that takes the arguments as they are goes before one that must convert them: a
+        // number given to setValue(QString) and setValue(int) is for the latter.
         for (const bool isStrict : { true, false }) {
             for (const Method& method : m_group.methods) {
                 if (method.arguments.size() != given) {
@@ -406,7 +409,7 @@ private:
             *error = text("it was given %2 arguments; it takes %1")
                          .arg(counts.join(text(" or ")))
                          .arg(given);
-        else if (candidates > 2)
+        else if (candidates > 2) // more than one form, each tried twice: no problem is the problem
             *error = text("none of its forms takes %1").arg(describeArguments());
         return nullptr;
     }
