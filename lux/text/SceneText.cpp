@@ -8,6 +8,11 @@
 
 namespace lux {
 
+QStringList SceneText::suffixes()
+{
+    return { QStringLiteral("lxs"), QStringLiteral("lxm"), QStringLiteral("lxo") };
+}
+
 bool SceneText::readFile(const QString& path, const SceneOptions& options, QString* error)
 {
     *this = SceneText();

@@ -28,6 +28,9 @@ public:
     static constexpr int maximumStatements = 20 * 1000 * 1000;
     static constexpr int maximumIncludes = 10 * 1000;
 
+    /// What names of such files end in, without dots: a scene, its materials, its objects.
+    static QStringList suffixes();
+
     /// A statement of one of the documents.
     struct Step {
         int document;
