@@ -57,6 +57,7 @@ QString valueCaption(const DzProperty* property);
 // command line has been read.
 void addExportCommand(CLI::App& program);
 void addBricksCommand(CLI::App& program);
+void addCheckCommand(CLI::App& program);
 void addPluginsCommand(CLI::App& program);
 void addShowCommand(CLI::App& program);
 void addSurfacesCommand(CLI::App& program);

@@ -65,6 +65,7 @@ int run(int argc, char** argv)
     program.require_subcommand(1);
     program.set_help_all_flag("--help-all", "Help for all commands");
     addExportCommand(program);
+    addCheckCommand(program);
     addBricksCommand(program);
     addShowCommand(program);
     addSurfacesCommand(program);
