@@ -51,6 +51,12 @@ public:
     /// The materials of the nodes' current shapes, each once, in the order of nodes and surfaces.
     QVector<DzSurface> getSurfaces() const;
 
+    /// Those of them that are selected: what a network is applied to.
+    QVector<DzSurface> getSelectedSurfaces() const;
+    /// The selected materials that are on any shape, in the order in which materials were made:
+    /// what networks are taken from. The node is null for one that is no surface of `dzScene`.
+    static QVector<DzSurface> getSelectedMaterials();
+
     /// Deletes all nodes.
     Q_INVOKABLE void clear();
     /// File that the scene was loaded from or saved to; empty for none.

@@ -7,8 +7,10 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 #include <memory>
 
+class DzMaterial;
 class DzScene;
 
 /// One scene file: opens a document into a scene and saves the scene's surfaces back into it.
@@ -34,8 +36,12 @@ public:
     bool loadText(const QByteArray& text, const QString& name, DzScene* scene);
 
     /// Writes the document with the changes, compressed when the file that was read was. On
-    /// failure false and getError(), and the old file as it was.
+    /// failure false and getError(), and the old file as it was. A file that is no scene, by its
+    /// name or by what is in it, is not written over.
     bool save(const QString& path);
+    /// True when `path` is the file that was opened or saved last and holds something else now:
+    /// another program wrote to it. Costs reading it.
+    bool isFileChanged(const QString& path) const;
     /// The document with the changes, never compressed; empty when none was loaded.
     QByteArray saveText();
 
@@ -46,7 +52,10 @@ public:
     const DzWarningList& getReadWarnings() const;
     /// What the last saving could not write.
     const DzWarningList& getSaveWarnings() const;
-    /// Both, a line each.
+    /// The surfaces of which the last saving could not write all that was changed, in the order of
+    /// the document. A surface that was deleted since is null.
+    QVector<DzMaterial*> getIncompleteSurfaces() const;
+    /// Both lists of warnings, a line each.
     QStringList getWarnings() const;
     /// True when the file that was read was compressed.
     bool isCompressed() const;

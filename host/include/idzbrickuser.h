@@ -62,7 +62,10 @@ public:
 
     /// Puts the network on every selected surface of the scene, as one undo step.
     virtual void applyToScene() = 0;
-    /// A new brick user for every selected surface of the scene; the caller owns them.
+    /// Takes what applying put there off every selected surface of the scene, as one undo step.
+    virtual void removeFromScene() {}
+    /// A new brick user for every surface of DzScene::getSelectedMaterials(), in its order; the
+    /// caller owns them.
     virtual QList<IDzBrickUser*> fromScene() = 0;
     /// True when shaders of this user compute in the space of the surface rather than the camera.
     virtual bool usesLocalShaderSpace() const = 0;

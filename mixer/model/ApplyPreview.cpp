@@ -12,9 +12,8 @@
 QVector<DzMaterial*> selectedSurfaces()
 {
     QVector<DzMaterial*> selected;
-    for (const DzSurface& surface : dzScene->getSurfaces())
-        if (surface.material->isSelected())
-            selected.append(surface.material);
+    for (const DzSurface& surface : dzScene->getSelectedSurfaces())
+        selected.append(surface.material);
     return selected;
 }
 

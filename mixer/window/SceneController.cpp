@@ -24,7 +24,6 @@
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHash>
 #include <QMessageBox>
 
 #include <algorithm>
@@ -35,18 +34,10 @@ namespace {
 /// taken from them.
 QStringList selectedSurfaceNames()
 {
-    QHash<const DzMaterial*, QString> nodes;
-    for (const DzSurface& surface : dzScene->getSurfaces())
-        if (surface.node && !nodes.contains(surface.material))
-            nodes.insert(surface.material, labelOf(surface.node));
     QStringList names;
-    for (int i = 0; i < DzMaterial::getNumMaterials(); ++i) {
-        const DzMaterial* material = DzMaterial::getMaterial(i);
-        if (!material || !material->isSelected() || material->getNumShapes() == 0)
-            continue;
-        const QString node = nodes.value(material);
-        names.append(
-            node.isEmpty() ? labelOf(material) : node + QLatin1Char(' ') + labelOf(material));
+    for (const DzSurface& surface : DzScene::getSelectedMaterials()) {
+        const QString name = labelOf(surface.material);
+        names.append(surface.node ? labelOf(surface.node) + QLatin1Char(' ') + name : name);
     }
     return names;
 }

@@ -7,6 +7,7 @@
 #include "MaterialBricks.h"
 #include "NetworkCode.h"
 #include "NetworkPersistence.h"
+#include "SurfaceProperties.h"
 #include "VireoBrickUser.h"
 #include "VireoRootBrick.h"
 #include "dzapp.h"
@@ -15,58 +16,23 @@
 #include "dzcolorproperty.h"
 #include "dzenumproperty.h"
 #include "dzfloatproperty.h"
+#include "dzintproperty.h"
 #include "dzmainwindow.h"
-#include "dznode.h"
-#include "dzobject.h"
 #include "dzscene.h"
-#include "dzshape.h"
 #include "dzstringproperty.h"
 #include "dzundostack.h"
 
 #include <QCoreApplication>
 #include <QMessageBox>
-#include <QSet>
 
 namespace {
 
-/// All properties that reach the renderer begin so.
-QString renderPrefix()
-{
-    return QLatin1String("LuxRender_");
-}
-
 // Applying ----------------------------------------------------------------------------------
-
-/// The selected surfaces in the order of nodes and surfaces, each once.
-QList<DzMaterial*> selectedMaterials()
-{
-    QList<DzMaterial*> selected;
-    QSet<DzMaterial*> seen;
-    for (int i = 0; dzScene && i < dzScene->getNumNodes(); ++i) {
-        const DzObject* object = dzScene->getNode(i)->getObject();
-        const DzShape* shape = object ? object->getCurrentShape() : nullptr;
-        for (int k = 0; shape && k < shape->getNumMaterials(); ++k) {
-            DzMaterial* material = shape->getMaterial(k);
-            if (!material->isSelected() || seen.contains(material))
-                continue;
-            seen.insert(material);
-            selected.append(material);
-        }
-    }
-    return selected;
-}
-
-/// Removes a property, whether users might or not.
-void removeAnyProperty(DzMaterial* material, DzProperty* property)
-{
-    property->setIsUserProperty(true);
-    material->removeProperty(property);
-}
 
 void removeRenderProperties(DzMaterial* material)
 {
     for (int i = material->getNumProperties() - 1; i >= 0; --i)
-        if (material->getProperty(i)->getName().startsWith(renderPrefix()))
+        if (isRenderProperty(material->getProperty(i)->getName()))
             removeAnyProperty(material, material->getProperty(i));
 }
 
@@ -80,9 +46,9 @@ void replaceProperty(DzMaterial* material, DzProperty* property)
     material->addProperty(property);
 }
 
-void addText(DzMaterial* material, const char* name, const char* label, const QString& text)
+void addText(DzMaterial* material, const QString& name, const char* label, const QString& text)
 {
-    DzStringProperty* property = new DzStringProperty(QLatin1String(name), true);
+    DzStringProperty* property = new DzStringProperty(name, true);
     property->setLabel(QLatin1String(label));
     property->setPath(QLatin1String("LuxRender"));
     property->setValue(text);
@@ -104,10 +70,8 @@ void publish(DzMaterial* material, const DzProperty* property, const QString& na
 void applyTo(DzMaterial* material, const GeneratedCode& code, const DzSettings& attributes)
 {
     removeRenderProperties(material);
-    addText(material, "LuxRender_material_extrasettings", "LuxRender Extra Settings",
-        code.materialText);
-    addText(material, "LuxRender_material_extrasettings_mesh", "LuxRender Extra Mesh Settings",
-        code.resultName);
+    addText(material, RenderNames::materialText(), "LuxRender Extra Settings", code.materialText);
+    addText(material, RenderNames::meshText(), "LuxRender Extra Mesh Settings", code.resultName);
     for (int i = 0; i < code.placeholderKeys.size(); ++i)
         publish(material, code.placeholderKeys.at(i), code.placeholderNames.at(i));
     storeNetwork(material, attributes);
@@ -153,8 +117,7 @@ VireoMaterialBrick* createMaterialBrick(const QString& type)
 /// The property that names a surface's type; null when there is none.
 const DzEnumProperty* typeProperty(const DzMaterial* material)
 {
-    return qobject_cast<DzEnumProperty*>(
-        material->findProperty(QLatin1String("LuxRender_material_type")));
+    return qobject_cast<DzEnumProperty*>(material->findProperty(RenderNames::materialType()));
 }
 
 /// The type of a surface that neither names its type nor keeps a network. The second word has no
@@ -167,9 +130,23 @@ QString guessedType(const DzMaterial* material)
         translucent && translucent->getBoolValue() ? "glossy_translucent" : "glossy");
 }
 
-/// Items are known by their texts: numbers may differ from one material to the next.
+/// The property when it holds a whole number and nothing that looks like one; else null.
+const DzIntProperty* asInteger(const DzProperty* property)
+{
+    const bool isOther = qobject_cast<const DzBoolProperty*>(property)
+        || qobject_cast<const DzColorProperty*>(property)
+        || qobject_cast<const DzEnumProperty*>(property);
+    return isOther ? nullptr : qobject_cast<const DzIntProperty*>(property);
+}
+
+/// Items are known by their texts: numbers may differ from one material to the next. A whole
+/// number serves where a float is wanted.
 void copyValue(DzProperty* target, const DzProperty* source)
 {
+    DzFloatProperty* number = qobject_cast<DzFloatProperty*>(target);
+    const DzIntProperty* integer = asInteger(source);
+    if (number && integer)
+        number->setValue(static_cast<float>(integer->getValue()));
     const DzEnumProperty* sourceItems = qobject_cast<const DzEnumProperty*>(source);
     DzEnumProperty* targetItems = qobject_cast<DzEnumProperty*>(target);
     if (!sourceItems || !targetItems) {
@@ -187,7 +164,7 @@ VireoTextureBrick* createImageMap(const DzProperty* source)
     const DzNumericProperty* numeric = qobject_cast<const DzNumericProperty*>(source);
     if (!numeric || !numeric->isMapped())
         return nullptr;
-    if (qobject_cast<const DzFloatProperty*>(source))
+    if (qobject_cast<const DzFloatProperty*>(source) || asInteger(source))
         return new VireoTexFltImageMapBrick;
     if (qobject_cast<const DzColorProperty*>(source))
         return new VireoTexClrImageMapBrick;
@@ -209,7 +186,7 @@ void readProperty(
             numeric->clearMap();
         return;
     }
-    image->findParameterByArg(QLatin1String("filename"))->getProperty(0)->copyFrom(source);
+    copyValue(image->findParameterByArg(QLatin1String("filename"))->getProperty(0), source);
     user->addBrick(image);
     input->addConnection(result);
 }
@@ -217,7 +194,7 @@ void readProperty(
 void readProperties(VireoBrickUser* user, VireoMaterialBrick* brick, const DzMaterial* material,
     const QString& type)
 {
-    const QString prefix = renderPrefix() + type + QLatin1Char('_');
+    const QString prefix = RenderNames::prefix() + type + QLatin1Char('_');
     for (int i = 0; i < brick->getNumParameters(); ++i) {
         DzBrickParam* param = brick->getParameter(i);
         for (int k = 0; k < param->getNumProperties(); ++k)
@@ -259,8 +236,9 @@ void tellNothingIsSelected()
 
 void applyToSelectedMaterials(VireoBrickUser* user)
 {
-    const QList<DzMaterial*> materials = selectedMaterials();
-    if (materials.isEmpty()) {
+    const QVector<DzSurface> surfaces
+        = dzScene ? dzScene->getSelectedSurfaces() : QVector<DzSurface>();
+    if (surfaces.isEmpty()) {
         tellNothingIsSelected();
         return;
     }
@@ -275,8 +253,8 @@ void applyToSelectedMaterials(VireoBrickUser* user)
         options.literalValues = false;
         code = generateCode(root, options);
     }
-    for (int i = 0; i < materials.size(); ++i)
-        applyTo(materials.at(i), code, attributes);
+    for (int i = 0; i < surfaces.size(); ++i)
+        applyTo(surfaces.at(i).material, code, attributes);
     hold.accept(QLatin1String("Apply ") + user->getBrickUserName());
 }
 
@@ -285,12 +263,9 @@ QList<VireoBrickUser*> convertSelectedMaterials()
     // What is built belongs to nobody's history.
     DzUndoStackLock lock;
     QList<VireoBrickUser*> users;
-    // The new brick users are materials too: they join the end of the list and are not asked.
-    const int count = DzMaterial::getNumMaterials();
-    for (int i = 0; i < count; ++i) {
-        const DzMaterial* material = DzMaterial::getMaterial(i);
-        if (!material || !material->isSelected() || material->getNumShapes() == 0)
-            continue;
+    const QVector<DzSurface> surfaces = DzScene::getSelectedMaterials();
+    for (int i = 0; i < surfaces.size(); ++i) {
+        const DzMaterial* material = surfaces.at(i).material;
         VireoBrickUser* user = new VireoBrickUser;
         if (typeProperty(material) || !rebuildStoredNetwork(material, user))
             convertProperties(user, material);

@@ -5,6 +5,7 @@
 
 #include "MaterialConversion.h"
 #include "NetworkPersistence.h"
+#include "SurfaceProperties.h"
 #include "VireoBrickBase.h"
 #include "dzapp.h"
 #include "dzrenderer.h"
@@ -242,6 +243,11 @@ void VireoBrickUser::endEditMode()
 void VireoBrickUser::applyToScene()
 {
     applyToSelectedMaterials(this);
+}
+
+void VireoBrickUser::removeFromScene()
+{
+    stripSelectedSurfaces();
 }
 
 QList<IDzBrickUser*> VireoBrickUser::fromScene()

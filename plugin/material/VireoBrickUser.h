@@ -83,6 +83,7 @@ public:
     Q_INVOKABLE void startEditMode() override;
     Q_INVOKABLE void endEditMode() override;
     Q_INVOKABLE void applyToScene() override;
+    void removeFromScene() override;
     Q_INVOKABLE QList<IDzBrickUser*> fromScene() override;
     /// Brings the values of an element's properties into a network that was just rebuilt.
     /// `createdBricks` are its bricks by the names they had in the settings; entries of the map

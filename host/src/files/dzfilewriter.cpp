@@ -3,6 +3,8 @@
 
 #include "dzfilewriter.h"
 
+#include "dzwarning.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -10,7 +12,15 @@
 #include <QSaveFile>
 #include <new>
 #ifdef Q_OS_UNIX
+#include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+#ifdef Q_OS_LINUX
+#include <sys/xattr.h>
 #endif
 
 namespace {
@@ -123,6 +133,122 @@ private:
 #endif
 };
 
+#ifdef Q_OS_UNIX
+
+/// Gives the new file owner and group of the old one, as far as the system lets us.
+void keepOwner(const QString& path, int oldFile, int newFile)
+{
+    struct stat before = {};
+    struct stat now = {};
+    if (fstat(oldFile, &before) != 0 || fstat(newFile, &now) != 0
+        || (before.st_uid == now.st_uid && before.st_gid == now.st_gid))
+        return;
+    const uid_t unchanged = static_cast<uid_t>(-1);
+    const bool hasBoth = fchown(newFile, before.st_uid, before.st_gid) == 0;
+    const bool hasGroup
+        = hasBoth || fchown(newFile, unchanged, before.st_gid) == 0 || before.st_gid == now.st_gid;
+    // Changing owners takes some permissions away.
+    if (fchmod(newFile, before.st_mode & 07777) != 0 || !hasBoth)
+        dzWarn({ path,
+            hasGroup ? text("the owner of the file could not be kept")
+                     : text("owner and group of the file could not be kept"),
+            text("it is yours now; give it back with chown") });
+}
+
+#endif
+#ifdef Q_OS_LINUX
+
+/// Names of a file's extended attributes.
+QList<QByteArray> attributeNames(int file)
+{
+    const ssize_t size = flistxattr(file, nullptr, 0);
+    if (size <= 0)
+        return {};
+    QByteArray names(static_cast<int>(size), '\0');
+    const ssize_t used = flistxattr(file, names.data(), static_cast<std::size_t>(size));
+    names.truncate(used < 0 ? 0 : static_cast<int>(used));
+    QList<QByteArray> list = names.split('\0');
+    list.removeAll(QByteArray());
+    return list;
+}
+
+/// Value of an extended attribute; null when it cannot be read.
+QByteArray attributeValue(int file, const QByteArray& name)
+{
+    const ssize_t size = fgetxattr(file, name.constData(), nullptr, 0);
+    if (size < 0)
+        return QByteArray();
+    QByteArray value(static_cast<int>(size), '\0');
+    const ssize_t used
+        = fgetxattr(file, name.constData(), value.data(), static_cast<std::size_t>(size));
+    return used == size ? value : QByteArray();
+}
+
+/// Gives the new file the extended attributes of the old one: notes of programs, lists of who may.
+void keepAttributes(const QString& path, int oldFile, int newFile)
+{
+    QStringList lost;
+    for (const QByteArray& name : attributeNames(oldFile)) {
+        const QByteArray value = attributeValue(oldFile, name);
+        const QByteArray given = attributeValue(newFile, name);
+        if (!value.isNull() && !given.isNull() && value == given)
+            continue;
+        const bool isKept = !value.isNull()
+            && fsetxattr(newFile, name.constData(), value.constData(),
+                   static_cast<std::size_t>(value.size()), 0)
+                == 0;
+        if (!isKept)
+            lost.append(QString::fromUtf8(name));
+    }
+    if (!lost.isEmpty())
+        dzWarn({ path,
+            text("extended attributes of the file could not be kept: %1")
+                .arg(lost.join(QLatin1String(", "))),
+            text("set them again") });
+}
+
+#endif
+
+/// Gives the new file what the old one had beside its content. Permissions are kept by QSaveFile.
+void keepMetadata(const QString& path, const QString& target, const QSaveFile& file)
+{
+#ifdef Q_OS_UNIX
+    const int oldFile
+        = open(QFile::encodeName(target).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (oldFile < 0)
+        return;
+    keepOwner(path, oldFile, file.handle());
+#ifdef Q_OS_LINUX
+    keepAttributes(path, oldFile, file.handle());
+#endif
+    close(oldFile);
+#else
+    Q_UNUSED(path)
+    Q_UNUSED(target)
+    Q_UNUSED(file)
+#endif
+}
+
+/// Brings the new name to disk too, so that it outlives a power cut. Some file systems know no such
+/// thing for folders; that is no fault of the file's.
+void syncFolder(const QString& folder)
+{
+#ifdef Q_OS_UNIX
+    const int handle
+        = open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    if (fsync(handle) != 0 && errno != EINVAL && errno != EROFS && errno != ENOTSUP)
+        dzWarn({ folder,
+            text("the folder could not be written to disk: %1")
+                .arg(QString::fromLocal8Bit(std::strerror(errno))),
+            text("check the disk") });
+    close(handle);
+#else
+    Q_UNUSED(folder)
+#endif
+}
+
 bool replaceFile(const QString& path, const QString& target, const QByteArray& data, QString* error)
 {
     const QFileInfo info(target);
@@ -135,9 +261,13 @@ bool replaceFile(const QString& path, const QString& target, const QByteArray& d
         return failForbidden(path, text("its folder is write-protected"), error);
     const InterruptBlock block;
     QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeAll(&file, data)
-        || !file.commit())
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeAll(&file, data))
         return failWithFileError(path, file, error);
+    if (info.exists())
+        keepMetadata(path, target, file);
+    if (!file.commit())
+        return failWithFileError(path, file, error);
+    syncFolder(info.absolutePath());
     return true;
 }
 

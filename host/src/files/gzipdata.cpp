@@ -87,8 +87,9 @@ bool gunzip(const QByteArray& packed, QByteArray* data, QString* error)
         if (isTooLarge(used, packed.size() - static_cast<qint64>(z.avail_in)))
             return fail("it unpacks to more than a scene can be");
         if (result == Z_STREAM_END) {
-            // A gzip file may have several parts.
-            if (z.avail_in == 0)
+            // A gzip file may have several parts, and some programs fill its last block with zeros.
+            const Bytef* const rest = z.next_in;
+            if (std::all_of(rest, rest + z.avail_in, [](Bytef byte) { return byte == 0; }))
                 break;
             if (inflateReset(&z) != Z_OK)
                 return fail("its packed form is damaged");

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -17,6 +18,10 @@
 namespace {
 
 const int hostDigits = 7;
+
+/// Stands behind what is put into something empty. No writer leaves such blanks, and no reader
+/// minds them.
+const char* const onceEmpty = "  ";
 
 bool isIndentation(char c)
 {
@@ -324,6 +329,20 @@ bool JsonEditor::becomesEmpty(JsonIndex::Value parent) const
         && static_cast<int>(place->second.removed.size()) == m_index.countChildren(parent);
 }
 
+QByteArray JsonEditor::tailOf(JsonIndex::Value parent) const
+{
+    int begin = m_index.begin(parent) + 1;
+    for (JsonIndex::Value child = m_index.firstChild(parent); child != JsonIndex::none;
+         child = m_index.nextSibling(child, parent))
+        begin = m_index.end(child);
+    return m_index.text().mid(begin, m_index.end(parent) - 1 - begin);
+}
+
+bool JsonEditor::wasEmptyOnce(JsonIndex::Value parent) const
+{
+    return m_index.firstChild(parent) != JsonIndex::none && tailOf(parent).startsWith(onceEmpty);
+}
+
 void JsonEditor::fillEmpty(JsonIndex::Value parent, const std::vector<Insertion>& inserted)
 {
     bool isInline = false;
@@ -333,9 +352,13 @@ void JsonEditor::fillEmpty(JsonIndex::Value parent, const std::vector<Insertion>
     for (const Insertion& insertion : inserted)
         text += (text.isEmpty() ? QByteArray() : QByteArray(",")) + line + insertion.text;
     const int end = m_index.end(parent) - 1;
-    // The closing sign keeps its line, or gets one.
-    if (!isInline)
-        text += m_style.lineEnd + lineIndent(m_index.begin(parent));
+    if (wasEmptyOnce(parent))
+        text += inserted.empty() ? tailOf(parent).mid(static_cast<int>(std::strlen(onceEmpty)))
+                                 : tailOf(parent);
+    else if (m_index.firstChild(parent) == JsonIndex::none && !inserted.empty())
+        text += onceEmpty + tailOf(parent);
+    else if (!isInline)
+        text += m_style.lineEnd + lineIndent(m_index.begin(parent)); // the closing sign's own line
     addEdit(m_index.begin(parent) + 1, end, text);
 }
 

@@ -74,6 +74,9 @@ public:
     void append(JsonIndex::Value parent, const char* key, const JsonPiece& piece);
     /// True when nothing of the array or object would be left.
     bool becomesEmpty(JsonIndex::Value parent) const;
+    /// True for an array or object that was empty before this program put something in: two blanks
+    /// stand before what had been between its signs. Emptied again it gets its old bytes.
+    bool wasEmptyOnce(JsonIndex::Value parent) const;
 
     /// The new text; null when it is too large.
     QByteArray apply();
@@ -98,6 +101,8 @@ private:
     /// Indentation of a container's children; `isInline` when they stand in one line.
     QByteArray childIndent(JsonIndex::Value parent, bool* isInline) const;
     void finish(JsonIndex::Value parent, const Container& container);
+    /// What stands between the last child, or the opening sign, and the closing one.
+    QByteArray tailOf(JsonIndex::Value parent) const;
     void fillEmpty(JsonIndex::Value parent, const std::vector<Insertion>& inserted);
     void addEdit(int begin, int end, const QByteArray& text);
 

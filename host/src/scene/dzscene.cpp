@@ -182,6 +182,30 @@ QVector<DzSurface> DzScene::getSurfaces() const
     return surfaces;
 }
 
+QVector<DzSurface> DzScene::getSelectedSurfaces() const
+{
+    QVector<DzSurface> selected;
+    for (const DzSurface& surface : getSurfaces())
+        if (surface.material->isSelected())
+            selected.append(surface);
+    return selected;
+}
+
+QVector<DzSurface> DzScene::getSelectedMaterials()
+{
+    QHash<const DzMaterial*, DzNode*> nodes;
+    if (dzScene)
+        for (const DzSurface& surface : dzScene->getSelectedSurfaces())
+            nodes.insert(surface.material, surface.node);
+    QVector<DzSurface> selected;
+    for (int i = 0; i < DzMaterial::getNumMaterials(); ++i) {
+        DzMaterial* material = DzMaterial::getMaterial(i);
+        if (material && material->isSelected() && material->getNumShapes() > 0)
+            selected.append({ nodes.value(material), material });
+    }
+    return selected;
+}
+
 void DzScene::clear()
 {
     emit sceneClearStarting();

@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
@@ -58,7 +59,13 @@ public:
         std::map<std::string, int>* indices, std::string*, std::string*) override
     {
         const QString file
-            = QFileInfo(m_path).dir().filePath(QString::fromStdString(name).trimmed());
+            = QFileInfo(m_path).dir().filePath(QFile::decodeName(name.c_str()).trimmed());
+        if (!isBesideMesh(file)) {
+            m_warnings->add({ QString(),
+                text("the material file %1 is not a plain file beside the mesh or below").arg(file),
+                text("it is not read; copy it there") });
+            return false;
+        }
         QByteArray data;
         QString error;
         if (!dzReadFile(file, largestMaterialFile, &data, &error)) {
@@ -82,6 +89,17 @@ public:
     }
 
 private:
+    /// A mesh comes from anywhere: it must not make us read pipes, devices or others' files. A file
+    /// that is not there is no danger and gets the usual message.
+    bool isBesideMesh(const QString& file) const
+    {
+        const QFileInfo info(file);
+        if (!info.exists() && !info.isSymLink())
+            return true;
+        const QString folder = QFileInfo(QFileInfo(m_path).absolutePath()).canonicalFilePath();
+        return info.isFile() && info.canonicalFilePath().startsWith(folder + QLatin1Char('/'));
+    }
+
     QString m_path;
     DzWarningList* m_warnings;
     std::vector<tinyobj::material_t> m_materials;

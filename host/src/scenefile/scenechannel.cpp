@@ -11,7 +11,6 @@
 #include "dzimageproperty.h"
 #include "dzintproperty.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -93,23 +92,34 @@ public:
     }
     Value current() const { return firstOf("current_value", "value"); }
     Value fallback() const { return firstOf("value", "current_value"); }
-    /// The image, of the surface when it says anything of one.
-    QString image(const LayeredImages& images) const
+    /// The image: of the keys when they say anything of one, else of the surface, else of the
+    /// definition.
+    QString image(const LayeredImages& images, ChannelProblems* problems) const
     {
+        const ChannelKeys& keys = m_places.keys;
+        if (keys.hasImage()) {
+            const QString file = m_index.string(keyItem(m_index, keys.imageFile));
+            return file.isEmpty() ? layered(keyItem(m_index, keys.image), images, problems)
+                                  : imageFilename(file);
+        }
         for (const Value channel : { m_instance, m_definition }) {
             const QString file = m_index.string(m_index.find(channel, "image_file"));
             if (!file.isEmpty())
                 return imageFilename(file);
             const Value image = m_index.find(channel, "image");
-            if (m_index.isString(image))
-                return images.file(m_index.string(image));
             if (image != none)
-                return QString();
+                return layered(image, images, problems);
         }
         return QString();
     }
 
 private:
+    QString layered(Value image, const LayeredImages& images, ChannelProblems* problems) const
+    {
+        const QString reference = m_index.string(image);
+        problems->isLayered = problems->isLayered || images.hasSeveralLayers(reference);
+        return images.file(reference);
+    }
     Value overlaid(Value own, Value defined, const char* key) const
     {
         const Value value = m_index.find(own, key);
@@ -129,35 +139,7 @@ private:
 
 } // namespace
 
-// References --------------------------------------------------------------------------------
-
-QString imageReference(const QString& filename)
-{
-    static const QRegularExpression drive(QStringLiteral("^[A-Za-z]:[/\\\\]"));
-    const QString path = drive.match(filename).hasMatch() ? QLatin1Char('/') + filename : filename;
-    return QString::fromLatin1(path.toUtf8().toPercentEncoding("/", "~"));
-}
-
-QString imageFilename(const QString& reference)
-{
-    static const QRegularExpression drive(QStringLiteral("^/[A-Za-z]:[/\\\\]"));
-    const QString path = QString::fromUtf8(QByteArray::fromPercentEncoding(reference.toUtf8()));
-    return drive.match(path).hasMatch() ? path.mid(1) : path;
-}
-
-bool isLocalReference(const QString& reference)
-{
-    return reference.startsWith(QLatin1Char('#'));
-}
-
-QString referencedId(const QString& reference)
-{
-    const int hash = reference.indexOf(QLatin1Char('#'));
-    if (hash < 0)
-        return QString();
-    const QString id = reference.mid(hash + 1).section(QLatin1Char('?'), 0, 0);
-    return QString::fromUtf8(QByteArray::fromPercentEncoding(id.toUtf8()));
-}
+// Images ------------------------------------------------------------------------------------
 
 LayeredImages::LayeredImages(const JsonIndex& index)
 {
@@ -169,14 +151,21 @@ LayeredImages::LayeredImages(const JsonIndex& index)
         const Value map = index.find(image, "map");
         const Value layer = index.isArray(map) ? index.firstChild(map) : none;
         const QString id = index.string(index.find(image, "id"));
-        if (!id.isEmpty() && !m_files.contains(id))
-            m_files.insert(id, imageFilename(index.string(index.find(layer, "url"))));
+        if (!id.isEmpty() && !m_images.contains(id))
+            m_images.insert(id,
+                { imageFilename(index.string(index.find(layer, "url"))),
+                    layer != none && index.nextSibling(layer, map) != none });
     }
 }
 
 QString LayeredImages::file(const QString& reference) const
 {
-    return m_files.value(referencedId(reference));
+    return m_images.value(referencedId(reference)).file;
+}
+
+bool LayeredImages::hasSeveralLayers(const QString& reference) const
+{
+    return m_images.value(referencedId(reference)).hasSeveralLayers;
 }
 
 // State -------------------------------------------------------------------------------------
@@ -281,23 +270,43 @@ namespace {
 class PropertyReader
 {
 public:
-    PropertyReader(const JsonIndex& index, const ChannelPlaces& places, const LayeredImages& images,
-        QString* problem)
+    PropertyReader(const JsonIndex& index, const QString& name, const ChannelPlaces& places,
+        const LayeredImages& images, ChannelProblems* problems)
         : m_index(index)
         , m_channel(index, places)
+        , m_keys(places.keys)
         , m_images(images)
-        , m_problem(problem)
-        , m_name(channelPropertyName(index, places))
+        , m_problems(problems)
+        , m_name(name)
         , m_user(m_index.boolean(m_channel.entryMember("user_property")))
     {
     }
 
-    DzProperty* read() const
+    DzProperty* read(const QString& type) const
     {
-        std::unique_ptr<DzProperty> property(make(m_channel.string("type")));
-        if (property)
-            readCommon(property.get());
+        std::unique_ptr<DzProperty> property(make(type));
+        if (!property)
+            return nullptr;
+        readCommon(property.get());
+        readKey(property.get());
+        property->lock(m_channel.boolean("locked", false));
         return property.release();
+    }
+    QString type() const { return m_channel.string("type"); }
+    /// The type that a key's value has; empty when there is no key.
+    QString typeOfKey() const
+    {
+        double number = 0;
+        if (keyNumber(m_index, m_keys.value, &number))
+            return QStringLiteral("float");
+        const Value item = keyItem(m_index, m_keys.value);
+        if (m_index.isString(item))
+            return QStringLiteral("string");
+        if (m_index.kind(item) == JsonIndex::Boolean)
+            return QStringLiteral("bool");
+        if (m_index.kind(item) == JsonIndex::NumberArray)
+            return QStringLiteral("color");
+        return m_keys.hasImage() || item != none ? QStringLiteral("image") : QString();
     }
 
 private:
@@ -326,7 +335,7 @@ private:
     double number(Value value) const
     {
         if (value != none && !m_index.isNumber(value))
-            *m_problem = QStringLiteral("its value is not a number");
+            m_problems->value = QStringLiteral("its value is not a number");
         return m_index.number(value);
     }
     double limit(const char* key, double fallback) const
@@ -360,7 +369,7 @@ private:
     bool isOn(Value value) const
     {
         if (value != none && m_index.kind(value) != JsonIndex::Boolean)
-            *m_problem = QStringLiteral("its value is neither true nor false");
+            m_problems->value = QStringLiteral("its value is neither true nor false");
         return m_index.boolean(value);
     }
     DzProperty* makeBool() const
@@ -392,7 +401,7 @@ private:
     {
         double parts[3] = { 0, 0, 0 };
         if (value != none && m_index.numbers(value, parts, 3) != 3)
-            *m_problem = QStringLiteral("its value is not a colour");
+            m_problems->value = QStringLiteral("its value is not a colour");
         return QColor(toByte(parts[0]), toByte(parts[1]), toByte(parts[2]));
     }
     DzProperty* makeColor() const
@@ -405,7 +414,7 @@ private:
     {
         for (const Value value : { m_channel.fallback(), m_channel.current() })
             if (value != none && !m_index.isString(value))
-                *m_problem = QStringLiteral("its value is not text");
+                m_problems->value = QStringLiteral("its value is not text");
         property->setDefaultValue(m_index.string(m_channel.fallback()));
         property->setValue(m_index.string(m_channel.current()));
         return property;
@@ -423,7 +432,7 @@ private:
     DzProperty* makeImage() const
     {
         auto* property = new DzImageProperty(m_name, m_user);
-        const QString file = m_channel.image(m_images);
+        const QString file = m_channel.image(m_images, m_problems);
         const QString value = m_index.string(m_channel.current());
         property->setValue(file.isEmpty() ? imageFilename(value) : file);
         return property;
@@ -436,17 +445,49 @@ private:
         property->setPath(m_index.string(m_channel.entryMember("group")));
         property->setHidden(!m_channel.boolean("visible", true));
         if (auto* numeric = qobject_cast<DzNumericProperty*>(property)) {
-            const QString map = m_channel.image(m_images);
+            const QString map = m_channel.image(m_images, m_problems);
             numeric->setIsMappable(m_channel.boolean("mappable", false) || !map.isEmpty());
             numeric->setMap(map);
         }
-        property->lock(m_channel.boolean("locked", false));
+    }
+
+    /// Lays the key at the start over the value.
+    void readKey(DzProperty* property) const
+    {
+        const Value item = keyItem(m_index, m_keys.value);
+        double number = 0;
+        const bool isNumber = keyNumber(m_index, m_keys.value, &number);
+        if (m_keys.value == none)
+            return;
+        if (auto* image = qobject_cast<DzImageProperty*>(property)) {
+            if (!m_keys.hasImage())
+                image->setValue(imageFilename(m_index.string(item)));
+        } else if (auto* string = qobject_cast<DzStringProperty*>(property)) {
+            if (m_index.isString(item))
+                string->setValue(m_index.string(item));
+            else
+                m_problems->value = QStringLiteral("its key is not a text");
+        } else if (auto* onOff = qobject_cast<DzBoolProperty*>(property)) {
+            if (m_index.kind(item) == JsonIndex::Boolean || isNumber)
+                onOff->setBoolValue(isNumber ? number != 0 : m_index.boolean(item));
+            else
+                m_problems->value = QStringLiteral("its key is neither true nor false");
+        } else if (auto* colored = qobject_cast<DzColorProperty*>(property)) {
+            colored->setColorValue(color(item));
+        } else if (!isNumber) {
+            m_problems->value = QStringLiteral("its key is not a number");
+        } else if (auto* real = qobject_cast<DzFloatProperty*>(property)) {
+            real->setValue(toFloat(number));
+        } else if (auto* integer = qobject_cast<DzIntProperty*>(property)) {
+            integer->setValue(toInt(number));
+        }
     }
 
     const JsonIndex& m_index;
     Channel m_channel;
+    const ChannelKeys& m_keys;
     const LayeredImages& m_images;
-    QString* m_problem;
+    ChannelProblems* m_problems;
     QString m_name;
     bool m_user;
 };
@@ -454,9 +495,20 @@ private:
 } // namespace
 
 DzProperty* propertyFromChannel(const JsonIndex& index, const ChannelPlaces& places,
-    const LayeredImages& images, QString* problem)
+    const LayeredImages& images, ChannelProblems* problems)
 {
-    return PropertyReader(index, places, images, problem).read();
+    const PropertyReader reader(
+        index, channelPropertyName(index, places), places, images, problems);
+    return reader.read(reader.type());
+}
+
+DzProperty* propertyFromKeys(const JsonIndex& index, const QString& name, const ChannelKeys& keys,
+    const LayeredImages& images, ChannelProblems* problems)
+{
+    ChannelPlaces places;
+    places.keys = keys;
+    const PropertyReader reader(index, name, places, images, problems);
+    return reader.read(reader.typeOfKey());
 }
 
 // Writing -----------------------------------------------------------------------------------

@@ -4,6 +4,8 @@
 
 #include "jsonindex.h"
 #include "jsonlayout.h"
+#include "scenekeys.h"
+#include "scenereference.h"
 
 #include <QHash>
 #include <QStringList>
@@ -46,23 +48,40 @@ struct ChannelState {
 struct ChannelPlaces {
     JsonIndex::Value definition = JsonIndex::none; ///< { "channel", "group", ... }
     JsonIndex::Value instance = JsonIndex::none;
+    ChannelKeys keys; ///< what they say counts first
 };
 
-/// File name of an image_library entry by its id; empty when there is none.
+/// The entries of the image_library by their ids.
 class LayeredImages
 {
 public:
     explicit LayeredImages(const JsonIndex& index);
+    /// File name of an image's lowest layer; empty when there is none.
     QString file(const QString& reference) const;
+    bool hasSeveralLayers(const QString& reference) const;
 
 private:
-    QHash<QString, QString> m_files;
+    struct Image {
+        QString file;
+        bool hasSeveralLayers = false;
+    };
+
+    QHash<QString, Image> m_images;
 };
 
-/// Makes the property that the two entries describe together; null when they describe none that
-/// is known here. `problem` is set when a member could not be used.
+/// What could not be taken from a channel as it is.
+struct ChannelProblems {
+    QString value;          ///< of its value; empty for none
+    bool isLayered = false; ///< its map has more layers than the one that is used
+};
+
+/// Makes the property that the entries and keys describe together; null when they describe none
+/// that is known here.
 DzProperty* propertyFromChannel(const JsonIndex& index, const ChannelPlaces& places,
-    const LayeredImages& images, QString* problem);
+    const LayeredImages& images, ChannelProblems* problems);
+/// Makes a property of keys alone: of the type that their values have.
+DzProperty* propertyFromKeys(const JsonIndex& index, const QString& name, const ChannelKeys& keys,
+    const LayeredImages& images, ChannelProblems* problems);
 
 /// Name of a channel's property: "name" where there is one, else "id".
 QString channelPropertyName(const JsonIndex& index, const ChannelPlaces& places);
@@ -86,12 +105,3 @@ JsonPiece fullChannelEntry(const QString& name, const ChannelState& state, bool 
 /// An entry { "channel": { id, type, current_value, image_file } } of a surface.
 JsonPiece instanceChannelEntry(
     const QByteArray& idToken, const QByteArray& typeToken, const ChannelState& state);
-
-/// A plain file name as the host's documents refer to it, and back.
-QString imageReference(const QString& filename);
-QString imageFilename(const QString& reference);
-
-/// "#id" of a reference: the id, decoded; empty when it has none.
-QString referencedId(const QString& reference);
-/// True for a reference into the same document.
-bool isLocalReference(const QString& reference);

@@ -10,12 +10,13 @@
 #include "dzscene.h"
 #include "dzshape.h"
 #include "dzundostack.h"
+#include "scenemeshreader.h"
 #include "settingsjson.h"
 
 #include <QCoreApplication>
+#include <QPair>
+#include <QSet>
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace {
 
@@ -29,19 +30,6 @@ const qint64 bytesPerChannel = 100;
 QString text(const char* source)
 {
     return QCoreApplication::translate("DzSceneFile", source);
-}
-
-float toFloat(double number)
-{
-    const double high = static_cast<double>(std::numeric_limits<float>::max());
-    return static_cast<float>(std::max(-high, std::min(high, number)));
-}
-
-/// The number as an index below `count`; -1 when it is none.
-int toIndex(double number, int count)
-{
-    return number >= 0 && number < count && number == std::floor(number) ? static_cast<int>(number)
-                                                                         : -1;
 }
 
 } // namespace
@@ -98,6 +86,7 @@ bool DzSceneMaker::make()
     m_geometryLibrary = readLibrary("geometry_library");
     m_uvLibrary = readLibrary("uv_set_library");
     m_materialLibrary = readLibrary("material_library");
+    m_keys.read(m_index);
     makeNodes();
     linkNodes();
     return makeMaterials();
@@ -245,132 +234,8 @@ std::shared_ptr<const DzFacetMesh> DzSceneMaker::meshOf(Value geometry, const QS
 {
     std::shared_ptr<const DzFacetMesh>& mesh = m_meshes[geometry];
     if (!mesh)
-        mesh = readMesh(geometry, uvSet);
+        mesh = SceneMeshReader(m_index, m_uvLibrary, m_warnings).read(geometry, uvSet);
     return mesh;
-}
-
-std::shared_ptr<DzFacetMesh> DzSceneMaker::readMesh(Value geometry, const QString& uvSet)
-{
-    auto mesh = std::make_shared<DzFacetMesh>();
-    readVertices(geometry, mesh.get());
-    readSurfaceNames(geometry, mesh.get());
-    const std::vector<int> facetOf = readFacets(geometry, mesh.get());
-    const QString byDefault = m_index.string(m_index.find(geometry, "default_uv_set"));
-    for (const QString& reference : { byDefault, uvSet }) {
-        const Value set
-            = isLocalReference(reference) ? m_uvLibrary.value(referencedId(reference), none) : none;
-        if (set == none)
-            continue;
-        readUvs(set, facetOf, mesh.get());
-        break;
-    }
-    return mesh;
-}
-
-void DzSceneMaker::readVertices(Value geometry, DzFacetMesh* mesh)
-{
-    const Value values = m_index.find(m_index.find(geometry, "vertices"), "values");
-    if (!m_index.isArray(values))
-        return;
-    int numBad = 0;
-    for (Value value = m_index.firstChild(values); value != none;
-         value = m_index.nextSibling(value, values)) {
-        double parts[3] = { 0, 0, 0 };
-        // A bad vertex keeps its number, so that the faces still mean the others.
-        if (m_index.numbers(value, parts, 3) != 3)
-            ++numBad;
-        mesh->vertices.push_back({ toFloat(parts[0]), toFloat(parts[1]), toFloat(parts[2]) });
-    }
-    mesh->vertices.shrink_to_fit();
-    if (numBad > 0)
-        warn(values, text("%1 vertices are not three numbers").arg(numBad),
-            text("they are put at 0"));
-}
-
-void DzSceneMaker::readSurfaceNames(Value geometry, DzFacetMesh* mesh)
-{
-    const Value values = m_index.find(m_index.find(geometry, "polygon_material_groups"), "values");
-    if (!m_index.isArray(values))
-        return;
-    for (Value value = m_index.firstChild(values); value != none;
-         value = m_index.nextSibling(value, values))
-        mesh->surfaces.append(m_index.string(value));
-}
-
-/// Returns, per polygon of the file, its face; -1 for one that was left out.
-std::vector<int> DzSceneMaker::readFacets(Value geometry, DzFacetMesh* mesh)
-{
-    std::vector<int> facetOf;
-    const Value values = m_index.find(m_index.find(geometry, "polylist"), "values");
-    if (!m_index.isArray(values))
-        return facetOf;
-    const int numBefore = 2; // face group and material group stand before the corners
-    for (Value value = m_index.firstChild(values); value != none;
-         value = m_index.nextSibling(value, values)) {
-        double numbers[6] = { 0, 0, 0, 0, 0, 0 };
-        const int numCorners = m_index.numbers(value, numbers, 6) - numBefore;
-        DzFacet facet;
-        bool isUsable = numCorners == 3 || numCorners == 4;
-        for (int i = 0; isUsable && i < numCorners; ++i) {
-            facet.vertices[i] = toIndex(numbers[i + numBefore], mesh->getNumVertices());
-            isUsable = facet.vertices[i] >= 0;
-        }
-        facet.surface = toIndex(numbers[1], mesh->getNumSurfaces());
-        facetOf.push_back(isUsable ? mesh->getNumFacets() : -1);
-        if (isUsable)
-            mesh->facets.push_back(facet);
-    }
-    mesh->facets.shrink_to_fit();
-    const int numBad = static_cast<int>(facetOf.size()) - mesh->getNumFacets();
-    if (numBad > 0)
-        warn(values, text("%1 faces do not have three or four corners that exist").arg(numBad),
-            text("they are left out"));
-    return facetOf;
-}
-
-void DzSceneMaker::readUvs(Value uvSet, const std::vector<int>& facetOf, DzFacetMesh* mesh)
-{
-    const Value values = m_index.find(m_index.find(uvSet, "uvs"), "values");
-    if (!m_index.isArray(values))
-        return;
-    for (Value value = m_index.firstChild(values); value != none;
-         value = m_index.nextSibling(value, values)) {
-        double parts[2] = { 0, 0 };
-        m_index.numbers(value, parts, 2);
-        mesh->uvs.push_back({ toFloat(parts[0]), toFloat(parts[1]) });
-    }
-    mesh->uvs.shrink_to_fit();
-    const int numUvs = mesh->getNumUvs();
-    for (DzFacet& facet : mesh->facets)
-        for (int i = 0; i < facet.getNumCorners(); ++i)
-            facet.uvs[i] = facet.vertices[i] < numUvs ? facet.vertices[i] : -1;
-    const Value exceptions = m_index.find(uvSet, "polygon_vertex_indices");
-    if (!m_index.isArray(exceptions))
-        return;
-    int numBad = 0;
-    for (Value value = m_index.firstChild(exceptions); value != none;
-         value = m_index.nextSibling(value, exceptions)) {
-        double parts[3] = { -1, -1, -1 };
-        m_index.numbers(value, parts, 3);
-        const int polygon = toIndex(parts[0], static_cast<int>(facetOf.size()));
-        const int uv = toIndex(parts[2], numUvs);
-        const int facetIndex = polygon < 0 ? -1 : facetOf[static_cast<std::size_t>(polygon)];
-        bool isUsed = false;
-        if (facetIndex >= 0 && uv >= 0) {
-            DzFacet& facet = mesh->facets[static_cast<std::size_t>(facetIndex)];
-            for (int i = 0; i < facet.getNumCorners(); ++i) {
-                if (facet.vertices[i] != parts[1])
-                    continue;
-                facet.uvs[i] = uv;
-                isUsed = true;
-            }
-        }
-        numBad += isUsed ? 0 : 1;
-    }
-    if (numBad > 0)
-        warn(exceptions,
-            text("%1 entries do not name a corner and a coordinate that exist").arg(numBad),
-            text("they are left out"));
 }
 
 // Materials ---------------------------------------------------------------------------------
@@ -385,10 +250,12 @@ bool DzSceneMaker::makeMaterials()
              material = m_index.nextSibling(material, materials)) {
             if (!m_index.isObject(material))
                 warn(material, text("a surface is not an object"), text("it is left out"));
-            else if (!makeMaterial(material))
+            else if (!makeMaterials(material))
                 return false;
         }
     }
+    if (m_surfaces.empty() && !makeKeyedMaterials())
+        return false;
     for (const ShapeEntry& entry : m_shapes) {
         const QString url = entry.shape->getMeshReference();
         const Value geometry
@@ -406,18 +273,36 @@ void DzSceneMaker::countDefinitions(Value materials)
         ++m_numUses[definitionOf(m_materialLibrary, material)];
 }
 
-bool DzSceneMaker::makeMaterial(Value value)
+/// The names of an entry's surfaces, each once.
+QStringList DzSceneMaker::surfaceNames(Value material) const
+{
+    const Value groups = m_index.find(material, "groups");
+    const Value values = m_index.isArray(groups) ? groups : m_index.find(groups, "values");
+    QStringList names;
+    for (Value group = m_index.isArray(values) ? m_index.firstChild(values) : none; group != none;
+         group = m_index.nextSibling(group, values))
+        names.append(m_index.string(group));
+    names.removeAll(QString());
+    names.removeDuplicates();
+    if (!names.isEmpty())
+        return names;
+    const QString id = m_index.string(m_index.find(material, "id"));
+    return { id.isEmpty() ? referencedId(m_index.string(m_index.find(material, "url"))) : id };
+}
+
+bool DzSceneMaker::makeMaterials(Value value)
+{
+    const QStringList names = surfaceNames(value);
+    return std::all_of(
+        names.begin(), names.end(), [&](const QString& name) { return makeMaterial(value, name); });
+}
+
+bool DzSceneMaker::makeMaterial(Value value, const QString& name)
 {
     SurfaceRecord surface;
     surface.instance = value;
     surface.definition = definitionOf(m_materialLibrary, value);
     surface.isShared = surface.definition != none && m_numUses.value(surface.definition) > 1;
-    const Value groups = m_index.find(value, "groups");
-    QString name = m_index.isArray(groups) ? m_index.string(m_index.firstChild(groups)) : QString();
-    if (name.isEmpty())
-        name = m_index.string(m_index.find(value, "id"));
-    if (name.isEmpty())
-        name = referencedId(m_index.string(m_index.find(value, "url")));
     DzDefaultMaterial* material = DzDefaultMaterial::createBare(name);
     const DzMaterialPtr share(material);
     surface.material = material;
@@ -427,15 +312,64 @@ bool DzSceneMaker::makeMaterial(Value value)
     const QString type = m_index.string(m_index.find(kind, "type"));
     if (type.startsWith(QLatin1String("studio/material/")))
         material->setMaterialName(type.section(QLatin1Char('/'), -1));
+    const int shape = shapeFor(value);
+    nameSurface(&surface, shape);
+    surface.name.isAnywhere = !isLocalReference(m_index.string(m_index.find(value, "geometry")));
     if (!readChannels(&surface))
         return false;
     readData(material, surface.definition);
     readData(material, value);
-    const ShapeEntry& shape = m_shapes[static_cast<std::size_t>(shapeFor(value))];
-    shape.shape->addMaterial(material);
-    surface.nodeId = m_nodes[static_cast<std::size_t>(shape.node)].id;
-    surface.nodeName = m_nodes[static_cast<std::size_t>(shape.node)].node->getName();
+    addMaterial(std::move(surface), shape);
+    return true;
+}
+
+/// Notes how animations name a surface.
+void DzSceneMaker::nameSurface(SurfaceRecord* surface, int shape) const
+{
+    const int nodeIndex = m_shapes[static_cast<std::size_t>(shape)].node;
+    const NodeEntry& node = m_nodes[static_cast<std::size_t>(nodeIndex)];
+    surface->name = { node.id, node.node->getName(), surface->material->getName(), false };
+}
+
+void DzSceneMaker::addMaterial(SurfaceRecord&& surface, int shape)
+{
+    m_shapes[static_cast<std::size_t>(shape)].shape->addMaterial(surface.material);
     m_surfaces.push_back(std::move(surface));
+}
+
+/// A preset may hold nothing of its surfaces but values.
+bool DzSceneMaker::makeKeyedMaterials()
+{
+    QSet<QPair<QString, QString>> known;
+    std::vector<QPair<QString, QString>> places;
+    bool isAnySurface = false;
+    for (const SceneKeys::Entry& entry : m_keys.entries()) {
+        const QPair<QString, QString> place(entry.node, entry.surface);
+        isAnySurface = isAnySurface || entry.surface.isEmpty();
+        if (entry.surface.isEmpty() || known.contains(place))
+            continue;
+        known.insert(place);
+        places.push_back(place);
+    }
+    if (places.empty() && isAnySurface)
+        places.emplace_back(QString(), QString());
+    return std::all_of(places.begin(), places.end(),
+        [this](const auto& place) { return makeKeyedMaterial(place.first, place.second); });
+}
+
+bool DzSceneMaker::makeKeyedMaterial(const QString& node, const QString& name)
+{
+    const DzMaterialPtr material(
+        DzDefaultMaterial::createBare(name.isEmpty() ? text("Any surface") : name));
+    SurfaceRecord surface;
+    surface.material = material;
+    const int shape = strayShape(node);
+    nameSurface(&surface, shape);
+    surface.name.surface = name;
+    addKeyedProperties(&surface);
+    if (!countChannels(surface))
+        return false;
+    addMaterial(std::move(surface), shape);
     return true;
 }
 
@@ -481,15 +415,21 @@ bool DzSceneMaker::readChannels(SurfaceRecord* surface)
         collectNamed(source, source == surface->instance, surface);
     for (const Value source : sources)
         collectListed(source, source == surface->instance, surface);
-    m_numChannels += static_cast<qint64>(surface->channels.size());
-    if (m_numChannels > freeChannels + m_index.text().size() / bytesPerChannel) {
-        m_error = m_index.place(surface->instance)
-            + text(": the surfaces have more properties than a scene of this size can; give fewer "
-                   "surfaces the same definition");
+    if (!countChannels(*surface))
         return false;
-    }
     addProperties(surface);
     return true;
+}
+
+bool DzSceneMaker::countChannels(const SurfaceRecord& surface)
+{
+    m_numChannels += static_cast<qint64>(surface.channels.size());
+    if (m_numChannels <= freeChannels + m_index.text().size() / bytesPerChannel)
+        return true;
+    m_error = m_index.place(surface.instance)
+        + text(": the surfaces have more properties than a scene of this size can; give fewer "
+               "surfaces the same definition");
+    return false;
 }
 
 void DzSceneMaker::collectNamed(Value material, bool isInstance, SurfaceRecord* surface)
@@ -500,7 +440,8 @@ void DzSceneMaker::collectNamed(Value material, bool isInstance, SurfaceRecord* 
         if (channel == none)
             continue;
         const QString id = m_index.string(m_index.find(channel, "id"));
-        collect(member, id.isEmpty() ? m_index.key(member) : id, isInstance, true, surface);
+        const QString key = m_index.key(member);
+        collect(member, id.isEmpty() ? key : id, { key, false }, isInstance, surface);
     }
 }
 
@@ -515,17 +456,17 @@ void DzSceneMaker::collectListed(Value material, bool isInstance, SurfaceRecord*
         if (id.isEmpty())
             warn(entry, text("a property has no id"), text("it is left out"));
         else
-            collect(entry, id, isInstance, false, surface);
+            collect(entry, id, { id, true }, isInstance, surface);
     }
 }
 
-void DzSceneMaker::collect(
-    Value entry, const QString& id, bool isInstance, bool isNamed, SurfaceRecord* surface)
+void DzSceneMaker::collect(Value entry, const QString& id, const ChannelName& address,
+    bool isInstance, SurfaceRecord* surface)
 {
     const auto known = m_channelIds.constFind(id);
     if (known == m_channelIds.constEnd()) {
         ChannelRecord record;
-        record.isNamed = isNamed;
+        record.address = address;
         (isInstance ? record.places.instance : record.places.definition) = entry;
         m_channelIds.insert(id, surface->channels.size());
         surface->channels.push_back(record);
@@ -546,25 +487,70 @@ void DzSceneMaker::addProperties(SurfaceRecord* surface)
     for (ChannelRecord& record : surface->channels) {
         const Value place
             = record.places.instance == none ? record.places.definition : record.places.instance;
-        QString problem;
+        const std::vector<std::size_t> keys = m_keys.find(surface->name, record.address);
+        record.places.keys = m_keys.keysOf(keys);
+        ChannelProblems problems;
         std::unique_ptr<DzProperty> property(
-            propertyFromChannel(m_index, record.places, m_images, &problem));
+            propertyFromChannel(m_index, record.places, m_images, &problems));
         if (!property)
             continue; // of a kind that is kept in the file only
         record.name = property->getName();
-        if (!problem.isEmpty())
-            warn(place,
-                text("the property \"%1\" is not as its type says: %2").arg(record.name, problem),
-                text("a default is shown"));
+        tellProblems(place, record.name, problems);
         if (surface->material->addProperty(property.get()) != DZ_NO_ERROR) {
             warn(place, text("two properties are named \"%1\"").arg(record.name),
                 text("the first is used"));
             continue;
         }
         record.state = ChannelState::of(property.release());
+        for (const std::size_t key : keys)
+            m_keys.addUser(key, { m_surfaces.size(), record.name });
         known.push_back(std::move(record));
     }
     surface->channels = std::move(known);
+}
+
+void DzSceneMaker::tellProblems(
+    Value place, const QString& property, const ChannelProblems& problems)
+{
+    if (!problems.value.isEmpty())
+        warn(place,
+            text("the property \"%1\" is not as its type says: %2").arg(property, problems.value),
+            text("a default is shown"));
+    if (problems.isLayered)
+        warn(place, text("the map of the property \"%1\" is a layered image").arg(property),
+            text("only its lowest layer is used"));
+}
+
+/// The properties of a surface of which there are keys and nothing else.
+void DzSceneMaker::addKeyedProperties(SurfaceRecord* surface)
+{
+    QSet<QPair<QString, bool>> known;
+    for (std::size_t i = 0; i < m_keys.entries().size(); ++i) {
+        const ChannelName address = m_keys.entries()[i].channel;
+        const QPair<QString, bool> channel(address.name, address.isListed);
+        if (known.contains(channel))
+            continue;
+        const std::vector<std::size_t> keys = m_keys.find(surface->name, address);
+        if (keys.empty())
+            continue;
+        known.insert(channel);
+        ChannelRecord record;
+        record.address = address;
+        record.places.keys = m_keys.keysOf(keys);
+        ChannelProblems problems;
+        std::unique_ptr<DzProperty> property(
+            propertyFromKeys(m_index, address.name, record.places.keys, m_images, &problems));
+        if (!property)
+            continue;
+        record.name = address.name;
+        tellProblems(m_keys.entries()[keys.back()].animation, record.name, problems);
+        if (surface->material->addProperty(property.get()) != DZ_NO_ERROR)
+            continue;
+        record.state = ChannelState::of(property.release());
+        for (const std::size_t key : keys)
+            m_keys.addUser(key, { m_surfaces.size(), record.name });
+        surface->channels.push_back(std::move(record));
+    }
 }
 
 void DzSceneMaker::readData(DzElement* element, Value value)

@@ -20,19 +20,21 @@ class DzShape;
 /// A property as it was read.
 struct ChannelRecord {
     QString name;
+    ChannelName address; ///< in animations
     ChannelPlaces places;
     ChannelState state;
-    bool isNamed = false; ///< a member of the material itself, not of its list of channels
+
+    /// True for a member of the material itself, not of its list of channels.
+    bool isNamed() const { return !address.isListed; }
 };
 
-/// A surface as it was read.
+/// A surface as it was read. Those of one entry, which has several groups, stand side by side.
 struct SurfaceRecord {
     QPointer<DzMaterial> material;
     JsonIndex::Value instance = JsonIndex::none;
     JsonIndex::Value definition = JsonIndex::none; ///< in this document
-    bool isShared = false;                         ///< other surfaces have the same definition
-    QString nodeId;
-    QString nodeName;
+    bool isShared = false;                         ///< other entries have the same definition
+    SurfaceName name;                              ///< in animations
     std::vector<ChannelRecord> channels;
 };
 
@@ -61,6 +63,7 @@ public:
     void moveTo(DzScene* scene);
     QString getError() const { return m_error; }
     SurfaceRecords takeSurfaces() { return std::move(m_surfaces); }
+    SceneKeys takeKeys() { return std::move(m_keys); }
 
 private:
     typedef JsonIndex::Value Value;
@@ -90,22 +93,26 @@ private:
     void cutCircles(std::vector<int>* parents);
 
     std::shared_ptr<const DzFacetMesh> meshOf(Value geometry, const QString& uvSet);
-    std::shared_ptr<DzFacetMesh> readMesh(Value geometry, const QString& uvSet);
-    void readVertices(Value geometry, DzFacetMesh* mesh);
-    void readSurfaceNames(Value geometry, DzFacetMesh* mesh);
-    std::vector<int> readFacets(Value geometry, DzFacetMesh* mesh);
-    void readUvs(Value uvSet, const std::vector<int>& facetOf, DzFacetMesh* mesh);
 
     bool makeMaterials();
     void countDefinitions(Value materials);
-    bool makeMaterial(Value value);
+    QStringList surfaceNames(Value material) const;
+    bool makeMaterials(Value value);
+    bool makeMaterial(Value value, const QString& name);
+    bool makeKeyedMaterials();
+    bool makeKeyedMaterial(const QString& node, const QString& name);
+    void nameSurface(SurfaceRecord* surface, int shape) const;
+    bool countChannels(const SurfaceRecord& surface);
+    void addMaterial(SurfaceRecord&& surface, int shape);
+    void addKeyedProperties(SurfaceRecord* surface);
+    void tellProblems(Value place, const QString& property, const ChannelProblems& problems);
     int shapeFor(Value material);
     int strayShape(const QString& id);
     bool readChannels(SurfaceRecord* surface);
     void collectNamed(Value material, bool isInstance, SurfaceRecord* surface);
     void collectListed(Value material, bool isInstance, SurfaceRecord* surface);
-    void collect(
-        Value entry, const QString& id, bool isInstance, bool isNamed, SurfaceRecord* surface);
+    void collect(Value entry, const QString& id, const ChannelName& address, bool isInstance,
+        SurfaceRecord* surface);
     void addProperties(SurfaceRecord* surface);
     void readData(DzElement* element, Value value);
 
@@ -113,6 +120,7 @@ private:
     DzWarningList* m_warnings;
     QString m_error;
     LayeredImages m_images;
+    SceneKeys m_keys;
     Library m_nodeLibrary;
     Library m_geometryLibrary;
     Library m_uvLibrary;

@@ -57,6 +57,12 @@ QByteArray explicitToken(const char* key, const QByteArray& token)
     return isSwitch ? QByteArrayLiteral("false") : QByteArray();
 }
 
+/// The image file that a property shows: its value or its map.
+const QString& fileOf(const ChannelState& state)
+{
+    return state.type == ChannelState::Image ? state.text : state.map;
+}
+
 JsonPiece dataPiece(const DzSimpleElementData* data)
 {
     JsonPiece item = JsonPiece::object();
@@ -79,15 +85,20 @@ JsonPiece channelsPiece(const std::vector<JsonPiece>& channels)
 
 } // namespace
 
-DzSceneWriter::DzSceneWriter(
-    const JsonIndex& index, const SurfaceRecords& surfaces, DzWarningList* warnings)
+DzSceneWriter::DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfaces,
+    const SceneKeys& keys, DzWarningList* warnings)
     : m_index(index)
     , m_surfaces(surfaces)
     , m_warnings(warnings)
     , m_editor(index)
+    , m_keys(index, keys, surfaces, &m_editor)
 {
-    for (const SurfaceRecord& surface : surfaces)
-        ++m_numUses[surface.definition];
+    Value before = none;
+    for (const SurfaceRecord& surface : surfaces) {
+        if (surface.instance == none || surface.instance != before)
+            ++m_numUses[surface.definition];
+        before = surface.instance;
+    }
 }
 
 void DzSceneWriter::warn(
@@ -97,6 +108,27 @@ void DzSceneWriter::warn(
     m_warnings->add({ place, warning, remedy });
 }
 
+void DzSceneWriter::fail(
+    const SurfaceRecord& surface, const QString& warning, const QString& remedy)
+{
+    m_incomplete.insert(numberOf(surface));
+    warn(surface, warning, remedy);
+}
+
+QVector<DzMaterial*> DzSceneWriter::getIncomplete() const
+{
+    // What one entry cannot hold is missing for all of its surfaces.
+    std::set<Value> entries;
+    for (const std::size_t number : m_incomplete)
+        entries.insert(m_surfaces[number].instance);
+    entries.erase(none);
+    QVector<DzMaterial*> materials;
+    for (std::size_t i = 0; i < m_surfaces.size(); ++i)
+        if (m_incomplete.count(i) > 0 || entries.count(m_surfaces[i].instance) > 0)
+            materials.append(m_surfaces[i].material);
+    return materials;
+}
+
 bool DzSceneWriter::isEditable(const SurfaceRecord& surface) const
 {
     return surface.definition != none && !surface.isShared;
@@ -104,22 +136,36 @@ bool DzSceneWriter::isEditable(const SurfaceRecord& surface) const
 
 QByteArray DzSceneWriter::write()
 {
-    for (const SurfaceRecord& surface : m_surfaces)
-        writeSurface(surface);
+    Value before = none;
+    for (const SurfaceRecord& surface : m_surfaces) {
+        // Surfaces of one entry were changed alike; the first tells of all but their keys.
+        const bool isFirst = surface.instance == none || surface.instance != before;
+        if (!surface.material || surface.material->getNumShapes() == 0)
+            warn(surface, text("this surface is no longer in the scene"),
+                text("its entries stay as they are"));
+        else if (isFirst)
+            writeSurface(surface);
+        else
+            writeOnlyKeys(surface);
+        before = surface.instance;
+    }
     removeSharedEntries();
-    removeAnimations();
+    for (const std::size_t surface : m_keys.finish())
+        fail(m_surfaces[surface],
+            text("values of this surface are keyed for several at once, and another has its name"),
+            text("their keys stay"));
     for (const Value element : m_touched)
         tidyExtra(element);
     return m_editor.isEmpty() ? m_index.text() : m_editor.apply();
 }
 
+std::size_t DzSceneWriter::numberOf(const SurfaceRecord& surface) const
+{
+    return static_cast<std::size_t>(&surface - m_surfaces.data());
+}
+
 void DzSceneWriter::writeSurface(const SurfaceRecord& surface)
 {
-    if (!surface.material || surface.material->getNumShapes() == 0) {
-        warn(surface, text("this surface is no longer in the scene"),
-            text("its entries stay as they are"));
-        return;
-    }
     m_added = Additions();
     writeProperties(surface);
     writeData(surface);
@@ -164,10 +210,12 @@ void DzSceneWriter::addProperty(const SurfaceRecord& surface, const DzProperty* 
     const ChannelState state = ChannelState::of(property);
     const QString name = property->getName();
     if (state.type == ChannelState::Unknown) {
-        warn(surface, text("scene files have no form for the property \"%1\"").arg(name),
+        fail(surface, text("scene files have no form for the property \"%1\"").arg(name),
             text("it is not saved"));
         return;
     }
+    // Keys may be left of a property that the surface had before.
+    writeKeys(surface, { name, true }, state, nullptr);
     if (!isEditable(surface)) {
         m_added.instance.push_back(fullChannelEntry(name, state, true));
         return;
@@ -178,9 +226,44 @@ void DzSceneWriter::addProperty(const SurfaceRecord& surface, const DzProperty* 
             instanceChannelEntry(jsonStringToken(name), channelTypeToken(state), state));
 }
 
+/// Brings keys to the value and map of `now`, where these are others than `before`; null for all.
+void DzSceneWriter::writeKeys(const SurfaceRecord& surface, const ChannelName& address,
+    const ChannelState& now, const ChannelState* before)
+{
+    const auto valueOf = [&](const ChannelState& state) {
+        if (state.type != ChannelState::Image)
+            return channelValueToken(state);
+        const QString file = fileOf(state);
+        return file.isEmpty() ? QByteArrayLiteral("null") : jsonStringToken(imageReference(file));
+    };
+    const QByteArray value = valueOf(now);
+    if (!before || value != valueOf(*before))
+        m_keys.setValue(numberOf(surface), address, value);
+    const QString file = fileOf(now);
+    if (!before || file != fileOf(*before))
+        m_keys.setMap(numberOf(surface), address, file);
+}
+
+void DzSceneWriter::writeOnlyKeys(const SurfaceRecord& surface)
+{
+    QSet<QString> known;
+    for (const ChannelRecord& channel : surface.channels) {
+        known.insert(channel.name);
+        const DzProperty* property = surface.material->findProperty(channel.name);
+        if (property)
+            writeKeys(surface, channel.address, ChannelState::of(property), &channel.state);
+        else
+            m_keys.drop(numberOf(surface), channel.address);
+    }
+    for (const DzProperty* property : surface.material->getPropertyList())
+        if (!known.contains(property->getName()))
+            writeKeys(surface, { property->getName(), true }, ChannelState::of(property), nullptr);
+}
+
 void DzSceneWriter::changeChannel(
     const SurfaceRecord& surface, const ChannelRecord& channel, const ChannelState& now)
 {
+    writeKeys(surface, channel.address, now, &channel.state);
     const QVector<ChannelMember> before = channelMembers(channel.state);
     const QVector<ChannelMember> after = channelMembers(now);
     Changes changes;
@@ -194,6 +277,10 @@ void DzSceneWriter::changeChannel(
             changes.push_back({ after.at(i).key, after.at(i).token });
     }
     const ChannelPlaces& places = channel.places;
+    if (places.definition == none && places.instance == none) {
+        tellUnkeyed(surface, channel.name, changes);
+        return;
+    }
     const bool inDefinition = isEditable(surface) && places.definition != none;
     const Value home = inDefinition ? places.definition : places.instance;
     if (home == none) {
@@ -217,6 +304,19 @@ void DzSceneWriter::changeChannel(
         changeMap(surface, channel, now);
 }
 
+/// A surface of which the document has nothing but keys has no place for anything but values.
+void DzSceneWriter::tellUnkeyed(
+    const SurfaceRecord& surface, const QString& name, const Changes& changes)
+{
+    const bool isValueOnly = std::all_of(changes.begin(), changes.end(), [](const Change& change) {
+        return isKey(change.key, "current_value") || isKey(change.key, "mappable");
+    });
+    if (!isValueOnly)
+        fail(surface,
+            text("of the property \"%1\" the document has nothing but its value").arg(name),
+            text("only that is saved"));
+}
+
 /// A new entry of the surface for a definition that must stay as it is.
 void DzSceneWriter::addOverlay(
     const ChannelRecord& channel, const Changes& changes, const ChannelState& now)
@@ -235,10 +335,10 @@ void DzSceneWriter::addOverlay(
     const QByteArray value = channelValueToken(now);
     if (!hasValue && !value.isEmpty())
         members.add("current_value", value);
-    const QString& file = now.type == ChannelState::Image ? now.text : now.map;
+    const QString& file = fileOf(now);
     if (!file.isEmpty())
         members.add("image_file", jsonStringToken(imageReference(file)));
-    else if (!channel.state.map.isEmpty())
+    else if (!fileOf(channel.state).isEmpty())
         members.add("image", QByteArrayLiteral("null"));
     JsonPiece entry = JsonPiece::object();
     if (now.user && !channel.state.user)
@@ -303,7 +403,7 @@ void DzSceneWriter::removeMember(Value object, const char* key)
 void DzSceneWriter::changeMap(
     const SurfaceRecord& surface, const ChannelRecord& channel, const ChannelState& now)
 {
-    const QString& file = now.type == ChannelState::Image ? now.text : now.map;
+    const QString& file = fileOf(now);
     if (file.isEmpty()) {
         clearMap(surface, channel);
         return;
@@ -335,7 +435,7 @@ void DzSceneWriter::clearMap(const SurfaceRecord& surface, const ChannelRecord& 
         const Value definition = channelOf(m_index, channel.places.definition);
         removeMember(definition, "image_file");
         removeMember(definition, "image");
-        if (definition != none && instance != none && !channel.isNamed && isOnlyMapEntry(entry)) {
+        if (definition != none && instance != none && !channel.isNamed() && isOnlyMapEntry(entry)) {
             removeEntry(surface.instance, entry, false);
             return;
         }
@@ -373,15 +473,13 @@ void DzSceneWriter::removeChannel(const SurfaceRecord& surface, const ChannelRec
 {
     const ChannelPlaces& places = channel.places;
     if (places.instance != none)
-        removeEntry(surface.instance, places.instance, channel.isNamed);
+        removeEntry(surface.instance, places.instance, channel.isNamed());
     if (places.definition != none && !surface.isShared)
-        removeEntry(surface.definition, places.definition, channel.isNamed);
+        removeEntry(surface.definition, places.definition, channel.isNamed());
     else if (places.definition != none)
-        ++m_sharedRemovals
-              .insert({ places.definition, { &surface, 0, channel.isNamed, channel.name } })
-              .first->second.count;
-    const Value entry = places.definition == none ? places.instance : places.definition;
-    m_removed[m_index.string(m_index.find(channelOf(m_index, entry), "id"))].push_back(&surface);
+        removeShared(surface, places.definition,
+            channel.isNamed() ? SharedRemoval::Named : SharedRemoval::Listed, channel.name);
+    m_keys.drop(numberOf(surface), channel.address);
 }
 
 void DzSceneWriter::removeEntry(Value material, Value entry, bool isNamed)
@@ -395,69 +493,34 @@ void DzSceneWriter::removeEntry(Value material, Value entry, bool isNamed)
     m_touched.insert(material);
 }
 
-/// An entry of a shared definition goes when all surfaces that have it lost the property.
+void DzSceneWriter::removeShared(
+    const SurfaceRecord& surface, Value entry, SharedRemoval::Kind kind, const QString& name)
+{
+    m_sharedRemovals.insert({ entry, { kind, name, {} } })
+        .first->second.surfaces.push_back(&surface);
+}
+
+/// An entry of a shared definition goes when all surfaces that have it lost what it stands for.
 void DzSceneWriter::removeSharedEntries()
 {
     for (const auto& [entry, removal] : m_sharedRemovals) {
-        const SurfaceRecord& surface = *removal.surface;
-        if (removal.count == m_numUses.value(surface.definition))
-            removeEntry(surface.definition, entry, removal.isNamed);
-        else
-            warn(surface,
-                text("the property \"%1\" is in a definition that other surfaces use")
+        const Value definition = removal.surfaces.front()->definition;
+        if (static_cast<int>(removal.surfaces.size()) < m_numUses.value(definition)) {
+            for (const SurfaceRecord* surface : removal.surfaces)
+                m_incomplete.insert(numberOf(*surface));
+            warn(*removal.surfaces.front(),
+                (removal.kind == SharedRemoval::Data
+                        ? text("the data item \"%1\" is in a definition that other surfaces use")
+                        : text("the property \"%1\" is in a definition that other surfaces use"))
                     .arg(removal.name),
-                text("it stays"));
+                text("it stays; take it off all of them at once"));
+        } else if (removal.kind == SharedRemoval::Data) {
+            m_editor.remove(entry, extraOf(m_index, definition));
+            m_touched.insert(definition);
+        } else {
+            removeEntry(definition, entry, removal.kind == SharedRemoval::Named);
+        }
     }
-}
-
-void DzSceneWriter::removeAnimations()
-{
-    const Value scene = m_index.find(m_index.root(), "scene");
-    const Value animations = m_index.find(scene, "animations");
-    if (m_removed.isEmpty() || !m_index.isArray(animations))
-        return;
-    for (Value animation = m_index.firstChild(animations); animation != none;
-         animation = m_index.nextSibling(animation, animations))
-        if (isAnimationOfRemoved(m_index.string(m_index.find(animation, "url"))))
-            m_editor.remove(animation, animations);
-}
-
-/// The form is NODE#materials/SURFACE:?PATH/channels/ID/value, the parts percent-encoded.
-bool DzSceneWriter::isAnimationOfRemoved(const QString& url) const
-{
-    const auto decoded = [](const QString& part) {
-        return QString::fromUtf8(QByteArray::fromPercentEncoding(part.toUtf8()));
-    };
-    const QString path = url.section(QLatin1Char('?'), 1);
-    const int list = path.indexOf(QLatin1String("/channels/"));
-    const QString place = url.section(QLatin1Char('#'), 1).section(QLatin1Char('?'), 0, 0);
-    if (list < 0 || !place.startsWith(QLatin1String("materials")))
-        return false;
-    const QString id = decoded(path.mid(list).section(QLatin1Char('/'), 2, 2));
-    if (!m_removed.contains(id))
-        return false;
-    QString surfaceName = place.section(QLatin1Char('/'), 1);
-    if (surfaceName.endsWith(QLatin1Char(':')))
-        surfaceName.chop(1);
-    if (surfaceName.isEmpty())
-        return !isInUse(id);
-    QString node = url.section(QLatin1Char('#'), 0, 0).section(QLatin1String("://"), -1);
-    if (node.endsWith(QLatin1Char(':')))
-        node.chop(1);
-    const bool isAnyNode = node.isEmpty() || node == QLatin1String("@selection");
-    const std::vector<const SurfaceRecord*> surfaces = m_removed.value(id);
-    return std::any_of(surfaces.begin(), surfaces.end(), [&](const SurfaceRecord* surface) {
-        return surface->material->getName() == decoded(surfaceName)
-            && (isAnyNode || decoded(node) == surface->nodeId
-                || decoded(node) == surface->nodeName);
-    });
-}
-
-bool DzSceneWriter::isInUse(const QString& id) const
-{
-    return std::any_of(m_surfaces.begin(), m_surfaces.end(), [&](const SurfaceRecord& surface) {
-        return surface.material && surface.material->findProperty(id);
-    });
 }
 
 // Data items --------------------------------------------------------------------------------
@@ -476,8 +539,7 @@ void DzSceneWriter::writeData(const SurfaceRecord& surface)
             m_added.data.push_back(dataPiece(data));
     }
     removeLostData(surface, surface.instance);
-    if (isEditable(surface))
-        removeLostData(surface, surface.definition);
+    removeLostData(surface, surface.definition);
 }
 
 JsonIndex::Value DzSceneWriter::dataItem(Value element, const QString& name) const
@@ -527,6 +589,10 @@ void DzSceneWriter::removeLostData(const SurfaceRecord& surface, Value element)
         DzSettings settings;
         if (surface.material->findDataItem(name) || !readDataItem(m_index, item, &settings))
             continue;
+        if (element == surface.definition && surface.isShared) {
+            removeShared(surface, item, SharedRemoval::Data, name);
+            continue;
+        }
         m_editor.remove(item, extra);
         m_touched.insert(element);
     }
@@ -539,9 +605,14 @@ void DzSceneWriter::addToExtra(const SurfaceRecord& surface, Value element,
 {
     if (channels.empty() && data.empty())
         return;
+    if (element == none) {
+        fail(surface, text("the document has no entry for this surface, only values"),
+            text("nothing can be added to it; open a scene or a preset that holds the surface"));
+        return;
+    }
     const Value extra = extraOf(m_index, element);
     if (extra == none && m_index.find(element, "extra") != none) {
-        warn(surface, text("the \"extra\" of this surface is not a list"),
+        fail(surface, text("the \"extra\" of this surface is not a list"),
             text("nothing can be added to it"));
         return;
     }
@@ -569,7 +640,7 @@ void DzSceneWriter::addChannels(const SurfaceRecord& surface, Value element, Val
         for (const JsonPiece& channel : channels)
             m_editor.append(list, nullptr, channel);
     } else if (list != none) {
-        warn(surface, text("the properties of this surface are not a list"),
+        fail(surface, text("the properties of this surface are not a list"),
             text("nothing can be added to them"));
     } else if (item != none) {
         m_editor.append(item, "channels", channelsPiece(channels).children.back().second);
@@ -589,8 +660,10 @@ void DzSceneWriter::tidyExtra(Value element)
     const Value list = m_index.find(item, "channels");
     const bool hasOnlyList = m_index.countChildren(item) == 2;
     const bool wasFilled = m_index.firstChild(list) != none;
-    if (list != none && wasFilled && hasOnlyList && m_editor.becomesEmpty(list))
+    if (list != none && wasFilled && hasOnlyList && m_editor.becomesEmpty(list)
+        && !m_editor.wasEmptyOnce(list))
         m_editor.remove(item, extra);
-    if (m_index.firstChild(extra) != none && m_editor.becomesEmpty(extra))
+    if (m_index.firstChild(extra) != none && m_editor.becomesEmpty(extra)
+        && !m_editor.wasEmptyOnce(extra))
         m_editor.remove(extra, element);
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "scenekeywriter.h"
 #include "scenereader.h"
 
 #include <map>
@@ -14,10 +15,13 @@ class DzSimpleElementData;
 class DzSceneWriter
 {
 public:
-    DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfaces, DzWarningList* warnings);
+    DzSceneWriter(const JsonIndex& index, const SurfaceRecords& surfaces, const SceneKeys& keys,
+        DzWarningList* warnings);
 
     /// The new text: the old one itself when nothing changed, null when it gets too large.
     QByteArray write();
+    /// The surfaces of which something could not be written, in the order of their records.
+    QVector<DzMaterial*> getIncomplete() const;
 
 private:
     typedef JsonIndex::Value Value;
@@ -34,13 +38,28 @@ private:
         QByteArray token; ///< empty for one that is to go
     };
     typedef std::vector<Change> Changes;
+    /// An entry of a shared definition that surfaces no longer have.
+    struct SharedRemoval {
+        enum Kind { Named, Listed, Data };
+
+        Kind kind;
+        QString name;
+        std::vector<const SurfaceRecord*> surfaces;
+    };
 
     void warn(const SurfaceRecord& surface, const QString& text, const QString& remedy);
+    /// A warning that something of a surface could not be written.
+    void fail(const SurfaceRecord& surface, const QString& text, const QString& remedy);
     bool isEditable(const SurfaceRecord& surface) const;
     void writeSurface(const SurfaceRecord& surface);
     void writeProperties(const SurfaceRecord& surface);
     void addProperty(const SurfaceRecord& surface, const DzProperty* property);
 
+    std::size_t numberOf(const SurfaceRecord& surface) const;
+    void writeKeys(const SurfaceRecord& surface, const ChannelName& address,
+        const ChannelState& now, const ChannelState* before);
+    void writeOnlyKeys(const SurfaceRecord& surface);
+    void tellUnkeyed(const SurfaceRecord& surface, const QString& name, const Changes& changes);
     void changeChannel(
         const SurfaceRecord& surface, const ChannelRecord& channel, const ChannelState& now);
     void addOverlay(const ChannelRecord& channel, const Changes& changes, const ChannelState& now);
@@ -54,10 +73,9 @@ private:
 
     void removeChannel(const SurfaceRecord& surface, const ChannelRecord& channel);
     void removeEntry(Value material, Value entry, bool isNamed);
+    void removeShared(
+        const SurfaceRecord& surface, Value entry, SharedRemoval::Kind kind, const QString& name);
     void removeSharedEntries();
-    void removeAnimations();
-    bool isAnimationOfRemoved(const QString& url) const;
-    bool isInUse(const QString& id) const;
 
     void writeData(const SurfaceRecord& surface);
     Value dataItem(Value element, const QString& name) const;
@@ -74,16 +92,10 @@ private:
     const SurfaceRecords& m_surfaces;
     DzWarningList* m_warnings;
     JsonEditor m_editor;
+    SceneKeyWriter m_keys;
     Additions m_added;
-    /// Entries of shared definitions that surfaces no longer have: entry to these surfaces.
-    struct SharedRemoval {
-        const SurfaceRecord* surface;
-        int count;
-        bool isNamed;
-        QString name;
-    };
     std::map<Value, SharedRemoval> m_sharedRemovals;
     QHash<Value, int> m_numUses;
-    QHash<QString, std::vector<const SurfaceRecord*>> m_removed; ///< by channel id
-    std::set<Value> m_touched; ///< elements whose "extra" lost something
+    std::set<std::size_t> m_incomplete; ///< surfaces by the numbers of their records
+    std::set<Value> m_touched;          ///< elements whose "extra" lost something
 };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "dzfilewriter.h"
+#include "dzwarning.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,6 +15,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <thread>
 #include <unistd.h>
 
@@ -199,6 +201,77 @@ TEST_F(FileWriter, permissionsOfAnExistingFileAreKept)
     struct stat status;
     ASSERT_EQ(stat(native("file").constData(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0640u);
+}
+
+TEST_F(FileWriter, ownerAndGroupOfAnExistingFileAreKept)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can give files away";
+    put(QStringLiteral("file"), "old");
+    ASSERT_EQ(chown(native(QStringLiteral("file")).constData(), 1234, 2345), 0);
+    ASSERT_EQ(chmod(native(QStringLiteral("file")).constData(), 02754), 0);
+    ASSERT_TRUE(dzWriteFile(path(QStringLiteral("file")), "new", nullptr));
+    struct stat now = {};
+    ASSERT_EQ(stat(native(QStringLiteral("file")).constData(), &now), 0);
+    EXPECT_EQ(now.st_uid, 1234u);
+    EXPECT_EQ(now.st_gid, 2345u);
+    EXPECT_EQ(now.st_mode & 07777, 02754u);
+    EXPECT_EQ(content(QStringLiteral("file")), QByteArray("new"));
+}
+
+TEST_F(FileWriter, anOwnerThatCannotBeKeptIsAWarning)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the superuser can make files of others";
+    put(QStringLiteral("file"), "old");
+    ASSERT_EQ(chmod(native(QStringLiteral("file")).constData(), 0666), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(path(QString())).constData(), 0777), 0);
+    // In a process that has given its rights away.
+    const pid_t child = fork();
+    if (child == 0) {
+        if (setgid(2345) != 0 || setuid(1234) != 0)
+            _exit(2);
+        DzWarningList warnings;
+        const DzWarningScope scope(&warnings);
+        const bool isWritten = dzWriteFile(path(QStringLiteral("file")), "new", nullptr);
+        const bool isTold = warnings.getAll().size() == 1
+            && warnings.toLines().first().contains(QLatin1String("owner and group"));
+        _exit(isWritten && isTold ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(content(QStringLiteral("file")), QByteArray("new"));
+}
+
+TEST_F(FileWriter, extendedAttributesOfAnExistingFileAreKept)
+{
+    put(QStringLiteral("file"), "old");
+    const QByteArray name = native(QStringLiteral("file"));
+    if (setxattr(name.constData(), "user.vireo.note", "a\0b", 3, 0) != 0)
+        GTEST_SKIP() << "this file system has no extended attributes";
+    ASSERT_EQ(setxattr(name.constData(), "user.vireo.empty", "", 0, 0), 0);
+    DzWarningList warnings;
+    {
+        const DzWarningScope scope(&warnings);
+        ASSERT_TRUE(dzWriteFile(path(QStringLiteral("file")), "new", nullptr));
+    }
+    EXPECT_EQ(warnings.toLines(), QStringList());
+    char value[8] = {};
+    EXPECT_EQ(getxattr(name.constData(), "user.vireo.note", value, sizeof value), 3);
+    EXPECT_EQ(QByteArray(value, 3), QByteArray("a\0b", 3));
+    EXPECT_EQ(getxattr(name.constData(), "user.vireo.empty", value, sizeof value), 0);
+}
+
+TEST_F(FileWriter, otherNamesOfTheFileStayWithTheOldContent)
+{
+    put(QStringLiteral("file"), "old");
+    ASSERT_EQ(link(native(QStringLiteral("file")).constData(),
+                  native(QStringLiteral("other")).constData()),
+        0);
+    ASSERT_TRUE(dzWriteFile(path(QStringLiteral("file")), "new", nullptr));
+    EXPECT_EQ(content(QStringLiteral("file")), QByteArray("new"));
+    EXPECT_EQ(content(QStringLiteral("other")), QByteArray("old"));
 }
 
 TEST_F(FileWriter, aNewFileHasTheUsualPermissions)
