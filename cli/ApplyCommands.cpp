@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "Command.h"
-#include "NetworkPersistence.h"
 #include "SceneSurfaces.h"
 #include "SurfaceChanges.h"
+#include "SurfaceProperties.h"
 #include "VireoRootBrick.h"
 #include "dzbrickuserfile.h"
-#include "dzproperty.h"
+#include "dzfilename.h"
+#include "dzscene.h"
 #include "idzbrickuser.h"
 
 #include <CLI/CLI.hpp>
@@ -28,8 +29,8 @@ struct ChangeOptions {
         command->add_option("SCENE", scene, fileHelp("Scene file", DzFileKind::scene()))
             ->required();
         choice.addTo(command, what);
-        CLI::Option* file = command->add_option(
-            "-o,--output", output, "Write the scene into this file; it may be SCENE itself");
+        CLI::Option* file = notEmpty(command->add_option(
+            "-o,--output", output, "Write the scene into this file; it may be SCENE itself"));
         command
             ->add_flag("--dry-run", dryRun,
                 "List per surface what would appear (+), change (~) and vanish (-); write nothing")
@@ -75,6 +76,12 @@ void changeScene(const ChangeOptions& options, const QString& verb, const Change
         scene.save(options.output);
     }
     progress.tell(QString());
+    // What the file says counts, not what was wanted.
+    if (changes)
+        changes->setAfter(*scene.asSaved());
+    scene.tellSaveWarnings();
+    const QVector<Surface> incomplete = scene.incomplete(surfaces);
+    const int count = surfaces.size() - incomplete.size();
     if (options.json)
         printText(changes->toJson());
     else if (options.dryRun)
@@ -82,10 +89,13 @@ void changeScene(const ChangeOptions& options, const QString& verb, const Change
     else
         printText(QStringLiteral("%1 %2 surface%3; written to %4\n")
                       .arg(verb)
-                      .arg(surfaces.size())
-                      .arg(surfaces.size() == 1 ? QString() : QStringLiteral("s"))
-                      .arg(argumentText(options.output))
+                      .arg(count)
+                      .arg(count == 1 ? QString() : QStringLiteral("s"))
+                      .arg(dzShownText(argumentText(options.output)))
                       .toUtf8());
+    if (!incomplete.isEmpty())
+        fail(QStringLiteral("%1: not all could be stored of %2; the warnings say what")
+                 .arg(scene.path(), someNames(incomplete)));
 }
 
 void loadNetwork(const std::string& network, IDzBrickUser* user)
@@ -114,26 +124,13 @@ void runApply(const ApplyOptions& options)
         });
 }
 
-void strip(DzMaterial* material)
-{
-    for (int i = material->getNumProperties() - 1; i >= 0; --i) {
-        DzProperty* property = material->getProperty(i);
-        if (!isAppliedProperty(property->getName()))
-            continue;
-        property->setIsUserProperty(true);
-        material->removeProperty(property);
-    }
-    if (DzElementData* item = material->findDataItem(StoredKeys::dataItem()))
-        material->deleteDataItem(item);
-}
-
 void runStrip(const ChangeOptions& options)
 {
     options.check();
     changeScene(options, QStringLiteral("stripped"),
         [](const OpenScene&, const QVector<Surface>& surfaces) {
             for (const Surface& surface : surfaces)
-                strip(surface.material);
+                stripSurface(surface.material);
         });
 }
 

@@ -3,13 +3,39 @@
 
 #include "Command.h"
 
+#include "dzfilename.h"
 #include "dzfilewriter.h"
 #include "dznumericproperty.h"
 #include "dzshaderbrick.h"
 
+#include <QFile>
+#include <QFileInfo>
+
+#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <unistd.h>
+
+namespace {
+
+/// Characters of a message that a person reads.
+const int longestMessage = 2000;
+
+/// The text without anything that a terminal would obey; lines and tabs stay.
+QByteArray forTerminal(const QByteArray& text)
+{
+    QStringList lines = QString::fromUtf8(text).split(QLatin1Char('\n'));
+    for (QString& line : lines) {
+        QStringList columns = line.split(QLatin1Char('\t'));
+        for (QString& column : columns)
+            column = dzShownText(column);
+        line = columns.join(QLatin1Char('\t'));
+    }
+    return lines.join(QLatin1Char('\n')).toUtf8();
+}
+
+} // namespace
 
 void fail(const QString& message)
 {
@@ -21,8 +47,9 @@ void failWrongUse(const QString& message)
     throw CommandError { message, ExitWrongUse };
 }
 
-void printText(const QByteArray& text)
+void printText(const QByteArray& output)
 {
+    const QByteArray text = isatty(fileno(stdout)) ? forTerminal(output) : output;
     const size_t size = static_cast<size_t>(text.size());
     if (std::fwrite(text.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0)
         fail(QStringLiteral("cannot write to standard output: %1; nothing else was changed")
@@ -35,24 +62,40 @@ void deliver(const QByteArray& text, const std::string& outputFile)
         printText(text);
         return;
     }
+    const QString path = argumentText(outputFile);
+    // A text in the place of a network or scene is mostly a slip of the hand.
+    if (QFileInfo(path).isFile() && !DzFileFormats::getKind(path).isEmpty())
+        fail(QStringLiteral("cannot write %1: there is a file of another kind; choose another name")
+                 .arg(path));
     QString error;
-    if (!dzWriteFile(argumentText(outputFile), text, &error))
+    if (!dzWriteFile(path, text, &error))
         fail(error);
 }
 
 void printError(const QString& text)
 {
-    std::fprintf(stderr, "%s\n", text.toUtf8().constData());
+    std::fprintf(stderr, "%s\n", forTerminal(text.toUtf8()).constData());
 }
 
 void notice(const QString& message)
 {
-    printError(QStringLiteral("vireo: ") + message);
+    const QString line = dzShownText(message.left(longestMessage));
+    printError(QStringLiteral("vireo: ") + line
+        + QLatin1String(message.size() > longestMessage ? "..." : ""));
 }
 
 QString argumentText(const std::string& argument)
 {
-    return QString::fromUtf8(argument.data(), static_cast<int>(argument.size()));
+    return QFile::decodeName(QByteArray::fromStdString(argument));
+}
+
+CLI::Option* notEmpty(CLI::Option* option)
+{
+    return option->check(CLI::Validator(
+        [](std::string& name) {
+            return name.empty() ? std::string("its name is empty; name a file") : std::string();
+        },
+        std::string()));
 }
 
 std::string fileHelp(const char* what, const QString& kind)
@@ -62,16 +105,20 @@ std::string fileHelp(const char* what, const QString& kind)
     return suffixes.isEmpty() ? help : help + " (" + suffixes.toStdString() + ")";
 }
 
-QString formatTable(const QVector<QStringList>& rows, const QString& linePrefix)
+QString formatTable(const QVector<QStringList>& cells, const QString& linePrefix)
 {
+    QVector<QStringList> rows = cells;
+    for (QStringList& row : rows)
+        for (QString& cell : row)
+            cell = dzShownText(cell);
     QVector<int> widths;
-    for (const QStringList& row : rows) {
+    for (const QStringList& row : qAsConst(rows)) {
         widths.resize(qMax(widths.size(), row.size()));
         for (int i = 0; i < row.size(); ++i)
             widths[i] = qMax(widths.at(i), row.at(i).size());
     }
     QString text;
-    for (const QStringList& row : rows) {
+    for (const QStringList& row : qAsConst(rows)) {
         QString line = linePrefix;
         for (int i = 0; i < row.size(); ++i)
             line += row.at(i).leftJustified(widths.at(i) + 2);

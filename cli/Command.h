@@ -12,7 +12,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 class DzShaderBrick;
 class DzProperty;
 
@@ -30,23 +31,28 @@ struct CommandError {
 /// A command was called wrongly.
 [[noreturn]] void failWrongUse(const QString& message);
 
-/// Prints to standard output; fails when that cannot be written.
+/// Prints to standard output; fails when that cannot be written. At a terminal, what it would obey
+/// is escaped.
 void printText(const QByteArray& text);
 /// Prints to standard output, or into `outputFile` when that is not empty.
 void deliver(const QByteArray& text, const std::string& outputFile);
-/// A text on standard error, as it is.
+/// A text on standard error, of one or more lines; what a terminal would obey is escaped.
 void printError(const QString& text);
 /// One line on standard error that is no failure.
 void notice(const QString& message);
 
-/// Text of a command line argument.
+/// Text of a command line argument; a name of a file becomes the same bytes again.
 QString argumentText(const std::string& argument);
 
 /// Help on an argument that names a file to read: what it is and the suffixes of its kind.
 std::string fileHelp(const char* what, const QString& kind);
 
-/// Columns of text, aligned, with a headline; `linePrefix` begins every line.
-QString formatTable(const QVector<QStringList>& rows, const QString& linePrefix = QString());
+/// Refuses an option's or argument's empty text as wrong use; returns the option.
+CLI::Option* notEmpty(CLI::Option* option);
+
+/// Columns of text, aligned, with a headline; `linePrefix` begins every line. A row is one line,
+/// whatever its cells hold.
+QString formatTable(const QVector<QStringList>& cells, const QString& linePrefix = QString());
 
 /// Title and number of a brick, as a mixer shows it.
 QString brickCaption(const DzShaderBrick* brick);

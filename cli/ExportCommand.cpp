@@ -94,7 +94,8 @@ void addExportCommand(CLI::App& program)
     CLI::App* command
         = program.add_subcommand("export", "Print the LuxRender text of a network file");
     auto options = std::make_shared<ExportOptions>();
-    command->add_option("FILE", options->file, fileHelp("Network file", DzFileKind::network()))
+    notEmpty(
+        command->add_option("FILE", options->file, fileHelp("Network file", DzFileKind::network())))
         ->required();
     CLI::Option* section
         = command->add_option("--section", options->section, "The raw text of one section alone")
@@ -105,6 +106,6 @@ void addExportCommand(CLI::App& program)
         ->needs(placeholders)
         ->excludes(section);
     addImageOptions(command, &options->images);
-    command->add_option("-o,--output", options->output, "Write into this file");
+    notEmpty(command->add_option("-o,--output", options->output, "Write into this file"));
     command->callback([options] { runExport(*options); });
 }

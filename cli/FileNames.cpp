@@ -12,7 +12,7 @@ const int longestName = 200;
 
 bool isAllowed(QChar c)
 {
-    return c >= QLatin1Char(' ') && c != QChar(0x7f) && !QStringLiteral("/\\:*?\"<>|").contains(c);
+    return c.category() != QChar::Other_Control && !QStringLiteral("/\\:*?\"<>|").contains(c);
 }
 
 QString cleaned(const QString& text)

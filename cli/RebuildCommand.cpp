@@ -7,8 +7,10 @@
 #include "SceneSurfaces.h"
 #include "dzbrickuserfile.h"
 #include "dzelement.h"
+#include "dzfilename.h"
 #include "dznetworklayout.h"
 #include "dznode.h"
+#include "dzscene.h"
 #include "idzbrickuser.h"
 
 #include <QDir>
@@ -70,19 +72,22 @@ QStringList fileNames(const QVector<Surface>& surfaces, const QString& extension
     return files;
 }
 
-/// The new networks in the order of `surfaces`.
-QVector<IDzBrickUser*> rebuild(
+/// The new network of each of these surfaces; the caller owns them.
+QHash<const DzMaterial*, IDzBrickUser*> rebuild(
     IDzBrickUser* maker, const OpenScene& scene, const QVector<Surface>& surfaces)
 {
     selectOnly(scene, surfaces);
+    const QVector<DzSurface> sources = DzScene::getSelectedMaterials();
     const QList<IDzBrickUser*> users = maker->fromScene();
-    // They come in the order in which the surfaces were made, which is the scene's.
-    if (users.size() != surfaces.size())
+    if (users.size() != sources.size())
         fail(QStringLiteral("%1: %2 networks came of %3 surfaces")
                  .arg(scene.path())
                  .arg(users.size())
-                 .arg(surfaces.size()));
-    return users.toVector();
+                 .arg(sources.size()));
+    QHash<const DzMaterial*, IDzBrickUser*> userOf;
+    for (int i = 0; i < users.size(); ++i)
+        userOf.insert(sources.at(i).material, users.at(i));
+    return userOf;
 }
 
 void saveNetwork(IDzBrickUser* user, const QString& path)
@@ -108,7 +113,8 @@ void printList(const QVector<Rebuilt>& list, const RebuildOptions& options)
     QVector<QStringList> rows;
     rows.append({ QStringLiteral("surface"), QStringLiteral("bricks"), QStringLiteral("file") });
     for (const Rebuilt& rebuilt : list)
-        rows.append({ rebuilt.surface.path(), QString::number(rebuilt.numBricks), rebuilt.file });
+        rows.append({ dzShownName(rebuilt.surface.path()), QString::number(rebuilt.numBricks),
+            rebuilt.file });
     printText(formatTable(rows).toUtf8());
 }
 
@@ -127,13 +133,14 @@ void runRebuild(const RebuildOptions& options)
     Progress progress;
     for (int begin = 0; begin < surfaces.size(); begin += surfacesAtOnce) {
         const QVector<Surface> some = surfaces.mid(begin, surfacesAtOnce);
-        QVector<IDzBrickUser*> users = rebuild(maker.user, scene, some);
-        for (int i = 0; i < users.size(); ++i) {
+        const QHash<const DzMaterial*, IDzBrickUser*> userOf = rebuild(maker.user, scene, some);
+        for (int i = 0; i < some.size(); ++i) {
+            IDzBrickUser* const user = userOf.value(some.at(i).material);
             const DzTSharedPointer<DzMaterial> owner(
-                qobject_cast<DzMaterial*>(users.at(i)->getBrickUserElement()));
+                qobject_cast<DzMaterial*>(user->getBrickUserElement()));
             const QString path = folder.filePath(files.at(begin + i));
-            saveNetwork(users.at(i), path);
-            list.append({ some.at(i), path, users.at(i)->getNumBricks() });
+            saveNetwork(user, path);
+            list.append({ some.at(i), path, user->getNumBricks() });
             progress.tell(QStringLiteral("rebuilding"), list.size(), surfaces.size());
         }
     }
@@ -148,7 +155,8 @@ void addRebuildCommand(CLI::App& program)
     CLI::App* command = program.add_subcommand(
         "rebuild", "Make network files from the surfaces of a scene, one per surface");
     auto options = std::make_shared<RebuildOptions>();
-    command->add_option("SCENE", options->scene, fileHelp("Scene file", DzFileKind::scene()))
+    notEmpty(
+        command->add_option("SCENE", options->scene, fileHelp("Scene file", DzFileKind::scene())))
         ->required();
     command
         ->add_option("--surface", options->patterns,
@@ -156,9 +164,8 @@ void addRebuildCommand(CLI::App& program)
             "for any text and character. May be given several times")
         ->allow_extra_args(false);
     command->add_flag("--stored", options->stored, "Only surfaces that keep a network");
-    command
-        ->add_option("-o,--output", options->folder,
-            "Folder for the files, made if missing; files of the same names are replaced")
+    notEmpty(command->add_option("-o,--output", options->folder,
+                 "Folder for the files, made if missing; files of the same names are replaced"))
         ->required();
     command->add_flag("--json", options->json, "Print the list as JSON");
     command->callback([options] { runRebuild(*options); });

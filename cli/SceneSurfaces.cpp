@@ -5,14 +5,17 @@
 
 #include "Command.h"
 #include "NetworkPersistence.h"
+#include "SurfaceProperties.h"
 #include "dzapp.h"
+#include "dzfilename.h"
 #include "dznode.h"
 #include "dzproperty.h"
 #include "dzscene.h"
 #include "idzbrickuser.h"
 
 #include <QElapsedTimer>
-#include <QRegExp>
+#include <QRegularExpression>
+#include <QSet>
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -23,9 +26,14 @@ namespace {
 /// Surfaces of the scene that a message names before it says how many more there are.
 const int mostNamed = 8;
 
-bool hasWildcard(const QString& pattern)
+/// Only * and ? are special.
+QRegularExpression wildcard(const QString& pattern)
 {
-    return pattern.contains(QLatin1Char('*')) || pattern.contains(QLatin1Char('?'));
+    QString expression = QRegularExpression::escape(pattern);
+    expression.replace(QLatin1String("\\*"), QLatin1String(".*"));
+    expression.replace(QLatin1String("\\?"), QLatin1String("."));
+    return QRegularExpression(QRegularExpression::anchoredPattern(expression),
+        QRegularExpression::DotMatchesEverythingOption);
 }
 
 /// Tells whether a surface is meant by one pattern.
@@ -34,8 +42,7 @@ class SurfacePattern
 public:
     explicit SurfacePattern(const QString& pattern)
         : m_text(pattern)
-        , m_wildcard(pattern, Qt::CaseSensitive, QRegExp::Wildcard)
-        , m_isWildcard(hasWildcard(pattern))
+        , m_wildcard(wildcard(pattern))
     {
     }
 
@@ -50,25 +57,24 @@ public:
 private:
     bool isEqual(const QString& text) const
     {
-        return text == m_text || (m_isWildcard && m_wildcard.exactMatch(text));
+        return text == m_text || m_wildcard.match(text).hasMatch();
     }
 
     QString m_text;
-    QRegExp m_wildcard;
-    bool m_isWildcard;
+    QRegularExpression m_wildcard;
 };
+
+} // namespace
 
 QString someNames(const QVector<Surface>& surfaces)
 {
     QStringList names;
     for (int i = 0; i < qMin(surfaces.size(), mostNamed); ++i)
-        names.append(QLatin1Char('"') + surfaces.at(i).path() + QLatin1Char('"'));
+        names.append(QLatin1Char('"') + dzShownName(surfaces.at(i).path()) + QLatin1Char('"'));
     if (surfaces.size() > mostNamed)
         names.append(QStringLiteral("%1 more").arg(surfaces.size() - mostNamed));
     return names.isEmpty() ? QStringLiteral("no surfaces") : names.join(QStringLiteral(", "));
 }
-
-} // namespace
 
 QString Surface::path() const
 {
@@ -80,7 +86,7 @@ SurfaceState stateOf(const DzMaterial* material)
     if (storedNetwork(material))
         return SurfaceState::Network;
     for (int i = 0; i < material->getNumProperties(); ++i)
-        if (material->getProperty(i)->getName().startsWith(QLatin1String("LuxRender_")))
+        if (isRenderProperty(material->getProperty(i)->getName()))
             return SurfaceState::Properties;
     return SurfaceState::None;
 }
@@ -98,23 +104,20 @@ QString stateWord(SurfaceState state)
     return QStringLiteral("-");
 }
 
-bool isAppliedProperty(const QString& name)
-{
-    return name.startsWith(QLatin1String("LuxRender_Lm_"))
-        || name == QLatin1String("LuxRender_material_extrasettings")
-        || name == QLatin1String("LuxRender_material_extrasettings_mesh");
-}
-
 OpenScene::OpenScene(const std::string& path)
     : m_path(argumentText(path))
 {
     if (!m_file.load(m_path, dzApp->getScene()))
         fail(m_file.getError());
-    for (const QString& warning : m_file.getWarnings())
+    for (const QString& warning : m_file.getReadWarnings().toLines())
         notice(QStringLiteral("warning: %1: %2").arg(m_path, warning));
     const QVector<DzSurface> surfaces = dzApp->getScene()->getSurfaces();
-    for (const DzSurface& surface : surfaces)
-        m_surfaces.append({ surface.node, surface.material });
+    QHash<QString, int> numOfPath;
+    for (const DzSurface& place : surfaces) {
+        Surface surface { place.node, place.material };
+        surface.numberOfName = numOfPath[surface.path()]++;
+        m_surfaces.append(surface);
+    }
 }
 
 QVector<Surface> OpenScene::matching(const std::vector<std::string>& patterns) const
@@ -142,8 +145,43 @@ QVector<Surface> OpenScene::matching(const std::vector<std::string>& patterns) c
 
 void OpenScene::save(const std::string& path)
 {
+    if (m_file.isFileChanged(argumentText(path)))
+        fail(
+            QStringLiteral("cannot write %1: another program changed it since it was read; run the "
+                           "command again")
+                .arg(argumentText(path)));
     if (!m_file.save(argumentText(path)))
         fail(m_file.getError());
+}
+
+std::unique_ptr<DzScene> OpenScene::asSaved()
+{
+    auto scene = std::make_unique<DzScene>();
+    DzSceneFile file;
+    const QByteArray text = m_file.saveText();
+    if (text.isEmpty())
+        fail(QStringLiteral("%1: the scene gets too large; choose fewer surfaces").arg(m_path));
+    if (!file.loadText(text, m_path, scene.get()))
+        fail(file.getError());
+    return scene;
+}
+
+void OpenScene::tellSaveWarnings() const
+{
+    for (const QString& warning : m_file.getSaveWarnings().toLines())
+        notice(QStringLiteral("warning: %1: %2").arg(m_path, warning));
+}
+
+QVector<Surface> OpenScene::incomplete(const QVector<Surface>& surfaces) const
+{
+    QSet<const DzMaterial*> materials;
+    for (const DzMaterial* material : m_file.getIncompleteSurfaces())
+        materials.insert(material);
+    QVector<Surface> incomplete;
+    for (const Surface& surface : surfaces)
+        if (materials.contains(surface.material))
+            incomplete.append(surface);
+    return incomplete;
 }
 
 void SurfaceChoice::addTo(CLI::App* command, const char* what)

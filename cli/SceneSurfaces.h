@@ -16,12 +16,14 @@ class App;
 class Option;
 } // namespace CLI
 class DzNode;
+class DzScene;
 class IDzBrickUser;
 
 /// A surface of a scene, at its first place in it.
 struct Surface {
     DzNode* node;
     DzMaterial* material;
+    int numberOfName = 0; ///< from 0, among surfaces of the same path
 
     /// "NODE/SURFACE", as users choose it.
     QString path() const;
@@ -32,9 +34,6 @@ enum class SurfaceState { None, Properties, Network };
 SurfaceState stateOf(const DzMaterial* material);
 /// "-", "properties" or "network".
 QString stateWord(SurfaceState state);
-
-/// True for the properties that applying puts on a surface.
-bool isAppliedProperty(const QString& name);
 
 /// A scene file that is open in the application's scene.
 class OpenScene
@@ -51,6 +50,13 @@ public:
     QVector<Surface> matching(const std::vector<std::string>& patterns) const;
     /// Fails with the file's own message.
     void save(const std::string& path);
+    /// What the scene would be after saving and opening it again: an owned scene
+    /// with the same surfaces.
+    std::unique_ptr<DzScene> asSaved();
+    /// Those of the surfaces of which the last save() or asSaved() could not write all changes.
+    QVector<Surface> incomplete(const QVector<Surface>& surfaces) const;
+    /// A notice for each thing that the last save() or asSaved() could not write.
+    void tellSaveWarnings() const;
     QString path() const { return m_path; }
 
 private:
@@ -68,6 +74,9 @@ struct SurfaceChoice {
     /// Fails as wrong use when nothing is chosen.
     QVector<Surface> in(const OpenScene& scene) const;
 };
+
+/// Some of the surfaces' names, for a message.
+QString someNames(const QVector<Surface>& surfaces);
 
 /// Selects these surfaces and no others.
 void selectOnly(const OpenScene& scene, const QVector<Surface>& surfaces);

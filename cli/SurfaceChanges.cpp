@@ -3,7 +3,11 @@
 
 #include "SurfaceChanges.h"
 
+#include "dzfilename.h"
 #include "dznode.h"
+#include "dzscene.h"
+
+#include <QHash>
 
 #include <nlohmann/json.hpp>
 
@@ -14,10 +18,9 @@ using Json = nlohmann::ordered_json;
 /// Characters of a value that a line shows.
 const int longestValue = 60;
 
-QString shortened(QString value)
+QString shortened(const QString& text)
 {
-    value.replace(QLatin1Char('\n'), QLatin1String("\\n"));
-    value.replace(QLatin1Char('\t'), QLatin1String("\\t"));
+    const QString value = dzShownText(text);
     return value.size() <= longestValue ? value
                                         : value.left(longestValue - 3) + QStringLiteral("...");
 }
@@ -28,18 +31,18 @@ QString lineOf(const DzElementChange& change)
         const char* what = change.kind == DzElementChange::Appears ? "+ data %1"
             : change.kind == DzElementChange::Changes              ? "~ data %1"
                                                                    : "- data %1";
-        return QString::fromLatin1(what).arg(change.name);
+        return QString::fromLatin1(what).arg(dzShownName(change.name));
     }
     switch (change.kind) {
     case DzElementChange::Appears:
-        return QStringLiteral("+ %1: ").arg(change.name) + shortened(change.after);
+        return QStringLiteral("+ %1: ").arg(dzShownName(change.name)) + shortened(change.after);
     case DzElementChange::Changes:
-        return QStringLiteral("~ %1: ").arg(change.name) + shortened(change.before)
+        return QStringLiteral("~ %1: ").arg(dzShownName(change.name)) + shortened(change.before)
             + QStringLiteral(" -> ") + shortened(change.after);
     case DzElementChange::Vanishes:
         break;
     }
-    return QStringLiteral("- %1: ").arg(change.name) + shortened(change.before);
+    return QStringLiteral("- %1: ").arg(dzShownName(change.name)) + shortened(change.before);
 }
 
 Json jsonOf(const DzElementChange& change)
@@ -66,17 +69,28 @@ SurfaceChanges::SurfaceChanges(const QVector<Surface>& surfaces)
         m_before.append(DzElementSnapshot(surface.material));
 }
 
-QVector<DzElementChange> SurfaceChanges::changesOf(int index) const
+void SurfaceChanges::setAfter(const DzScene& scene)
 {
-    return m_before.at(index).changesTo(DzElementSnapshot(m_surfaces.at(index).material));
+    // Names of nodes and surfaces may repeat: the first stands for the first.
+    QHash<QString, QList<const DzMaterial*>> after;
+    for (const DzSurface& surface : scene.getSurfaces())
+        after[Surface { surface.node, surface.material }.path()].append(surface.material);
+    m_changes.clear();
+    for (int i = 0; i < m_surfaces.size(); ++i) {
+        const QString path = m_surfaces.at(i).path();
+        const int number = m_surfaces.at(i).numberOfName;
+        const DzMaterial* material = after.value(path).value(number);
+        m_changes.append(material ? m_before.at(i).changesTo(DzElementSnapshot(material))
+                                  : QVector<DzElementChange>());
+    }
 }
 
 QByteArray SurfaceChanges::toText() const
 {
     QString text;
     for (int i = 0; i < m_surfaces.size(); ++i) {
-        const QVector<DzElementChange> changes = changesOf(i);
-        text += m_surfaces.at(i).path()
+        const QVector<DzElementChange>& changes = m_changes.at(i);
+        text += dzShownText(m_surfaces.at(i).path())
             + (changes.isEmpty() ? QStringLiteral(": no change\n") : QStringLiteral("\n"));
         for (const DzElementChange& change : changes)
             text += QStringLiteral("  ") + lineOf(change) + QLatin1Char('\n');
@@ -92,7 +106,7 @@ QByteArray SurfaceChanges::toJson() const
         surface["node"] = m_surfaces.at(i).node->getName().toStdString();
         surface["surface"] = m_surfaces.at(i).material->getName().toStdString();
         surface["changes"] = Json::array();
-        for (const DzElementChange& change : changesOf(i))
+        for (const DzElementChange& change : m_changes.at(i))
             surface["changes"].push_back(jsonOf(change));
         list.push_back(std::move(surface));
     }

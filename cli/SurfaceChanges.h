@@ -7,19 +7,22 @@
 
 #include <QByteArray>
 
-/// Notes what surfaces are now, to tell later what a command made of them.
+class DzScene;
+
+/// Notes what surfaces of a file are now, to tell later what a command made of them.
 class SurfaceChanges
 {
 public:
     explicit SurfaceChanges(const QVector<Surface>& surfaces);
 
-    /// What changed since, surface by surface: as lines for people, or as JSON.
+    /// Compares with the same surfaces of the scene as it is read from the new file.
+    void setAfter(const DzScene& scene);
+    /// What changed, surface by surface: as lines for people, or as JSON.
     QByteArray toText() const;
     QByteArray toJson() const;
 
 private:
-    QVector<DzElementChange> changesOf(int index) const;
-
     QVector<Surface> m_surfaces;
     QVector<DzElementSnapshot> m_before;
+    QVector<QVector<DzElementChange>> m_changes; ///< by surface
 };

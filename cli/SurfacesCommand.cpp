@@ -4,6 +4,8 @@
 #include "Command.h"
 #include "NetworkPersistence.h"
 #include "SceneSurfaces.h"
+#include "SurfaceProperties.h"
+#include "dzfilename.h"
 #include "dznode.h"
 #include "dzproperty.h"
 
@@ -64,9 +66,10 @@ void runSurfaces(const SurfacesOptions& options)
     rows.append({ QStringLiteral("node"), QStringLiteral("surface"), QStringLiteral("material"),
         QStringLiteral("LuxRender"), QStringLiteral("network") });
     for (const Surface& surface : scene.surfaces())
-        rows.append({ surface.node->getName(), surface.material->getName(),
-            surface.material->getMaterialName(), stateWord(stateOf(surface.material)),
-            networkName(surface.material) });
+        rows.append(
+            { dzShownName(surface.node->getName()), dzShownName(surface.material->getName()),
+                dzShownName(surface.material->getMaterialName()),
+                stateWord(stateOf(surface.material)), dzShownName(networkName(surface.material)) });
     printText(formatTable(rows).toUtf8());
 }
 

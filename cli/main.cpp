@@ -3,12 +3,12 @@
 
 #include "Command.h"
 #include "dzapp.h"
+#include "dzfilename.h"
 #include "dzmemory.h"
 #include "dzpluginmgr.h"
 #include "dzundostack.h"
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -21,12 +21,6 @@ const char* const programVersion = "vireo " VIREO_VERSION;
 
 const char* const outOfMemory
     = "there is not enough memory for this; close other programs or take a smaller file";
-
-/// One line, whatever the message.
-void printFailure(const QString& message)
-{
-    notice(message.simplified());
-}
 
 /// What is wrong with the command line, and where help is.
 QString wrongUse(const CLI::App& program, const CLI::ParseError& error, const QStringList& words)
@@ -46,7 +40,7 @@ QString wrongUse(const CLI::App& program, const CLI::ParseError& error, const QS
     const std::vector<std::string> unknown
         = command ? command->remaining() : std::vector<std::string>();
     const QString cause = unknown.empty()
-        ? QString::fromUtf8(error.what())
+        ? argumentText(error.what()).simplified()
         : QStringLiteral("unknown argument \"%1\"").arg(argumentText(unknown.front()));
     return QStringLiteral("%1; see %2").arg(cause, help);
 }
@@ -54,7 +48,7 @@ QString wrongUse(const CLI::App& program, const CLI::ParseError& error, const QS
 void handleMessage(DzApp::MessageType type, const QString& message)
 {
     if (type == DzApp::WarningMessage)
-        notice(QStringLiteral("warning: ") + message.simplified());
+        notice(QStringLiteral("warning: ") + message);
 }
 
 int run(int argc, char** argv)
@@ -80,14 +74,14 @@ int run(int argc, char** argv)
         program.exit(success); // help and version, on standard output
         return ExitDone;
     } catch (const CLI::ParseError& error) {
-        printFailure(wrongUse(program, error, QCoreApplication::arguments().mid(1)));
+        notice(wrongUse(program, error, QCoreApplication::arguments().mid(1)));
         return ExitWrongUse;
     } catch (const CommandError& error) {
         if (!error.message.isEmpty())
-            printFailure(error.message);
+            notice(error.message);
         return error.exitCode;
     } catch (const std::bad_alloc&) {
-        printFailure(QString::fromLatin1(outOfMemory));
+        notice(QString::fromLatin1(outOfMemory));
         return ExitFailed;
     }
     return ExitDone;
@@ -106,8 +100,8 @@ int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("vireo"));
-    // File names are UTF-8 also where no locale is set, as in a nightly batch.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    // File names are UTF-8 also where no locale is set, as in a nightly batch; others stay usable.
+    dzUseByteFileNames();
 
     const std::string lastLine = std::string("vireo: ") + outOfMemory + '\n';
     dzReportOutOfMemory(lastLine.c_str());
