@@ -49,7 +49,7 @@ QPointF position(const DzShaderBrick* brick);
 /// Stores the place, without undo.
 void setPosition(DzShaderBrick* brick, const QPointF& position);
 qreal width(const DzShaderBrick* brick);
-/// True when rows without link are not shown.
+/// True when inputs and settings without link are not shown.
 bool hidesParams(const DzShaderBrick* brick);
 
 /// The rows that are shown, from above: outputs, then inputs and settings in the brick's order.

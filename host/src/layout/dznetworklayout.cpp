@@ -92,7 +92,8 @@ QVector<Row> rows(const DzShaderBrick* brick)
     QVector<Row> shown;
     shown.reserve(count + brick->getNumProperties());
     const auto addParam = [&](Row::Kind kind, DzBrickParam* param) {
-        if (!hides || param->getNumConnections() > 0)
+        // An output stays: a brick that hides its parameters can still be linked.
+        if (!hides || kind == Row::Output || param->getNumConnections() > 0)
             shown.append(Row { kind, param, nullptr });
     };
     for (int i = 0; i < count; ++i)

@@ -83,13 +83,15 @@ TEST(NetworkLayout, aBrickThatHidesItsRowsShowsTheLinkedOnes)
     ASSERT_TRUE(link(texture, matte, "Kd"));
     matte->getBrickSettings()->setBoolValue(QStringLiteral("HideParams"), true);
     const QVector<Row> shown = rows(matte);
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown.first().param, param(matte, "Kd"));
-    EXPECT_EQ(shown.first().kind, Row::Input);
+    ASSERT_EQ(shown.size(), 2) << "the output is there to be linked";
+    EXPECT_EQ(shown.first().param, param(matte, "result"));
+    EXPECT_EQ(shown.first().kind, Row::Output);
+    EXPECT_EQ(shown.last().param, param(matte, "Kd"));
+    EXPECT_EQ(shown.last().kind, Row::Input);
     EXPECT_LT(size(matte).height(), wholeHeight);
-    EXPECT_EQ(pinOffset(matte, param(matte, "Kd")), QPointF(0, rowCentre(0)));
+    EXPECT_EQ(pinOffset(matte, param(matte, "result")), QPointF(width(matte), rowCentre(0)));
+    EXPECT_EQ(pinOffset(matte, param(matte, "Kd")), QPointF(0, rowCentre(1)));
     EXPECT_EQ(pinOffset(matte, param(matte, "sigma")), QPointF(0, rowCentre(-1)));
-    EXPECT_EQ(pinOffset(matte, param(matte, "result")), QPointF(width(matte), rowCentre(-1)));
 }
 
 } // namespace
