@@ -7,6 +7,7 @@
 #include "MainWindow.h"
 #include "ProgramSettings.h"
 #include "dzapp.h"
+#include "dzfileformat.h"
 #include "dzmemory.h"
 #include "dzpluginmgr.h"
 
@@ -75,7 +76,10 @@ bool readCommandLine(int argc, char** argv, Options* options, int* exitCode)
     CLI::App program("Designs LuxRender materials: a window to build networks of bricks in.");
     program.name("vireo-mixer");
     program.set_version_flag("--version", programVersion);
-    program.add_option("FILE", options->files, "Networks (.sskn) and scenes (.duf, .obj) to open");
+    const QString scenes
+        = DzFileFormats::getSuffixText({ DzFileKind::scene() }, DzFileFormats::Reading);
+    program.add_option("FILE", options->files,
+        "Networks (.sskn) and scenes (" + scenes.toStdString() + ") to open");
     try {
         program.parse(argc, argv);
         return true;

@@ -2,38 +2,47 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Command.h"
+
 #include <QAction>
-#include <QHash>
-#include <QKeySequence>
 #include <QObject>
 #include <QVector>
-#include <functional>
+#include <memory>
+#include <vector>
 
+class QActionGroup;
 class QWidget;
 
-/// All commands of the window by name, for menus, tool bars and the page of shortcuts.
+/// The registry of commands: every command of the program is one row here. Menus, tool bars, the
+/// page of keys and whoever searches for commands take them from it.
 class CommandSet : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Commands are children of `window` and have their shortcuts there.
+    /// Actions are children of `window`, which has the keys of its commands.
     explicit CommandSet(QWidget* window);
+    ~CommandSet() override;
 
-    /// Starts a group on the page of shortcuts.
+    /// Starts a group, under whose title the page of keys shows the commands that follow.
     void beginGroup(const QString& title);
-    /// Adds a command. `tip` says what it does in one line; the shortcut is added to it.
-    QAction* add(const QString& name, const QString& text, const QList<QKeySequence>& shortcuts,
-        const QString& tip, const std::function<void()>& run);
-    /// Gives a command its line for tool tips and the status bar; the shortcut is added to it.
-    static void explain(QAction* action, const QString& tip);
-    /// Adds a command that somebody else made.
-    void adopt(const QString& name, QAction* action);
-    /// Shows commands that somebody else has under a heading of their own; replaces those that were
-    /// shown under it.
-    void setGroup(const QString& title, const QVector<QAction*>& actions);
-    /// The command of this name; asking for one that is not there is a programming error.
-    QAction* get(const QString& name) const;
+    /// Adds a row. The id is its action's data; a second row of the same id is refused with a
+    /// warning and answers the first one's action.
+    QAction* add(const Command& command);
+
+    /// Null when there is no such command.
+    QAction* find(const QString& id) const;
+    /// The actions of these, in this order; ids are separated by blanks, and | is a separator and
+    /// null here. An id that no command has is left out with a warning.
+    QVector<QAction*> findAll(const char* ids) const;
+    /// Adds them to a menu or tool bar, separators too.
+    void fill(QWidget* menu, const char* ids) const;
+    /// Gives a canvas the keys of the canvas' commands.
+    void installOn(QWidget* canvas) const;
+
+    /// Asks the commands again whether they can run, and what they show: all, or those of a scope.
+    void refresh();
+    void refresh(Command::Scope scope);
 
     struct Group {
         QString title;
@@ -42,7 +51,17 @@ public:
     const QVector<Group>& getGroups() const { return m_groups; }
 
 private:
+    struct Row {
+        Command command;
+        QAction* action;
+    };
+
+    void run(const Row& row);
+    static void refresh(const Row& row);
+    QActionGroup* choiceOf(const QString& word);
+
     QWidget* m_window;
+    /// By address: actions point at their rows.
+    std::vector<std::unique_ptr<Row>> m_rows;
     QVector<Group> m_groups;
-    QHash<QString, QAction*> m_actions;
 };

@@ -15,8 +15,10 @@ const int mostLines = 8;
 
 void show(QWidget* parent, QMessageBox::Icon icon, const QString& text, const QStringList& lines)
 {
-    auto* box
-        = new QMessageBox(icon, QCoreApplication::applicationName(), text, QMessageBox::Ok, parent);
+    const QString title = icon == QMessageBox::Warning
+        ? QCoreApplication::translate("Messages", "Not Done")
+        : QCoreApplication::translate("Messages", "Please Note");
+    auto* box = new QMessageBox(icon, title, text, QMessageBox::Ok, parent);
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setInformativeText(QStringList(lines.mid(0, mostLines)).join(QLatin1Char('\n')));

@@ -23,8 +23,7 @@ public:
     ~Gathering();
 
 private:
-    Gathering(const Gathering&) = delete;
-    Gathering& operator=(const Gathering&) = delete;
+    Q_DISABLE_COPY(Gathering)
 
     QPointer<QWidget> m_parent;
 };

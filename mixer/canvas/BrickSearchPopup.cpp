@@ -5,6 +5,7 @@
 
 #include "LinkColors.h"
 #include "NetworkEdit.h"
+#include "NetworkWalk.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -15,6 +16,8 @@
 #include <QScreen>
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -143,9 +146,14 @@ void BrickSearchPopup::search(const QString& text)
     filter.accepts = m_accepts;
     if (!filter.user)
         return;
-    const QVector<const BrickKind*> kinds = BrickCatalogue::instance()->search(text, filter);
+    const QVector<const BrickKind*> kinds
+        = withRootsLast(BrickCatalogue::instance()->search(text, filter), text);
     for (const BrickKind* kind : kinds) {
-        auto* item = new QListWidgetItem(kind->name, m_list);
+        const bool isSecondRoot = kind->isRoot() && rootOf(filter.user);
+        const QString name = isSecondRoot
+            ? tr("%1 (another root: only one is written)").arg(kind->name)
+            : kind->name;
+        auto* item = new QListWidgetItem(name, m_list);
         item->setData(ClassRole, kind->className);
         item->setData(CategoryRole, shortCategory(kind->category));
         if (!kind->outputs.isEmpty())
@@ -157,6 +165,17 @@ void BrickSearchPopup::search(const QString& text)
     m_list->setCurrentRow(0);
     m_list->setVisible(!kinds.isEmpty());
     m_none->setVisible(kinds.isEmpty());
+}
+
+/// A network wants one root: nobody gets a second one by accident.
+QVector<const BrickKind*> BrickSearchPopup::withRootsLast(
+    QVector<const BrickKind*> kinds, const QString& text) const
+{
+    const auto roots = std::stable_partition(
+        kinds.begin(), kinds.end(), [](const BrickKind* kind) { return !kind->isRoot(); });
+    if (text.trimmed().isEmpty() && rootOf(m_network->getUser()))
+        kinds.erase(roots, kinds.end());
+    return kinds;
 }
 
 void BrickSearchPopup::choose()
@@ -171,6 +190,7 @@ void BrickSearchPopup::choose()
 
 void BrickSearchPopup::moveInList(int steps)
 {
+    m_isWalked = true;
     m_list->setCurrentRow(qBound(0, m_list->currentRow() + steps, m_list->count() - 1));
 }
 
@@ -191,9 +211,13 @@ bool BrickSearchPopup::eventFilter(QObject* watched, QEvent* event)
     case Qt::Key_PageDown:
         moveInList(linesPerPage);
         return true;
+    case Qt::Key_Tab:
+        // Whoever goes through the window by Tab wants no brick.
+        if (m_isWalked || !m_edit->text().isEmpty())
+            choose();
+        return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Tab:
         choose();
         return true;
     case Qt::Key_Escape:

@@ -39,6 +39,8 @@ protected:
 
 private:
     void search(const QString& text);
+    QVector<const BrickKind*> withRootsLast(
+        QVector<const BrickKind*> kinds, const QString& text) const;
     void choose();
     void moveInList(int steps);
 
@@ -47,4 +49,5 @@ private:
     QLineEdit* m_edit;
     QListWidget* m_list;
     QLabel* m_none;
+    bool m_isWalked = false;
 };

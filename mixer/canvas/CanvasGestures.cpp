@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "CanvasGestures.h"
-#include "NetworkFrames.h"
 
 #include "BrickCatalogue.h"
 #include "BrickItem.h"
 #include "BrickSelection.h"
+#include "CanvasSearch.h"
 #include "FreePlace.h"
 #include "LinkColors.h"
+#include "NetworkFrames.h"
 #include "NetworkView.h"
 #include "dzbrickparam.h"
 #include "dzshaderbrick.h"
@@ -115,7 +116,7 @@ void WireGesture::finish(const QPointF& place, Qt::KeyboardModifiers modifiers)
     if (m_pickedInput)
         unlinkPins(m_from, m_pickedInput);
     else if (!hit.item)
-        m_view->openSearch(place, m_from);
+        m_view->getSearch()->openFor(m_from, place);
 }
 
 void WireGesture::drop(DzBrickParam* target, LinkMode mode)
@@ -379,4 +380,59 @@ void WidthGesture::paint(QPainter* painter) const
     painter->setPen(QPen(scene()->getStyle().selection, 2));
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(QRectF(item->pos(), QSizeF(m_width, item->getSize().height())));
+}
+
+// Beginnings.
+
+namespace {
+
+/// A linked input gives the end of its last wire into the hand.
+std::unique_ptr<CanvasGesture> beginWire(NetworkView* view, DzBrickParam* pin, const QPointF& place)
+{
+    BrickLink picked;
+    DzBrickParam* from = pin;
+    if (pin->isInput() && pin->getNumConnections() > 0) {
+        picked.input = pin;
+        picked.output = pin->getConnection(pin->getNumConnections() - 1);
+        from = picked.output;
+    }
+    return std::make_unique<WireGesture>(view, from, picked, place);
+}
+
+std::unique_ptr<CanvasGesture> beginMove(
+    NetworkView* view, DzShaderBrick* brick, const QPointF& place, Qt::KeyboardModifiers modifiers)
+{
+    BrickSelection* selection = view->getSelection();
+    const bool isAdding = modifiers & Qt::ShiftModifier;
+    if (isAdding)
+        selection->toggle(brick);
+    else if (!selection->contains(brick))
+        selection->set({ brick });
+    if (!selection->contains(brick))
+        return nullptr;
+    return std::make_unique<MoveGesture>(view, place, isAdding ? nullptr : brick);
+}
+
+} // namespace
+
+std::unique_ptr<CanvasGesture> beginGesture(
+    NetworkView* view, const QPointF& place, Qt::KeyboardModifiers modifiers)
+{
+    const CanvasHit hit = view->getNetworkScene()->hit(place, view->getReach());
+    switch (hit.kind) {
+    case CanvasHit::Pin:
+        return beginWire(view, hit.param, place);
+    case CanvasHit::Grip:
+        return std::make_unique<WidthGesture>(view, hit.item->getBrick());
+    case CanvasHit::Row:
+    case CanvasHit::Title:
+        return beginMove(view, hit.item->getBrick(), place, modifiers);
+    case CanvasHit::FrameTitle:
+        view->getSelection()->set(findFrame(*view->getEdit(), hit.frame).bricks);
+        return std::make_unique<MoveGesture>(view, place, nullptr);
+    case CanvasHit::Wire:
+    case CanvasHit::Nothing:
+        break;
+    }
+    return std::make_unique<BoxGesture>(view, place, modifiers);
 }

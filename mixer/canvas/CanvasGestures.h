@@ -134,3 +134,8 @@ private:
     QPointer<DzShaderBrick> m_brick;
     qreal m_width;
 };
+
+/// What begins with the left button pressed at a place; it may change the selection. Null when
+/// nothing begins.
+std::unique_ptr<CanvasGesture> beginGesture(
+    NetworkView* view, const QPointF& place, Qt::KeyboardModifiers modifiers);

@@ -32,18 +32,37 @@ BrickItem* CanvasKeyboard::item() const
     return m_view->getNetworkScene()->getItem(getBrick());
 }
 
-DzBrickParam* CanvasKeyboard::getPin() const
+/// The row that is current; null when a title or nothing is.
+const Row* CanvasKeyboard::row() const
 {
     const BrickItem* current = item();
     if (!current || current->getBrick() != m_brick || m_row < 0
         || m_row >= current->getRows().size())
         return nullptr;
-    const Row& row = current->getRows().at(m_row);
-    return row.kind == Row::Setting ? nullptr : row.param;
+    return &current->getRows().at(m_row);
+}
+
+DzBrickParam* CanvasKeyboard::getPin() const
+{
+    const Row* current = row();
+    return current && current->kind != Row::Setting ? current->param : nullptr;
+}
+
+DzProperty* CanvasKeyboard::getProperty() const
+{
+    const Row* current = row();
+    if (!current || current->kind == Row::Output)
+        return nullptr;
+    return current->param ? current->param->getProperty(0) : current->property;
 }
 
 bool CanvasKeyboard::keyPress(QKeyEvent* event)
 {
+    const bool isArrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
+    if (isArrow && event->modifiers() == Qt::ControlModifier) {
+        nudge(event->key());
+        return true;
+    }
     if (event->modifiers() & ~Qt::KeypadModifier)
         return false;
     switch (event->key()) {
@@ -69,6 +88,20 @@ bool CanvasKeyboard::keyPress(QKeyEvent* event)
     default:
         return false;
     }
+}
+
+/// Moves the selection by one step of the grid.
+void CanvasKeyboard::nudge(int key)
+{
+    QPointF step;
+    if (key == Qt::Key_Left || key == Qt::Key_Right)
+        step.setX(key == Qt::Key_Left ? -NetworkView::gridStep : NetworkView::gridStep);
+    else
+        step.setY(key == Qt::Key_Up ? -NetworkView::gridStep : NetworkView::gridStep);
+    QVector<NetworkEdit::Move> moves;
+    for (DzShaderBrick* brick : m_view->getSelection()->getBricks())
+        moves.append(NetworkEdit::Move { brick, BrickAppearance::position(brick) + step });
+    m_view->getEdit()->moveBricks(moves);
 }
 
 bool CanvasKeyboard::cancel()

@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "BrickAppearance.h"
+
 #include <QPointer>
 #include <QVector>
 
 class BrickItem;
 class DzBrickParam;
+class DzProperty;
 class DzShaderBrick;
 class NetworkView;
 class QKeyEvent;
@@ -14,7 +17,8 @@ class QKeyEvent;
 /// Use of the canvas without a mouse. Up and Down walk the rows of the current brick and on to
 /// the next brick, Left and Right follow the wire of a row or go to the brick on that side.
 /// Return on a pin starts a wire, Return on another one ends it; Backspace takes a pin's wires
-/// away. Going to a brick selects it instead of the others, but for those that are kept.
+/// away. Ctrl and an arrow move the selected bricks. Going to a brick selects it instead of the
+/// others, but for those that are kept.
 class CanvasKeyboard
 {
 public:
@@ -31,11 +35,15 @@ public:
     void toggleKept();
     /// The pin that is current; null when a title or nothing is.
     DzBrickParam* getPin() const;
+    /// The value of the row that is current; null when it has none.
+    DzProperty* getProperty() const;
     /// The brick that is current; null for none.
     DzShaderBrick* getBrick() const;
 
 private:
     BrickItem* item() const;
+    const BrickAppearance::Row* row() const;
+    void nudge(int key);
     void go(DzShaderBrick* brick, int row);
     /// The kept bricks that are still selected, but for this one.
     QVector<DzShaderBrick*> keptBeside(const DzShaderBrick* brick) const;

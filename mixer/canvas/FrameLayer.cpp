@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "FrameLayer.h"
-#include "NetworkFrames.h"
 
+#include "NetworkFrames.h"
 #include "NetworkScene.h"
 
 #include <QFontMetricsF>

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "NetworkScene.h"
-#include "NetworkWalk.h"
 
 #include "BrickItem.h"
 #include "BrickSelection.h"
 #include "FrameLayer.h"
+#include "NetworkWalk.h"
 #include "WireLayer.h"
 #include "dzapp.h"
 #include "dzbrickparam.h"
@@ -15,6 +15,7 @@
 #include "dzunknownbrick.h"
 #include "idzbrickuser.h"
 
+#include <QScopedValueRollback>
 #include <QUndoStack>
 #include <algorithm>
 
@@ -197,7 +198,7 @@ void NetworkScene::bringUpToDate()
 {
     if (m_isUpdating || !m_isLayoutDirty)
         return;
-    m_isUpdating = true;
+    const QScopedValueRollback<bool> updating(m_isUpdating, true);
     QVector<BrickItem*> dirty;
     dirty.swap(m_dirty);
     dirty.erase(std::remove(dirty.begin(), dirty.end(), nullptr), dirty.end());
@@ -218,7 +219,6 @@ void NetworkScene::bringUpToDate()
         updateWireEnds(item);
     m_frameLayer->rebuild();
     m_isLayoutDirty = false;
-    m_isUpdating = false;
     m_isTellingDue = true;
     if (!dirty.isEmpty())
         m_wireLayer->update();

@@ -49,8 +49,9 @@ QVector<QPointF> placesIn(const QRectF& view, const QSizeF& size)
     return places;
 }
 
-/// The nearest place to the middle of `view` that is free; false when there is none.
-bool findPlace(const QVector<QRectF>& taken, const QRectF& view, const QSizeF& size, QPointF* found)
+/// The nearest place to the middle of `view` that is free and fine; false when there is none.
+bool findPlace(const QVector<QRectF>& taken, const QRectF& view, const QSizeF& size,
+    const PlaceTest& isFine, QPointF* found)
 {
     QVector<QRectF> inView;
     for (const QRectF& box : taken)
@@ -60,7 +61,7 @@ bool findPlace(const QVector<QRectF>& taken, const QRectF& view, const QSizeF& s
         const QRectF box(place, size);
         const bool isFree = std::none_of(inView.begin(), inView.end(),
             [&](const QRectF& other) { return other.intersects(box); });
-        if (isFree) {
+        if (isFree && (!isFine || isFine(place))) {
             *found = place;
             return true;
         }
@@ -74,7 +75,7 @@ QPointF findFreePlace(const NetworkEdit& edit, const QRectF& view, const QSizeF&
 {
     const QVector<QRectF> taken = takenPlaces(edit, nullptr);
     QPointF place;
-    if (findPlace(taken, view, size, &place))
+    if (findPlace(taken, view, size, nullptr, &place))
         return place;
     QRectF all;
     for (const QRectF& box : taken)
@@ -82,11 +83,11 @@ QPointF findFreePlace(const NetworkEdit& edit, const QRectF& view, const QSizeF&
     return QPointF(QPointF(view.center().x() - size.width() / 2, all.bottom() + margin).toPoint());
 }
 
-QPointF findFreePlaceNear(
-    const NetworkEdit& edit, const QPointF& wanted, const QSizeF& size, const DzShaderBrick* moved)
+QPointF findFreePlaceNear(const NetworkEdit& edit, const QPointF& wanted, const QSizeF& size,
+    const DzShaderBrick* moved, const PlaceTest& isFine)
 {
     const QRectF around = QRectF(wanted, size).adjusted(-nearby, -nearby, nearby, nearby);
     QPointF place = wanted;
-    findPlace(takenPlaces(edit, moved), around, size, &place);
+    findPlace(takenPlaces(edit, moved), around, size, isFine, &place);
     return place;
 }

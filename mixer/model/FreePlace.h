@@ -5,6 +5,7 @@
 #include <QPointF>
 #include <QRectF>
 #include <QSizeF>
+#include <functional>
 
 class DzShaderBrick;
 class NetworkEdit;
@@ -13,7 +14,9 @@ class NetworkEdit;
 /// below everything when there is no room in view.
 QPointF findFreePlace(const NetworkEdit& edit, const QRectF& view, const QSizeF& size);
 
+typedef std::function<bool(const QPointF& place)> PlaceTest;
 /// The place nearest to `wanted` where a brick of this size lies on none other than `moved`, which
-/// may be null; `wanted` itself when there is none close by.
+/// may be null, and of which `isFine` holds if it is given; `wanted` itself when there is none
+/// close by.
 QPointF findFreePlaceNear(const NetworkEdit& edit, const QPointF& wanted, const QSizeF& size,
-    const DzShaderBrick* moved = nullptr);
+    const DzShaderBrick* moved = nullptr, const PlaceTest& isFine = nullptr);

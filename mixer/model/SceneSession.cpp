@@ -3,6 +3,7 @@
 
 #include "SceneSession.h"
 
+#include "dzfileformat.h"
 #include "dzfilewriter.h"
 #include "dzscene.h"
 #include "dzscenefile.h"
@@ -105,7 +106,9 @@ QString SceneSession::getTitle() const
 
 QString SceneSession::getSavePath() const
 {
-    return m_path.endsWith(QLatin1String(".duf"), Qt::CaseInsensitive) ? m_path : QString();
+    const bool isWritable
+        = DzFileFormats::isUsable(m_path, DzFileKind::scene(), DzFileFormats::Writing);
+    return isWritable ? m_path : QString();
 }
 
 bool SceneSession::isModified() const
@@ -121,16 +124,4 @@ QByteArray SceneSession::getText() const
     m_modified = m_file && digestOf(text) != m_savedDigest;
     m_steppedSince = false;
     return text;
-}
-
-bool SceneSession::isSceneFile(const QString& path)
-{
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    return suffix == QLatin1String("duf") || suffix == QLatin1String("dsf")
-        || suffix == QLatin1String("obj");
-}
-
-QString SceneSession::fileFilter()
-{
-    return tr("Scenes (*.duf *.obj);;All files (*)");
 }

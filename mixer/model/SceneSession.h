@@ -45,11 +45,6 @@ public:
     bool isModified() const override;
     QByteArray getText() const override;
 
-    /// True for names of files that hold scenes.
-    static bool isSceneFile(const QString& path);
-    /// For file dialogs.
-    static QString fileFilter();
-
 signals:
     /// Another scene was loaded, or this one was saved.
     void fileChanged();

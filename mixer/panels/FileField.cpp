@@ -85,6 +85,8 @@ FileField::FileField(QWidget* parent)
     m_button->setToolTip(tr("Choose a file"));
     m_button->setAccessibleName(tr("Choose a file"));
     m_button->setAutoRaise(true);
+    // One Tab stop a value: the menu of its row has the rest.
+    m_button->setFocusPolicy(Qt::NoFocus);
     setFocusProxy(m_edit);
     setAcceptDrops(true);
     connect(m_button, &QToolButton::clicked, this, &FileField::choose);

@@ -3,15 +3,12 @@
 
 #include "HistoryDelegate.h"
 
-#include "DocumentTabs.h"
 #include "MixerDocument.h"
 #include "NetworkSteps.h"
 
-HistoryDelegate::HistoryDelegate(
-    const NetworkSteps* steps, const DocumentTabs* tabs, QObject* parent)
+HistoryDelegate::HistoryDelegate(const NetworkSteps* steps, QObject* parent)
     : QStyledItemDelegate(parent)
     , m_steps(steps)
-    , m_tabs(tabs)
 {
 }
 
@@ -19,7 +16,7 @@ QString HistoryDelegate::textOf(const QModelIndex& index) const
 {
     const QString caption = index.data().toString();
     // The first row stands for the begin, before all steps.
-    const MixerDocument* owner = m_tabs->count() > 1 ? m_steps->getOwner(index.row() - 1) : nullptr;
+    const MixerDocument* owner = m_steps->getOwner(index.row() - 1);
     return owner ? tr("%1 — %2").arg(caption, owner->getTitle()) : caption;
 }
 

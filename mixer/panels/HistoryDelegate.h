@@ -4,18 +4,16 @@
 
 #include <QStyledItemDelegate>
 
-class DocumentTabs;
 class NetworkSteps;
 
-/// Shows the steps of the undo stack, with the name of the network that each changed where several
-/// are open.
+/// Shows the steps of the undo stack, each with the name of the network that it changed.
 class HistoryDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
-    /// None is owned.
-    HistoryDelegate(const NetworkSteps* steps, const DocumentTabs* tabs, QObject* parent = nullptr);
+    /// The steps are not owned.
+    explicit HistoryDelegate(const NetworkSteps* steps, QObject* parent = nullptr);
 
     QString textOf(const QModelIndex& index) const;
 
@@ -24,5 +22,4 @@ protected:
 
 private:
     const NetworkSteps* m_steps;
-    const DocumentTabs* m_tabs;
 };

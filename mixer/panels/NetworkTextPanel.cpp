@@ -10,6 +10,7 @@
 #include "NetworkTextHighlighter.h"
 #include "PendingEdits.h"
 #include "PlaceholderModel.h"
+#include "dzfileformat.h"
 #include "dzfilewriter.h"
 #include "dzproperty.h"
 #include "dzshaderbrick.h"
@@ -197,11 +198,6 @@ bool NetworkTextPanel::isMapFiles() const
     return m_mapFiles->isChecked();
 }
 
-void NetworkTextPanel::setMapFiles(bool mapFiles)
-{
-    m_mapFiles->setChecked(mapFiles);
-}
-
 QString NetworkTextPanel::getText() const
 {
     return m_code.text;
@@ -382,11 +378,15 @@ void NetworkTextPanel::saveText()
     updateNow();
     if (!m_document)
         return;
-    QFileDialog dialog(
-        this, tr("Save Text"), m_document->getFolder(), tr("Text (*.lxm *.txt);;All files (*)"));
+    const QString kind = QStringLiteral("text");
+    DzFileFormats::add(DzFileFormat {
+        kind, tr("Text"), { QStringLiteral("lxm"), QStringLiteral("txt") }, false, true });
+    const QString suffix = DzFileFormats::getUsualSuffix(kind);
+    QFileDialog dialog(this, tr("Save Text"), m_document->getFolder(),
+        DzFileFormats::getDialogFilter({ kind }, DzFileFormats::Writing));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("lxm"));
-    dialog.selectFile(m_document->getBaseName() + QStringLiteral(".lxm"));
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(m_document->getBaseName() + QLatin1Char('.') + suffix);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return;
     const QString path = dialog.selectedFiles().first();

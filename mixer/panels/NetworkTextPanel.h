@@ -31,7 +31,6 @@ public:
     void setLiteral(bool literal);
     /// Whether image maps are written as the names of their files.
     bool isMapFiles() const;
-    void setMapFiles(bool mapFiles);
     QString getText() const;
     /// Brings the text up to date now rather than with the next frame.
     void updateNow();

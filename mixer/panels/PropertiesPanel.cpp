@@ -4,6 +4,7 @@
 #include "PropertiesPanel.h"
 
 #include "BrickSelection.h"
+#include "FirstFocus.h"
 #include "LineIcon.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
@@ -158,22 +159,6 @@ PropertyRow* PropertiesPanel::findRow(const QString& label) const
             return row;
     return nullptr;
 }
-
-namespace {
-
-void focusFirstIn(QWidget* top)
-{
-    for (QWidget* widget = top->nextInFocusChain(); widget && widget != top;
-         widget = widget->nextInFocusChain()) {
-        if (top->isAncestorOf(widget) && widget->isVisible() && widget->isEnabled()
-            && widget->focusPolicy() & Qt::TabFocus) {
-            widget->setFocus(Qt::TabFocusReason);
-            return;
-        }
-    }
-}
-
-} // namespace
 
 void PropertiesPanel::focusFirst()
 {

@@ -39,7 +39,11 @@ QString mixedText()
 class CalmComboBox : public QComboBox
 {
 public:
-    using QComboBox::QComboBox;
+    CalmComboBox()
+    {
+        // Without this the wheel itself gives it the keyboard.
+        setFocusPolicy(Qt::StrongFocus);
+    }
 
 protected:
     void wheelEvent(QWheelEvent* event) override
@@ -110,7 +114,6 @@ public:
         m_color = color;
         update();
     }
-    QColor getColor() const { return m_color; }
 
 protected:
     void paintEvent(QPaintEvent*) override
@@ -143,6 +146,8 @@ public:
         m_swatch->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
         m_swatch->setObjectName(QStringLiteral("swatch"));
         m_swatch->setToolTip(tr("Choose a colour"));
+        // One Tab stop a value: the menu of its row has the rest.
+        m_swatch->setFocusPolicy(Qt::NoFocus);
         m_swatch->setAccessibleName(tr("Choose %1").arg(group.getLabel()));
         m_text->setMinimumWidth(56);
         m_text->setToolTip(tr("Red, green and blue from 0 to 255, #rrggbb or a colour's name"));
@@ -181,7 +186,7 @@ private:
         auto* dialog = new QColorDialog(color->getColorValue(), window());
         dialog->setAttribute(Qt::WA_DeleteOnClose);
         dialog->setOption(QColorDialog::DontUseNativeDialog);
-        dialog->setWindowTitle(getGroup().getLabel());
+        dialog->setWindowTitle(tr("Choose %1").arg(getGroup().getLabel()));
         beginSession();
         connect(dialog, &QColorDialog::currentColorChanged, this,
             [this](const QColor& chosen) { enter(chosen.name()); });

@@ -4,9 +4,12 @@
 #include "PropertyRow.h"
 
 #include "BrickAppearance.h"
+#include "BrickCatalogue.h"
 #include "FileField.h"
 #include "LineIcon.h"
 #include "PropertyEditor.h"
+#include "dzbrickparam.h"
+#include "dzproperty.h"
 #include "dzshaderbrick.h"
 
 #include <QContextMenuEvent>
@@ -18,6 +21,8 @@
 #include <QPainter>
 #include <QStyle>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace {
 
@@ -38,6 +43,37 @@ protected:
             foregroundRole());
     }
 };
+
+/// The same value of a new brick of the class; null when new ones do not have it.
+const DzProperty* newOne(const DzProperty* property)
+{
+    const DzBrickParam* param = property->getBrickParam();
+    const QObject* brick
+        = param ? param->getTopBrickOwner() : static_cast<const QObject*>(property->getOwner());
+    const BrickKind* kind = brick
+        ? BrickCatalogue::instance()->find(QString::fromLatin1(brick->metaObject()->className()))
+        : nullptr;
+    if (!kind)
+        return nullptr;
+    if (!param)
+        return kind->sample->findProperty(property->getName());
+    const DzBrickParam* same = kind->sample->findParameterByName(param->getName());
+    for (int i = 0; same && same->getProperty(i); ++i)
+        if (same->getProperty(i)->getName() == property->getName())
+            return same->getProperty(i);
+    return nullptr;
+}
+
+/// True when nobody has touched the values. Not the same as their being the default: a value may
+/// start with another one.
+bool isUntouched(const PropertyGroup& group)
+{
+    const QVector<DzProperty*> all = group.getAll();
+    return !group.isMapped() && std::all_of(all.begin(), all.end(), [](const DzProperty* property) {
+        const DzProperty* fresh = newOne(property);
+        return fresh && fresh->getValueText() == property->getValueText();
+    });
+}
 
 /// A picture and the begin of a name.
 const int leastSourceWidth = 40;
@@ -101,6 +137,9 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
         else
             m_map->choose();
     });
+    for (QWidget* child : findChildren<QWidget*>())
+        if (child->focusPolicy() & Qt::TabFocus)
+            child->installEventFilter(this);
     refresh(folder);
 }
 
@@ -110,6 +149,8 @@ QToolButton* PropertyRow::addTool(int icon, const QString& name)
     button->setIcon(LineIcon::make(static_cast<LineIcon::Name>(icon)));
     button->setIconSize(QSize(14, 14));
     button->setAutoRaise(true);
+    // One Tab stop a value: the menu has the rest.
+    button->setFocusPolicy(Qt::NoFocus);
     button->setFixedSize(PropertyEditor::lineHeight(this) - 2, PropertyEditor::lineHeight(this));
     button->setToolTip(name);
     button->setAccessibleName(name);
@@ -156,7 +197,7 @@ void PropertyRow::refresh(const QString& folder)
     m_mapButton->setEnabled(!locked);
     m_mapButton->setToolTip(mapped ? tr("Clear the map of %1").arg(m_group.getLabel())
                                    : tr("Set an image as the map of %1").arg(m_group.getLabel()));
-    m_resetButton->setVisible(!m_group.isDefault());
+    m_resetButton->setVisible(!m_group.isDefault() && !isUntouched(m_group));
     m_resetButton->setEnabled(!locked);
     m_lockButton->setChecked(locked);
     m_lockButton->setIcon(LineIcon::make(locked ? LineIcon::Lock : LineIcon::Unlock));
@@ -168,6 +209,11 @@ void PropertyRow::refresh(const QString& folder)
 
 void PropertyRow::fillMenu(QMenu* menu)
 {
+    for (QToolButton* button : m_editor->findChildren<QToolButton*>()) {
+        QAction* action = menu->addAction(tr("%1…").arg(button->toolTip()));
+        action->setEnabled(button->isEnabled());
+        connect(action, &QAction::triggered, button, &QToolButton::click);
+    }
     const bool locked = m_group.isLocked();
     QAction* reset = menu->addAction(LineIcon::make(LineIcon::Reset), tr("Reset to Default"));
     reset->setEnabled(!locked && !m_group.isDefault());
@@ -187,10 +233,26 @@ void PropertyRow::fillMenu(QMenu* menu)
 
 void PropertyRow::contextMenuEvent(QContextMenuEvent* event)
 {
+    openMenu(event->globalPos());
+}
+
+void PropertyRow::openMenu(const QPoint& globalPlace)
+{
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     fillMenu(menu);
-    menu->popup(event->globalPos());
+    menu->popup(globalPlace);
+}
+
+/// The menu key is the way to the small buttons; fields have their own menus for the mouse.
+bool PropertyRow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ContextMenu
+        || static_cast<QContextMenuEvent*>(event)->reason() != QContextMenuEvent::Keyboard)
+        return QWidget::eventFilter(watched, event);
+    auto* field = static_cast<QWidget*>(watched);
+    openMenu(field->mapToGlobal(field->rect().bottomLeft()));
+    return true;
 }
 
 void PropertyRow::dragEnterEvent(QDragEnterEvent* event)

@@ -34,6 +34,7 @@ signals:
     void message(const QString& text);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -41,6 +42,7 @@ protected:
 private:
     QToolButton* addTool(int icon, const QString& name);
     void fillMenu(QMenu* menu);
+    void openMenu(const QPoint& globalPlace);
 
     PropertyGroup m_group;
     QLabel* m_name;

@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QSet>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -37,7 +38,7 @@ void forEachMaterial(const DzNode* node, const std::function<void(DzMaterial*)>&
 
 } // namespace
 
-SurfacesPanel::SurfacesPanel(const QList<QAction*>& actions, QWidget* parent)
+SurfacesPanel::SurfacesPanel(const QVector<QAction*>& actions, QWidget* parent)
     : QWidget(parent)
     , m_tree(new QTreeWidget)
     , m_empty(new QLabel(tr("Open a scene to put materials on its surfaces.")))
@@ -107,7 +108,13 @@ void SurfacesPanel::updateNow()
 
 void SurfacesPanel::rebuild()
 {
-    m_exchanging = true;
+    fill();
+    takeSelectionFromScene();
+}
+
+void SurfacesPanel::fill()
+{
+    const QScopedValueRollback<bool> exchange(m_exchanging, true);
     m_tree->clear();
     m_materials.clear();
     for (int i = 0; i < dzScene->getNumNodes(); ++i)
@@ -121,8 +128,6 @@ void SurfacesPanel::rebuild()
         for (QTreeWidgetItem* item = entry.key()->parent(); item && !item->isExpanded();
              item = item->parent())
             item->setExpanded(true);
-    m_exchanging = false;
-    takeSelectionFromScene();
 }
 
 void SurfacesPanel::addNode(DzNode* node, QTreeWidgetItem* parent)
@@ -175,10 +180,11 @@ void SurfacesPanel::takeSelectionFromScene()
     // A list that is about to be made anew may hold materials that are gone.
     if (m_exchanging || m_rebuild.isActive())
         return;
-    m_exchanging = true;
-    for (auto entry = m_materials.begin(); entry != m_materials.end(); ++entry)
-        const_cast<QTreeWidgetItem*>(entry.key())->setSelected(entry.value()->isSelected());
-    m_exchanging = false;
+    {
+        const QScopedValueRollback<bool> exchange(m_exchanging, true);
+        for (auto entry = m_materials.begin(); entry != m_materials.end(); ++entry)
+            const_cast<QTreeWidgetItem*>(entry.key())->setSelected(entry.value()->isSelected());
+    }
     emit selectionChanged();
 }
 
@@ -186,13 +192,14 @@ void SurfacesPanel::giveSelectionToScene()
 {
     if (m_exchanging || m_rebuild.isActive())
         return;
-    m_exchanging = true;
-    // One material may lie on several surfaces: one of them selected is enough.
-    QHash<DzMaterial*, bool> selected;
-    for (auto entry = m_materials.begin(); entry != m_materials.end(); ++entry)
-        selected[entry.value()] = selected.value(entry.value()) || entry.key()->isSelected();
-    for (auto entry = selected.begin(); entry != selected.end(); ++entry)
-        entry.key()->select(entry.value());
-    m_exchanging = false;
+    {
+        const QScopedValueRollback<bool> exchange(m_exchanging, true);
+        // One material may lie on several surfaces: one of them selected is enough.
+        QHash<DzMaterial*, bool> selected;
+        for (auto entry = m_materials.begin(); entry != m_materials.end(); ++entry)
+            selected[entry.value()] = selected.value(entry.value()) || entry.key()->isSelected();
+        for (auto entry = selected.begin(); entry != selected.end(); ++entry)
+            entry.key()->select(entry.value());
+    }
     emit selectionChanged();
 }

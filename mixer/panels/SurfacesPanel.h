@@ -21,7 +21,7 @@ class SurfacesPanel : public QWidget
 
 public:
     /// The actions stand as buttons below the list; not owned.
-    explicit SurfacesPanel(const QList<QAction*>& actions, QWidget* parent = nullptr);
+    explicit SurfacesPanel(const QVector<QAction*>& actions, QWidget* parent = nullptr);
 
     QTreeWidget* getTree() const { return m_tree; }
     /// Brings the list up to date now rather than with the next frame.
@@ -32,6 +32,7 @@ signals:
 
 private:
     void rebuild();
+    void fill();
     void addNode(DzNode* node, QTreeWidgetItem* parent);
     static void mark(QTreeWidgetItem* surface, const DzMaterial* material);
     void updateMarks();

@@ -14,6 +14,7 @@
 #include "PendingEdits.h"
 #include "ProgramSettings.h"
 #include "dzelement.h"
+#include "dzfileformat.h"
 #include "idzbrickuser.h"
 
 #include <QCoreApplication>
@@ -43,11 +44,6 @@ DocumentController::DocumentController(
 
 DocumentController::~DocumentController()
 {
-}
-
-QString DocumentController::fileFilter()
-{
-    return tr("Networks (*.sskn);;All files (*)");
 }
 
 std::shared_ptr<MixerDocument> DocumentController::makeDocument()
@@ -143,9 +139,10 @@ QString DocumentController::freeTitle(const QString& title) const
 QStringList DocumentController::askForFiles() const
 {
     const MixerDocument* current = m_tabs->getCurrent();
-    return QFileDialog::getOpenFileNames(m_window, tr("Open"),
+    return QFileDialog::getOpenFileNames(m_window, tr("Open Networks and Scenes"),
         current ? current->getFolder() : QString(),
-        tr("Networks and scenes (*.sskn *.duf *.obj);;All files (*)"));
+        DzFileFormats::getDialogFilter(
+            { DzFileKind::network(), DzFileKind::scene() }, DzFileFormats::Reading));
 }
 
 /// A fresh tab that nobody touched makes room for what is opened.
@@ -185,7 +182,8 @@ bool DocumentController::saveAs(MixerDocument* document)
     if (!document)
         return false;
     const QString extension = document->getUser()->getExtension();
-    QFileDialog dialog(m_window, tr("Save Network"), document->getFolder(), fileFilter());
+    QFileDialog dialog(m_window, tr("Save Network"), document->getFolder(),
+        DzFileFormats::getDialogFilter({ DzFileKind::network() }, DzFileFormats::Writing));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(extension);
     dialog.selectFile(document->getPath().isEmpty()
@@ -218,7 +216,7 @@ bool DocumentController::saveTo(MixerDocument* document, const QString& path)
 DocumentController::Answer DocumentController::askToSave(MixerDocument* document)
 {
     m_tabs->setCurrent(document);
-    QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(),
+    QMessageBox box(QMessageBox::Question, tr("Save the Network?"),
         tr("Save the changes to \"%1\"?").arg(document->getTitle()),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
     box.setTextFormat(Qt::PlainText);

@@ -50,8 +50,6 @@ public:
     /// read, which is told.
     bool restore(const RestorableWork& work);
 
-    static QString fileFilter();
-
 signals:
     void recentFilesChanged();
     void message(const QString& text);

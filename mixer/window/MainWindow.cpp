@@ -3,15 +3,15 @@
 
 #include "MainWindow.h"
 
-#include "ApplyPreview.h"
 #include "BrickAppearance.h"
 #include "BrickCatalogue.h"
 #include "BrickSelection.h"
 #include "BrickyardPanel.h"
+#include "CanvasCommands.h"
 #include "CommandSet.h"
-#include "DataFiles.h"
 #include "DocumentController.h"
 #include "DocumentTabs.h"
+#include "FileMenus.h"
 #include "FreePlace.h"
 #include "HistoryDelegate.h"
 #include "LineIcon.h"
@@ -19,33 +19,31 @@
 #include "Messages.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "NetworkScene.h"
 #include "NetworkSteps.h"
 #include "NetworkTextPanel.h"
 #include "NetworkView.h"
+#include "PanelSet.h"
 #include "ProblemsPanel.h"
 #include "ProgramSettings.h"
 #include "PropertiesPanel.h"
-#include "PropertyGroup.h"
 #include "Restoring.h"
 #include "SceneController.h"
 #include "SceneSession.h"
-#include "ShortcutsPage.h"
 #include "SurfacesPanel.h"
 #include "Theme.h"
 #include "WelcomePage.h"
+#include "WindowCommands.h"
 #include "dzapp.h"
+#include "dzfileformat.h"
+#include "dzproperty.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
-#include "idzbrickuser.h"
 
-#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
@@ -57,30 +55,22 @@
 #include <QUndoView>
 #include <QUrl>
 
-#include <algorithm>
-
 namespace {
 
-/// The platform's keys for a command, and the one that everybody knows.
-QList<QKeySequence> keys(QKeySequence::StandardKey key, const QKeySequence& known)
-{
-    QList<QKeySequence> bindings = QKeySequence::keyBindings(key);
-    if (!bindings.contains(known))
-        bindings.append(known);
-    return bindings;
-}
-
-QStringList localFiles(const QMimeData* data)
+/// The networks and scenes among what is dragged.
+QStringList openableFiles(const QMimeData* data)
 {
     QStringList paths;
-    for (const QUrl& url : data->urls())
-        if (url.isLocalFile())
+    for (const QUrl& url : data->urls()) {
+        const QString kind = DzFileFormats::getKind(url.toLocalFile());
+        if (kind == DzFileKind::network() || kind == DzFileKind::scene())
             paths.append(url.toLocalFile());
+    }
     return paths;
 }
 
 /// The width that panels start with, and the window's size.
-const int panelWidth = 300;
+const int panelWidth = 240;
 const int codeWidth = 380;
 const QSize firstSize(1480, 920);
 QSize firstSizeOn(const QScreen* screen)
@@ -101,73 +91,45 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     : m_settings(settings)
     , m_store(store)
     , m_commands(new CommandSet(this))
+    , m_panels(new PanelSet(this))
     , m_tabs(new DocumentTabs)
     , m_centre(new QStackedWidget)
     , m_welcomeArea(new QScrollArea)
     , m_documents(new DocumentController(m_tabs, settings, store, this))
-    , m_scene(new SceneController(settings, store, this))
+    , m_sceneController(new SceneController(settings, store, this))
     , m_brickyard(new BrickyardPanel)
     , m_properties(new PropertiesPanel)
     , m_textPanel(new NetworkTextPanel)
     , m_problems(new ProblemsPanel)
     , m_history(new QUndoView(dzUndoStack->getQtStack()))
     , m_steps(new NetworkSteps(this))
+    , m_problemButton(new QToolButton)
+    , m_message(new MessageLine)
 {
     setAcceptDrops(true);
     setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
-    addFileCommands();
-    addEditCommands();
-    addBrickCommands();
-    addSceneCommands();
-    m_surfaces = new SurfacesPanel(
-        { m_commands->get(QStringLiteral("apply")), m_commands->get(QStringLiteral("fromScene")) });
-    m_welcome = new WelcomePage(*m_commands);
-    // A page that needs much room must not make the window wider than the screen.
-    m_welcomeArea->setWidget(m_welcome);
-    m_welcomeArea->setWidgetResizable(true);
-    m_welcomeArea->setFrameShape(QFrame::NoFrame);
-    m_welcomeArea->setFocusPolicy(Qt::NoFocus);
-    m_centre->addWidget(m_welcomeArea);
-    m_centre->addWidget(m_tabs);
-    setCentralWidget(m_centre);
+    WindowCommands rows(m_commands, this, settings);
+    rows.addFileCommands();
+    rows.addEditCommands();
+    rows.addValueCommands();
+    rows.addSceneCommands();
+    makeCentre();
     makeStatusBar();
-    makeDocks();
-    addViewCommands();
-    addHelpCommands();
+    makePanels();
+    rows.addViewCommands();
+    rows.addHelpCommands();
+    m_commands->beginGroup(tr("Canvas"));
+    CanvasCommands::addTo(m_commands, [this] { return getView(); });
     makeMenus();
     makeToolBar();
-    m_firstLayout = saveState();
+    m_panels->noteFirstPlaces();
+    makeConnections();
 
-    connect(m_tabs, &DocumentTabs::opened, this, &MainWindow::documentOpened);
-    connect(m_tabs, &DocumentTabs::closed, this, &MainWindow::documentClosed);
-    connect(m_tabs, &DocumentTabs::currentDocumentChanged, this, &MainWindow::currentChanged);
-    connect(m_steps, &NetworkSteps::ran, this, &MainWindow::stepsRan);
-    connect(m_documents.get(), &DocumentController::message, this, &MainWindow::showMessage);
-    connect(m_scene.get(), &SceneController::message, this, &MainWindow::showMessage);
-    const auto showRecent = [this] { m_welcome->setRecentFiles(m_settings->getRecentFiles()); };
-    connect(m_documents.get(), &DocumentController::recentFilesChanged, this, showRecent);
-    connect(m_scene.get(), &SceneController::recentFilesChanged, this, showRecent);
-    connect(m_welcome, &WelcomePage::fileChosen, this, &MainWindow::openFile);
-    connect(
-        m_welcome, &WelcomePage::exampleChosen, m_documents.get(), &DocumentController::openAsNew);
-    connect(m_brickyard, &BrickyardPanel::brickChosen, this, &MainWindow::addBrick);
-    connect(m_brickyard, &BrickyardPanel::message, this, &MainWindow::showWarning);
-    connect(m_properties, &PropertiesPanel::brickActivated, this, &MainWindow::showBrick);
-    connect(m_properties, &PropertiesPanel::message, this, &MainWindow::showWarning);
-    connect(m_textPanel, &NetworkTextPanel::brickActivated, this, &MainWindow::showBrick);
-    connect(m_textPanel, &NetworkTextPanel::message, this, &MainWindow::showMessage);
-    connect(m_problems, &ProblemsPanel::brickActivated, this, &MainWindow::showBrick);
-    connect(m_problems, &ProblemsPanel::problemsChanged, this, &MainWindow::showProblems);
-    connect(m_surfaces, &SurfacesPanel::selectionChanged, this, &MainWindow::updateCommands);
-    connect(m_scene->getSession(), &SceneSession::fileChanged, this, &MainWindow::updateCommands);
-    connect(
-        dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this, &MainWindow::updateCommands);
-
-    setTheme(m_settings->getTheme());
+    Theme::apply(Theme::fromWord(m_settings->getTheme()));
     resize(firstSizeOn(screen()));
     restoreGeometry(m_settings->getGeometry());
     restoreState(m_settings->getLayout());
-    m_welcome->setRecentFiles(m_settings->getRecentFiles());
+    showRecentFiles();
     dzApp->setInterface(this);
     currentChanged();
 }
@@ -186,7 +148,7 @@ MainWindow::~MainWindow()
 
 int MainWindow::offerRestore()
 {
-    return ::offerRestore(m_store, m_documents.get(), m_scene.get(), this);
+    return ::offerRestore(m_store, m_documents.get(), m_sceneController.get(), this);
 }
 
 MixerDocument* MainWindow::getDocument() const
@@ -216,8 +178,8 @@ void MainWindow::showWarning(const QString& text)
 
 bool MainWindow::openFile(const QString& path)
 {
-    if (SceneSession::isSceneFile(path))
-        return m_scene->open(path);
+    if (DzFileFormats::getKind(path) == DzFileKind::scene())
+        return m_sceneController->open(path);
     return m_documents->open(path) != nullptr;
 }
 
@@ -228,346 +190,23 @@ void MainWindow::openFiles(const QStringList& paths)
         openFile(path);
 }
 
-// Commands.
+// Parts.
 
-void MainWindow::addFileCommands()
+void MainWindow::makeCentre()
 {
-    m_commands->beginGroup(tr("File"));
-    m_commands
-        ->add(QStringLiteral("new"), tr("&New"), keys(QKeySequence::New, tr("Ctrl+N")),
-            tr("Start a network with a root and a material"), [this] { m_documents->createNew(); })
-        ->setIcon(LineIcon::make(LineIcon::New));
-    m_commands
-        ->add(QStringLiteral("open"), tr("&Open…"), keys(QKeySequence::Open, tr("Ctrl+O")),
-            tr("Open network files and scenes"), [this] { openFiles(m_documents->askForFiles()); })
-        ->setIcon(LineIcon::make(LineIcon::Open));
-    m_commands
-        ->add(QStringLiteral("save"), tr("&Save"), keys(QKeySequence::Save, tr("Ctrl+S")),
-            tr("Save the network"), [this] { m_documents->save(getDocument()); })
-        ->setIcon(LineIcon::make(LineIcon::Save));
-    m_commands->add(QStringLiteral("saveAs"), tr("Save &As…"),
-        keys(QKeySequence::SaveAs, tr("Ctrl+Shift+S")), tr("Save the network as another file"),
-        [this] { m_documents->saveAs(getDocument()); });
-    m_commands->add(QStringLiteral("close"), tr("&Close"), { tr("Ctrl+W") },
-        tr("Close the network; undo brings it back"),
-        [this] { m_documents->close(getDocument()); });
-    m_commands->add(QStringLiteral("nextTab"), tr("Ne&xt Network"),
-        { tr("Ctrl+PgDown"), tr("Ctrl+Tab") }, tr("Go to the next tab"), [this] {
-            if (m_tabs->count() > 0)
-                m_tabs->setCurrentIndex((m_tabs->currentIndex() + 1) % m_tabs->count());
-        });
-    m_commands->add(QStringLiteral("previousTab"), tr("&Previous Network"),
-        { tr("Ctrl+PgUp"), tr("Ctrl+Shift+Tab") }, tr("Go to the previous tab"), [this] {
-            if (m_tabs->count() > 0)
-                m_tabs->setCurrentIndex(
-                    (m_tabs->currentIndex() + m_tabs->count() - 1) % m_tabs->count());
-        });
-    m_commands->add(QStringLiteral("quit"), tr("&Quit"), keys(QKeySequence::Quit, tr("Ctrl+Q")),
-        tr("Leave the program"), [this] { close(); });
-}
-
-void MainWindow::addEditCommands()
-{
-    m_commands->beginGroup(tr("Edit"));
-    m_commands
-        ->add(QStringLiteral("undo"), tr("&Undo"), keys(QKeySequence::Undo, tr("Ctrl+Z")),
-            tr("Take the last step back"), [] { dzUndoStack->undo(); })
-        ->setIcon(LineIcon::make(LineIcon::Undo));
-    m_commands
-        ->add(QStringLiteral("redo"), tr("&Redo"), keys(QKeySequence::Redo, tr("Ctrl+Shift+Z")),
-            tr("Do the step again that was taken back"), [] { dzUndoStack->redo(); })
-        ->setIcon(LineIcon::make(LineIcon::Redo));
-}
-
-void MainWindow::addBrickCommands()
-{
-    m_commands->beginGroup(tr("Values"));
-    const auto selected = [this] {
-        return getDocument() ? getDocument()->getSelection()->getBricks()
-                             : QVector<DzShaderBrick*>();
-    };
-    m_commands->add(QStringLiteral("lockAll"), tr("&Lock All Values"), { tr("Ctrl+K") },
-        tr("Lock every value of the selected bricks"),
-        [selected] { lockAllValues(selected(), true); });
-    m_commands->add(QStringLiteral("unlockAll"), tr("&Unlock All Values"), { tr("Ctrl+Shift+K") },
-        tr("Unlock every value of the selected bricks"),
-        [selected] { lockAllValues(selected(), false); });
-    m_commands->add(QStringLiteral("resetAll"), tr("&Reset All Values"), {},
-        tr("Set every value of the selected bricks that is not locked to its default"),
-        [selected] { resetAllValues(selected()); });
-    m_commands->add(QStringLiteral("editValues"), tr("&Edit Values"), { tr("Ctrl+E") },
-        tr("Take the keyboard to the first value of the selected bricks"),
-        [this] { editValues(); });
-}
-
-void MainWindow::addSceneCommands()
-{
-    m_commands->beginGroup(tr("Scene"));
-    m_commands
-        ->add(QStringLiteral("openScene"), tr("Open S&cene…"), { tr("Ctrl+Shift+O") },
-            tr("Open a scene to put materials on its surfaces"),
-            [this] { m_scene->openWithDialog(); })
-        ->setIcon(LineIcon::make(LineIcon::Open));
-    m_commands->add(QStringLiteral("saveScene"), tr("Save Sce&ne"), { tr("Ctrl+Alt+S") },
-        tr("Save the scene with its materials"), [this] { m_scene->save(); });
-    m_commands->add(QStringLiteral("saveSceneAs"), tr("Save Scene As…"), {},
-        tr("Save the scene as another file"), [this] { m_scene->saveAs(); });
-    m_commands
-        ->add(QStringLiteral("apply"), tr("&Apply"), { tr("Ctrl+Return"), tr("Ctrl+Enter") },
-            tr("Put the network on the selected surfaces"),
-            [this] { m_scene->apply(getDocument()); })
-        ->setIcon(LineIcon::make(LineIcon::Apply));
-    m_commands
-        ->add(QStringLiteral("fromScene"), tr("&From Scene"), { tr("Ctrl+Shift+Return") },
-            tr("Open the networks of the selected surfaces"),
-            [this] {
-                for (const SceneNetwork& network : m_scene->fromScene(getDocument()))
-                    m_documents->openUser(network.user, network.title);
-            })
-        ->setIcon(LineIcon::make(LineIcon::FromScene));
-    QAction* list
-        = m_commands->add(QStringLiteral("showApplyList"), tr("&Show Changes Before Applying"), {},
-            tr("List what will appear, change and vanish before a network is applied"), [this] {
-                m_settings->setApplyListShown(
-                    m_commands->get(QStringLiteral("showApplyList"))->isChecked());
-            });
-    list->setCheckable(true);
-    list->setChecked(m_settings->isApplyListShown());
-    connect(m_scene.get(), &SceneController::applyListShownChanged, list, &QAction::setChecked);
-}
-
-void MainWindow::addViewCommands()
-{
-    m_commands->beginGroup(tr("View"));
-    int number = 1;
-    for (QDockWidget* dock : qAsConst(m_docks)) {
-        QAction* toggle = dock->toggleViewAction();
-        toggle->setShortcut(QKeySequence(tr("Ctrl+%1").arg(number++)));
-        const QString tip = tr("Show or hide the panel \"%1\"").arg(dock->windowTitle());
-        toggle->setStatusTip(tip);
-        toggle->setToolTip(tip);
-        m_commands->adopt(QStringLiteral("dock") + dock->objectName(), toggle);
-    }
-    m_commands->add(QStringLiteral("resetLayout"), tr("&Reset Layout"), {},
-        tr("Put all panels where they were at first"), [this] {
-            for (QDockWidget* dock : qAsConst(m_docks))
-                dock->setFloating(false);
-            restoreState(m_firstLayout);
-        });
-    QAction* full = m_commands->add(QStringLiteral("fullScreen"), tr("&Full Screen"), { tr("F11") },
-        tr("Fill the screen, or go back"),
-        [this] { setWindowState(windowState() ^ Qt::WindowFullScreen); });
-    full->setCheckable(true);
-    auto* group = new QActionGroup(this);
-    const QPair<const char*, QString> themes[] = { { "system", tr("Colours of the &Desktop") },
-        { "light", tr("&Light") }, { "dark", tr("D&ark") } };
-    for (const auto& theme : themes) {
-        const QString word = QString::fromLatin1(theme.first);
-        QAction* action = m_commands->add(QStringLiteral("theme-") + word, theme.second, {},
-            tr("Choose the look of the window"), [this, word] { setTheme(word); });
-        action->setCheckable(true);
-        group->addAction(action);
-    }
-}
-
-void MainWindow::addHelpCommands()
-{
-    m_commands->beginGroup(tr("Help"));
-    m_commands->add(QStringLiteral("shortcuts"), tr("&Keyboard and Mouse"), { tr("F1") },
-        tr("Show all commands and their keys"), [this] {
-            auto* page = new ShortcutsPage(*m_commands, this);
-            page->setAttribute(Qt::WA_DeleteOnClose);
-            page->open();
-        });
-    m_commands->add(QStringLiteral("about"), tr("&About"), {}, tr("Version and licence"), [this] {
-        auto* box = new QMessageBox(QMessageBox::NoIcon, tr("About"),
-            tr("%1 %2").arg(
-                QApplication::applicationDisplayName(), QApplication::applicationVersion()),
-            QMessageBox::Close, this);
-        box->setInformativeText(tr("Designs materials for LuxRender.\nLicence: Apache-2.0"));
-        box->setIconPixmap(windowIcon().pixmap(64));
-        box->setAttribute(Qt::WA_DeleteOnClose);
-        box->open();
-    });
-}
-
-QMenu* MainWindow::addMenu(const QString& title, const QStringList& names)
-{
-    QMenu* menu = menuBar()->addMenu(title);
-    menu->setToolTipsVisible(true);
-    for (const QString& name : names) {
-        if (name.isEmpty())
-            menu->addSeparator();
-        else if (name == QLatin1String("[recent]"))
-            m_recentMenu = menu->addMenu(tr("Open &Recent"));
-        else if (name == QLatin1String("[examples]"))
-            m_exampleMenu = menu->addMenu(tr("Open &Example"));
-        else
-            menu->addAction(m_commands->get(name));
-    }
-    return menu;
-}
-
-void MainWindow::makeMenus()
-{
-    addMenu(tr("&File"),
-        { QStringLiteral("new"), QStringLiteral("open"), QStringLiteral("[recent]"),
-            QStringLiteral("[examples]"), QString(), QStringLiteral("save"),
-            QStringLiteral("saveAs"), QStringLiteral("close"), QString(),
-            QStringLiteral("openScene"), QStringLiteral("saveScene"), QStringLiteral("saveSceneAs"),
-            QString(), QStringLiteral("nextTab"), QStringLiteral("previousTab"), QString(),
-            QStringLiteral("quit") });
-    QMenu* edit = addMenu(tr("&Edit"), { QStringLiteral("undo"), QStringLiteral("redo") });
-    QMenu* brick = addMenu(tr("&Brick"),
-        { QStringLiteral("editValues"), QStringLiteral("lockAll"), QStringLiteral("unlockAll"),
-            QStringLiteral("resetAll") });
-    addMenu(tr("&Scene"),
-        { QStringLiteral("apply"), QStringLiteral("fromScene"), QString(),
-            QStringLiteral("showApplyList") });
-    QStringList names;
-    for (const QDockWidget* dock : qAsConst(m_docks))
-        names.append(QStringLiteral("dock") + dock->objectName());
-    names << QString() << QStringLiteral("resetLayout") << QStringLiteral("fullScreen") << QString()
-          << QStringLiteral("theme-system") << QStringLiteral("theme-light")
-          << QStringLiteral("theme-dark");
-    QMenu* view = addMenu(tr("&View"), names);
-    QAction* firstPanel = m_commands->get(QStringLiteral("dock") + m_docks.first()->objectName());
-    m_canvasSections = {
-        { edit, nullptr,
-            { -1, NetworkView::CutCommand, NetworkView::CopyCommand, NetworkView::PasteCommand,
-                NetworkView::DuplicateCommand, NetworkView::DeleteCommand,
-                NetworkView::DeleteReconnectCommand, -1, NetworkView::SelectAllCommand,
-                NetworkView::SelectUpstreamCommand, NetworkView::SelectDownstreamCommand,
-                NetworkView::KeepSelectedCommand },
-            {} },
-        { brick, m_commands->get(QStringLiteral("editValues")),
-            { NetworkView::AddBrickCommand, NetworkView::InsertBrickCommand, -1,
-                NetworkView::RenameCommand, NetworkView::HideParamsCommand,
-                NetworkView::WiderCommand, NetworkView::NarrowerCommand, -1,
-                NetworkView::FrameCommand, NetworkView::UnframeCommand,
-                NetworkView::FrameTitleCommand, NetworkView::RemoveFrameCommand, -1 },
-            {} },
-        { brick, nullptr, { -1, NetworkView::ArrangeCommand }, {} },
-        { brick->addMenu(tr("Ali&gn")), nullptr,
-            { NetworkView::AlignLeftCommand, NetworkView::AlignRightCommand,
-                NetworkView::AlignTopCommand, NetworkView::AlignBottomCommand,
-                NetworkView::AlignHorizontalCentresCommand,
-                NetworkView::AlignVerticalCentresCommand, -1,
-                NetworkView::DistributeHorizontallyCommand,
-                NetworkView::DistributeVerticallyCommand },
-            {} },
-        { view, firstPanel,
-            { NetworkView::ZoomToAllCommand, NetworkView::ZoomToSelectionCommand,
-                NetworkView::ZoomInCommand, NetworkView::ZoomOutCommand,
-                NetworkView::ZoomToOneCommand, -1, NetworkView::ShowMiniMapCommand,
-                NetworkView::SnapToGridCommand, -1 },
-            {} },
-    };
-    addMenu(tr("&Help"), { QStringLiteral("shortcuts"), QStringLiteral("about") });
-    m_recentMenu->setObjectName(QStringLiteral("recent"));
-    connect(m_recentMenu, &QMenu::aboutToShow, this, &MainWindow::fillRecentMenu);
-    connect(m_exampleMenu, &QMenu::aboutToShow, this, [this] { fillExampleMenu(m_exampleMenu); });
-}
-
-/// Each canvas has its own commands, which hold while the keyboard is on it: the menus show those
-/// of the current one.
-void MainWindow::showCanvasCommands()
-{
-    const NetworkView* view = getView();
-    QVector<QAction*> listed;
-    for (CanvasSection& section : m_canvasSections) {
-        for (QAction* action : qAsConst(section.shown)) {
-            section.menu->removeAction(action);
-            if (action->isSeparator())
-                delete action;
-        }
-        section.shown.clear();
-        for (const int command : qAsConst(section.commands)) {
-            if (!view)
-                break;
-            if (command < 0) {
-                section.shown.append(section.menu->insertSeparator(section.before));
-                continue;
-            }
-            QAction* action = view->getAction(NetworkView::Command(command));
-            section.menu->insertAction(section.before, action);
-            section.shown.append(action);
-            listed.append(action);
-        }
-    }
-    m_commands->setGroup(tr("Canvas"), listed);
-}
-
-void MainWindow::fillRecentMenu()
-{
-    m_recentMenu->clear();
-    QStringList networks;
-    QStringList scenes;
-    for (const QString& path : m_settings->getRecentFiles())
-        (SceneSession::isSceneFile(path) ? scenes : networks).append(path);
-    addRecent(tr("Networks"), networks);
-    addRecent(tr("Scenes"), scenes);
-    if (networks.isEmpty() && scenes.isEmpty()) {
-        m_recentMenu->addAction(tr("None yet"))->setEnabled(false);
-        return;
-    }
-    m_recentMenu->addSeparator();
-    connect(m_recentMenu->addAction(tr("Clear")), &QAction::triggered, this, [this] {
-        m_settings->clearRecentFiles();
-        m_welcome->setRecentFiles(QStringList());
-    });
-}
-
-void MainWindow::addRecent(const QString& title, const QStringList& paths)
-{
-    if (!paths.isEmpty())
-        m_recentMenu->addSection(title);
-    for (const QString& path : paths) {
-        QAction* action = m_recentMenu->addAction(
-            QFileInfo(path).fileName().replace(QLatin1Char('&'), QLatin1String("&&")));
-        action->setToolTip(path);
-        connect(action, &QAction::triggered, this, [this, path] { openFile(path); });
-    }
-}
-
-void MainWindow::fillExampleMenu(QMenu* menu)
-{
-    menu->clear();
-    const QStringList paths = findExamples();
-    for (const QString& path : paths)
-        connect(menu->addAction(QFileInfo(path).completeBaseName()), &QAction::triggered, this,
-            [this, path] { m_documents->openAsNew(path); });
-    if (paths.isEmpty())
-        menu->addAction(tr("None installed"))->setEnabled(false);
-}
-
-void MainWindow::makeToolBar()
-{
-    QToolBar* bar = addToolBar(tr("Commands"));
-    bar->setObjectName(QStringLiteral("Commands"));
-    bar->setIconSize(QSize(18, 18));
-    bar->setMovable(false);
-    const QStringList names { QStringLiteral("new"), QStringLiteral("open"), QStringLiteral("save"),
-        QString(), QStringLiteral("undo"), QStringLiteral("redo"), QString(),
-        QStringLiteral("apply"), QStringLiteral("fromScene") };
-    for (const QString& name : names) {
-        if (name.isEmpty())
-            bar->addSeparator();
-        else
-            bar->addAction(m_commands->get(name));
-    }
-    for (const char* name : { "apply", "fromScene" })
-        static_cast<QToolButton*>(bar->widgetForAction(m_commands->get(QString::fromLatin1(name))))
-            ->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    for (QAction* action : bar->actions())
-        if (auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action)))
-            button->setFocusPolicy(Qt::TabFocus);
+    m_welcome = new WelcomePage(*m_commands);
+    // A page that needs much room must not make the window wider than the screen.
+    m_welcomeArea->setWidget(m_welcome);
+    m_welcomeArea->setWidgetResizable(true);
+    m_welcomeArea->setFrameShape(QFrame::NoFrame);
+    m_welcomeArea->setFocusPolicy(Qt::NoFocus);
+    m_centre->addWidget(m_welcomeArea);
+    m_centre->addWidget(m_tabs);
+    setCentralWidget(m_centre);
 }
 
 void MainWindow::makeStatusBar()
 {
-    m_message = new MessageLine;
-    m_problemButton = new QToolButton;
     m_problemButton->setAutoRaise(true);
     m_problemButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_problemButton->setIcon(LineIcon::make(LineIcon::Warning));
@@ -577,60 +216,134 @@ void MainWindow::makeStatusBar()
     statusBar()->addPermanentWidget(m_problemButton);
 }
 
-QDockWidget* MainWindow::addDock(
-    const QString& name, const QString& title, QWidget* panel, Qt::DockWidgetArea area)
+void MainWindow::makePanels()
 {
-    auto* dock = new QDockWidget(title);
-    dock->setObjectName(name);
-    dock->setWidget(panel);
-    addDockWidget(area, dock);
-    m_docks.append(dock);
-    return dock;
-}
-
-void MainWindow::makeDocks()
-{
+    m_surfaces = new SurfacesPanel(m_commands->findAll("apply fromScene"));
     m_history->setFrameShape(QFrame::NoFrame);
     m_history->setEmptyLabel(tr("Begin"));
-    m_history->setItemDelegate(new HistoryDelegate(m_steps, m_tabs, m_history));
+    m_history->setItemDelegate(new HistoryDelegate(m_steps, m_history));
     m_history->setAccessibleName(tr("History"));
-    addDock(QStringLiteral("Brickyard"), tr("Brickyard"), m_brickyard, Qt::LeftDockWidgetArea);
-    addDock(QStringLiteral("Surfaces"), tr("Surfaces"), m_surfaces, Qt::LeftDockWidgetArea);
-    addDock(QStringLiteral("History"), tr("History"), m_history, Qt::LeftDockWidgetArea);
-    addDock(QStringLiteral("Properties"), tr("Properties"), m_properties, Qt::RightDockWidgetArea);
-    addDock(
-        QStringLiteral("SceneCode"), tr("LuxRender Text"), m_textPanel, Qt::RightDockWidgetArea);
-    addDock(QStringLiteral("Problems"), tr("Problems"), m_problems, Qt::BottomDockWidgetArea);
-    arrangeDocks();
-    QDockWidget* problems = m_docks.last();
-    connect(m_problemButton, &QToolButton::clicked, problems, [problems] {
-        problems->show();
-        problems->raise();
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    // Panels share the height that there is.
+    resize(firstSizeOn(screen()));
+    m_panels->add({
+        { "Brickyard", tr("Brickyard"), m_brickyard, Qt::LeftDockWidgetArea, Panel::Shown,
+            QSize(panelWidth, 560), "Ctrl+1" },
+        { "Surfaces", tr("Surfaces"), m_surfaces, Qt::LeftDockWidgetArea, Panel::Shown,
+            QSize(panelWidth, 260), "Ctrl+2" },
+        { "History", tr("History"), m_history, Qt::LeftDockWidgetArea, Panel::Behind, QSize(),
+            "Ctrl+3" },
+        { "Properties", tr("Properties"), m_properties, Qt::RightDockWidgetArea, Panel::Shown,
+            QSize(codeWidth, 430), "Ctrl+4" },
+        { "SceneCode", tr("LuxRender Text"), m_textPanel, Qt::RightDockWidgetArea, Panel::Shown,
+            QSize(codeWidth, 390), "Ctrl+5" },
+        { "Problems", tr("Problems"), m_problems, Qt::BottomDockWidgetArea, Panel::Hidden,
+            QSize(0, 120), "Ctrl+6" },
     });
 }
 
-void MainWindow::arrangeDocks()
+QMenu* MainWindow::addMenu(const QString& title, const char* ids)
 {
-    enum { Brickyard, Surfaces, History, Properties, SceneCode, Problems };
-    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
-    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
-    tabifyDockWidget(m_docks.at(Surfaces), m_docks.at(History));
-    m_docks.at(Surfaces)->raise();
-    m_docks.at(Problems)->hide();
-    resize(firstSizeOn(screen()));
-    resizeDocks({ m_docks.at(Brickyard), m_docks.at(Properties) }, { panelWidth - 60, codeWidth },
-        Qt::Horizontal);
-    resizeDocks({ m_docks.at(Brickyard), m_docks.at(Surfaces) }, { 560, 260 }, Qt::Vertical);
-    resizeDocks({ m_docks.at(Properties), m_docks.at(SceneCode) }, { 430, 390 }, Qt::Vertical);
-    resizeDocks({ m_docks.at(Problems) }, { 120 }, Qt::Vertical);
+    QMenu* menu = menuBar()->addMenu(title);
+    menu->setToolTipsVisible(true);
+    m_commands->fill(menu, ids);
+    // Not everything tells when it changes.
+    connect(menu, &QMenu::aboutToShow, m_commands, [this] { m_commands->refresh(); });
+    return menu;
 }
 
-void MainWindow::setTheme(const QString& word)
+void MainWindow::makeMenus()
 {
-    const Theme::Mode mode = Theme::fromWord(word);
-    Theme::apply(mode);
-    m_settings->setTheme(Theme::toWord(mode));
-    m_commands->get(QStringLiteral("theme-") + Theme::toWord(mode))->setChecked(true);
+    auto* recent = new RecentMenu(m_settings, tr("Open &Recent"), menuBar());
+    connect(recent, &RecentMenu::fileChosen, this, &MainWindow::openFile);
+    connect(recent, &RecentMenu::cleared, this, [this] {
+        m_settings->clearRecentFiles();
+        showRecentFiles();
+    });
+    auto* examples = new ExampleMenu(tr("Open &Example"), menuBar());
+    connect(examples, &ExampleMenu::fileChosen, m_documents.get(), &DocumentController::openAsNew);
+
+    QMenu* file = addMenu(tr("&File"), "new open");
+    file->addMenu(recent);
+    file->addMenu(examples);
+    m_commands->fill(
+        file, "| save saveAs close | openScene saveScene saveSceneAs | nextTab previousTab | quit");
+    addMenu(tr("&Edit"),
+        "undo redo | cut copy paste duplicate delete deleteReconnect | selectAll selectUpstream "
+        "selectDownstream keepSelected");
+    QMenu* brick = addMenu(tr("&Brick"),
+        "addBrick insertBrick | rename hideParams wider narrower | frame unframe frameTitle "
+        "removeFrame | editValues lockAll unlockAll resetAll | arrange");
+    m_commands->fill(brick->addMenu(tr("Ali&gn")), CanvasCommands::alignments());
+    addMenu(tr("&Scene"), "apply fromScene | showApplyList");
+    QMenu* view = addMenu(tr("&View"),
+        "zoomToAll zoomToSelection zoomIn zoomOut zoomToOne | showMiniMap snapToGrid |");
+    m_commands->fill(view, m_panels->getCommandIds());
+    m_commands->fill(view,
+        "| nextPart previousPart | resetLayout fullScreen | theme-system theme-light theme-dark");
+    addMenu(tr("&Help"), "shortcuts about");
+}
+
+void MainWindow::makeToolBar()
+{
+    QToolBar* bar = addToolBar(tr("Commands"));
+    bar->setObjectName(QStringLiteral("Commands"));
+    bar->setIconSize(QSize(18, 18));
+    bar->setMovable(false);
+    m_commands->fill(bar, "new open save | undo redo | apply fromScene");
+    const QVector<QAction*> named = m_commands->findAll("apply fromScene");
+    for (QAction* action : bar->actions()) {
+        auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action));
+        if (!button)
+            continue;
+        button->setFocusPolicy(Qt::TabFocus);
+        if (named.contains(action))
+            button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    }
+}
+
+void MainWindow::makeConnections()
+{
+    connect(m_problemButton, &QToolButton::clicked, this, [this] { m_panels->show(m_problems); });
+    connect(m_tabs, &DocumentTabs::opened, this, &MainWindow::documentOpened);
+    connect(m_tabs, &DocumentTabs::closed, this, &MainWindow::documentClosed);
+    connect(m_tabs, &DocumentTabs::currentDocumentChanged, this, &MainWindow::currentChanged);
+    connect(m_steps, &NetworkSteps::ran, this, &MainWindow::stepsRan);
+    connect(m_documents.get(), &DocumentController::message, this, &MainWindow::showMessage);
+    connect(m_sceneController.get(), &SceneController::message, this, &MainWindow::showMessage);
+    connect(m_documents.get(), &DocumentController::recentFilesChanged, this,
+        &MainWindow::showRecentFiles);
+    connect(m_sceneController.get(), &SceneController::recentFilesChanged, this,
+        &MainWindow::showRecentFiles);
+    connect(m_sceneController.get(), &SceneController::applyListShownChanged, this,
+        &MainWindow::refreshCommands);
+    connect(m_welcome, &WelcomePage::fileChosen, this, &MainWindow::openFile);
+    connect(
+        m_welcome, &WelcomePage::exampleChosen, m_documents.get(), &DocumentController::openAsNew);
+    connect(m_brickyard, &BrickyardPanel::brickChosen, this, &MainWindow::addBrick);
+    connect(m_brickyard, &BrickyardPanel::message, this, &MainWindow::showWarning);
+    connect(m_properties, &PropertiesPanel::brickActivated, this, &MainWindow::showBrick);
+    connect(m_properties, &PropertiesPanel::message, this, &MainWindow::showWarning);
+    connect(m_textPanel, &NetworkTextPanel::brickActivated, this, &MainWindow::showBrick);
+    connect(m_textPanel, &NetworkTextPanel::message, this, &MainWindow::showMessage);
+    connect(m_problems, &ProblemsPanel::brickActivated, this, &MainWindow::showBrick);
+    connect(m_problems, &ProblemsPanel::problemsChanged, this, &MainWindow::showProblems);
+    connect(m_surfaces, &SurfacesPanel::selectionChanged, this, &MainWindow::refreshCommands);
+    connect(m_sceneController->getSession(), &SceneSession::fileChanged, this,
+        &MainWindow::refreshCommands);
+    connect(
+        dzUndoStack->getQtStack(), &QUndoStack::indexChanged, this, &MainWindow::refreshCommands);
+}
+
+void MainWindow::showRecentFiles()
+{
+    m_welcome->setRecentFiles(m_settings->getRecentFiles());
+}
+
+void MainWindow::refreshCommands()
+{
+    m_commands->refresh(Command::Window);
 }
 
 // What is current.
@@ -643,11 +356,10 @@ void MainWindow::documentOpened(MixerDocument* document)
     connect(view, &NetworkView::valueActivated, this, &MainWindow::editValue);
     connect(view, &NetworkView::brickActivated, this, &MainWindow::editValues);
     connect(document->getSelection(), &BrickSelection::selectionChanged, this,
-        &MainWindow::updateCommands);
-    QAction* miniMap = view->getAction(NetworkView::ShowMiniMapCommand);
-    if (miniMap->isChecked() != m_settings->isMiniMapShown())
-        miniMap->trigger();
-    connect(miniMap, &QAction::toggled, this,
+        &MainWindow::refreshCommands);
+    view->setCommands(m_commands);
+    view->setMiniMapShown(m_settings->isMiniMapShown());
+    connect(view, &NetworkView::miniMapShown, this,
         [this](bool shown) { m_settings->setMiniMapShown(shown); });
 }
 
@@ -682,14 +394,10 @@ void MainWindow::currentChanged()
     m_properties->setDocument(document);
     m_textPanel->setDocument(document);
     m_problems->setDocument(document);
-    if (m_canvasView != getView()) {
-        m_canvasView = getView();
-        showCanvasCommands();
-    }
     // Its steps bear the names of networks.
     m_history->viewport()->update();
     updateTitle();
-    updateCommands();
+    m_commands->refresh();
 }
 
 void MainWindow::updateTitle()
@@ -706,56 +414,21 @@ void MainWindow::updateTitle()
     setWindowModified(document->isModified());
 }
 
-void MainWindow::updateCommands()
-{
-    const auto command
-        = [this](const char* name) { return m_commands->get(QString::fromLatin1(name)); };
-    const MixerDocument* document = getDocument();
-    const bool hasDocument = document != nullptr;
-    const bool hasBricks = hasDocument && !document->getSelection()->isEmpty();
-    for (const char* name : { "save", "saveAs", "close" })
-        command(name)->setEnabled(hasDocument);
-    for (const char* name : { "lockAll", "unlockAll", "resetAll", "editValues" })
-        command(name)->setEnabled(hasBricks);
-    // While a hold is open nothing is undone, but nobody tells when it was taken back.
-    command("undo")->setEnabled(dzUndoStack->getQtStack()->canUndo());
-    command("undo")->setText(tr("&Undo %1").arg(dzUndoStack->getUndoCaption()).trimmed());
-    command("redo")->setEnabled(dzUndoStack->getQtStack()->canRedo());
-    command("redo")->setText(tr("&Redo %1").arg(dzUndoStack->getRedoCaption()).trimmed());
-    const bool hasScene = m_scene->getSession()->hasScene();
-    command("saveScene")->setEnabled(hasScene);
-    command("saveSceneAs")->setEnabled(hasScene);
-    const bool hasSurfaces = !selectedSurfaces().isEmpty();
-    command("apply")->setEnabled(hasDocument && hasSurfaces);
-    command("fromScene")->setEnabled(hasSurfaces);
-}
-
-/// Takes the keyboard to the first value, also when the panel is hidden.
 void MainWindow::editValues()
 {
-    showProperties();
+    NetworkView* view = getView();
+    if (DzProperty* property = view ? view->getKeyboard()->getProperty() : nullptr) {
+        editValue(property);
+        return;
+    }
+    m_panels->show(m_properties);
     m_properties->focusFirst();
 }
 
 void MainWindow::editValue(DzProperty* property)
 {
-    showProperties();
+    m_panels->show(m_properties);
     m_properties->focusOn(property);
-}
-
-void MainWindow::showProperties()
-{
-    QDockWidget* dock = dockOf(m_properties);
-    dock->show();
-    dock->raise();
-}
-
-QDockWidget* MainWindow::dockOf(const QWidget* panel) const
-{
-    const auto found = std::find_if(m_docks.begin(), m_docks.end(),
-        [panel](const QDockWidget* dock) { return dock->widget() == panel; });
-    Q_ASSERT(found != m_docks.end());
-    return *found;
 }
 
 void MainWindow::showBrick(DzShaderBrick* brick)
@@ -778,12 +451,16 @@ void MainWindow::addBrick(const QString& className)
     DzShaderBrick* brick = getDocument()->getEdit()->addBrick(className,
         findFreePlace(*getDocument()->getEdit(), view->getVisibleBox(), sizeOf(className)), &error);
     if (!brick) {
-        showMessage(error);
+        showWarning(error);
         return;
     }
     getDocument()->getSelection()->set({ brick });
     view->showBrick(brick);
-    showMessage(tr("Added %1. Drag from a pin to link it.").arg(brick->getBrickTitle()));
+    const QString notice = secondRootNotice(*getDocument()->getEdit(), brick);
+    if (notice.isEmpty())
+        showMessage(tr("Added %1. Drag from a pin to link it.").arg(brick->getBrickTitle()));
+    else
+        showWarning(notice);
 }
 
 void MainWindow::showProblems()
@@ -799,16 +476,31 @@ void MainWindow::showProblems()
     for (const Problem& problem : problems)
         if (problem.brick)
             texts[problem.brick].append(problem.text);
-    view->clearBadges();
+    view->getNetworkScene()->clearBadges();
     for (auto text = texts.constBegin(); text != texts.constEnd(); ++text)
-        view->setBadge(text.key(), text.value().join(QLatin1Char('\n')));
+        view->getNetworkScene()->setBadge(text.key(), text.value().join(QLatin1Char('\n')));
+}
+
+void MainWindow::goToPart(int step)
+{
+    QWidget* canvas = m_centre->currentWidget();
+    m_panels->focusNext(getView() ? getView() : canvas, step);
 }
 
 // Events.
 
+/// What no field wanted for itself.
+void MainWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && getView())
+        getView()->setFocus(Qt::OtherFocusReason);
+    else
+        DzMainWindow::keyPressEvent(event);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (!m_documents->mayLeave() || !m_scene->mayLeave()) {
+    if (!m_documents->mayLeave() || !m_sceneController->mayLeave()) {
         event->ignore();
         return;
     }
@@ -818,13 +510,13 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!localFiles(event->mimeData()).isEmpty())
+    if (!openableFiles(event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    const QStringList paths = localFiles(event->mimeData());
+    const QStringList paths = openableFiles(event->mimeData());
     if (paths.isEmpty())
         return;
     event->acceptProposedAction();

@@ -17,18 +17,17 @@ class DzShaderBrick;
 class MessageLine;
 class MixerDocument;
 class NetworkSteps;
+class NetworkTextPanel;
 class NetworkView;
+class PanelSet;
 class ProblemsPanel;
 class ProgramSettings;
 class PropertiesPanel;
-class QActionGroup;
-class QDockWidget;
 class QMenu;
 class QScrollArea;
 class QStackedWidget;
 class QToolButton;
 class QUndoView;
-class NetworkTextPanel;
 class SceneController;
 class SurfacesPanel;
 class WelcomePage;
@@ -55,7 +54,8 @@ public:
     CommandSet* getCommands() const { return m_commands; }
     DocumentTabs* getTabs() const { return m_tabs; }
     DocumentController* getDocuments() const { return m_documents.get(); }
-    SceneController* getSceneController() const { return m_scene.get(); }
+    SceneController* getSceneController() const { return m_sceneController.get(); }
+    PanelSet* getPanels() const { return m_panels; }
     BrickyardPanel* getBrickyard() const { return m_brickyard; }
     PropertiesPanel* getProperties() const { return m_properties; }
     SurfacesPanel* getSurfaces() const { return m_surfaces; }
@@ -73,76 +73,55 @@ public slots:
     void showWarning(const QString& text);
     /// Selects a brick and brings it into view.
     void showBrick(DzShaderBrick* brick);
+    /// Takes the keyboard to the value of the canvas' row that has it, else to the first value;
+    /// also when the panel is hidden.
+    void editValues();
+    /// Takes the keyboard to the next part of the window, or the one before: canvas and panels.
+    void goToPart(int step);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void addFileCommands();
-    void addEditCommands();
-    void addBrickCommands();
-    void addViewCommands();
-    void addSceneCommands();
-    void addHelpCommands();
+    void makeCentre();
+    void makeStatusBar();
+    void makePanels();
+    QMenu* addMenu(const QString& title, const char* ids);
     void makeMenus();
     void makeToolBar();
-    void makeDocks();
-    void makeStatusBar();
-    QDockWidget* addDock(
-        const QString& name, const QString& title, QWidget* panel, Qt::DockWidgetArea area);
-    void arrangeDocks();
-    QDockWidget* dockOf(const QWidget* panel) const;
-    QMenu* addMenu(const QString& title, const QStringList& names);
-    void fillRecentMenu();
-    void addRecent(const QString& title, const QStringList& paths);
-    void fillExampleMenu(QMenu* menu);
-    void setTheme(const QString& word);
+    void makeConnections();
+    void showRecentFiles();
+    void refreshCommands();
 
     void documentOpened(MixerDocument* document);
     void documentClosed(MixerDocument* document);
     void stepsRan(const QVector<MixerDocument*>& changed, bool isUndo, const QString& caption);
-    void editValues();
     void editValue(DzProperty* property);
-    void showProperties();
     void currentChanged();
-    void updateCommands();
     void updateTitle();
     void showProblems();
     void addBrick(const QString& className);
-    void showCanvasCommands();
 
     ProgramSettings* m_settings;
     AutosaveStore* m_store;
     CommandSet* m_commands;
+    PanelSet* m_panels;
     DocumentTabs* m_tabs;
-    WelcomePage* m_welcome;
+    WelcomePage* m_welcome = nullptr;
     QStackedWidget* m_centre;
     QScrollArea* m_welcomeArea;
     std::unique_ptr<DocumentController> m_documents;
-    std::unique_ptr<SceneController> m_scene;
+    std::unique_ptr<SceneController> m_sceneController;
     BrickyardPanel* m_brickyard;
     PropertiesPanel* m_properties;
-    SurfacesPanel* m_surfaces;
+    SurfacesPanel* m_surfaces = nullptr;
     NetworkTextPanel* m_textPanel;
     ProblemsPanel* m_problems;
     QUndoView* m_history;
     NetworkSteps* m_steps;
-    QMenu* m_recentMenu = nullptr;
-    QMenu* m_exampleMenu = nullptr;
-    /// Menus that show commands of the current canvas, before the given command.
-    struct CanvasSection {
-        QMenu* menu;
-        QAction* before;
-        QVector<int> commands; ///< of NetworkView; -1 for a separator
-        QVector<QAction*> shown;
-    };
-    QVector<CanvasSection> m_canvasSections;
-    /// The canvas whose commands are shown; compared only.
-    const NetworkView* m_canvasView = nullptr;
-    QToolButton* m_problemButton = nullptr;
-    MessageLine* m_message = nullptr;
-    QList<QDockWidget*> m_docks;
-    QByteArray m_firstLayout;
+    QToolButton* m_problemButton;
+    MessageLine* m_message;
 };

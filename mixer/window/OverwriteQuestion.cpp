@@ -18,7 +18,7 @@ QString tr(const char* text)
 
 OverwriteAnswer askToOverwrite(QWidget* parent, const QString& title)
 {
-    QMessageBox box(QMessageBox::Warning, QCoreApplication::applicationName(),
+    QMessageBox box(QMessageBox::Warning, tr("Overwrite the File?"),
         tr("\"%1\" was changed by another program.").arg(title), QMessageBox::Cancel, parent);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(tr("Overwriting it loses what the other program saved."));

@@ -15,6 +15,7 @@
 #include "PendingEdits.h"
 #include "ProgramSettings.h"
 #include "SceneSession.h"
+#include "dzfileformat.h"
 #include "dzmaterial.h"
 #include "dznode.h"
 #include "dzscene.h"
@@ -90,7 +91,8 @@ bool SceneController::open(const QString& path)
 void SceneController::openWithDialog()
 {
     const QString path = QFileDialog::getOpenFileName(m_window, tr("Open Scene"),
-        QFileInfo(m_session->getPath()).absolutePath(), SceneSession::fileFilter());
+        QFileInfo(m_session->getPath()).absolutePath(),
+        DzFileFormats::getDialogFilter({ DzFileKind::scene() }, DzFileFormats::Reading));
     if (!path.isEmpty())
         open(path);
 }
@@ -137,11 +139,12 @@ bool SceneController::saveAs()
     if (!m_session->hasScene())
         return false;
     const QFileInfo before(m_session->getPath());
-    QFileDialog dialog(
-        m_window, tr("Save Scene"), before.absolutePath(), tr("Scenes (*.duf);;All files (*)"));
+    const QString suffix = DzFileFormats::getUsualSuffix(DzFileKind::scene());
+    QFileDialog dialog(m_window, tr("Save Scene"), before.absolutePath(),
+        DzFileFormats::getDialogFilter({ DzFileKind::scene() }, DzFileFormats::Writing));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("duf"));
-    dialog.selectFile(before.completeBaseName() + QStringLiteral(".duf"));
+    dialog.setDefaultSuffix(suffix);
+    dialog.selectFile(before.completeBaseName() + QLatin1Char('.') + suffix);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return false;
     return saveTo(dialog.selectedFiles().first());
@@ -175,7 +178,7 @@ bool SceneController::mayLeave()
 {
     if (!m_session->isModified())
         return true;
-    QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(),
+    QMessageBox box(QMessageBox::Question, tr("Save the Scene?"),
         tr("Save the changes to the scene \"%1\"?").arg(m_session->getTitle()),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
     box.setTextFormat(Qt::PlainText);

@@ -7,7 +7,11 @@
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -101,17 +105,14 @@ QTreeWidgetItem* addHeading(QTreeWidget* list, const QString& title)
     return item;
 }
 
-void addLine(QTreeWidgetItem* heading, const QString& what, const QString& keys, const QString& tip)
-{
-    auto* item = new QTreeWidgetItem(heading, { what, keys });
-    item->setToolTip(0, tip);
-}
+/// The id of a line's command; none for gestures.
+const int idRole = Qt::UserRole;
 
 void addGestures(QTreeWidgetItem* heading, const Gesture* first, const Gesture* last)
 {
     for (const Gesture* gesture = first; gesture != last; ++gesture)
-        addLine(heading, ShortcutsPage::tr(gesture->what), ShortcutsPage::tr(gesture->gesture),
-            QString());
+        new QTreeWidgetItem(
+            heading, { ShortcutsPage::tr(gesture->what), ShortcutsPage::tr(gesture->gesture) });
 }
 
 QString keysOf(const QAction* action)
@@ -122,57 +123,137 @@ QString keysOf(const QAction* action)
     return keys.join(QStringLiteral(",  "));
 }
 
-void showMatching(QTreeWidget* list, const QString& text)
+bool isShownCommand(const QTreeWidgetItem* line)
 {
-    for (int i = 0; i < list->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* heading = list->topLevelItem(i);
+    return !line->isHidden() && !line->data(0, idRole).toString().isEmpty();
+}
+
+} // namespace
+
+ShortcutsPage::ShortcutsPage(CommandSet* commands, QWidget* parent)
+    : QDialog(parent)
+    , m_commands(commands)
+    , m_search(new QLineEdit)
+    , m_list(new QTreeWidget)
+    , m_note(new QLabel)
+{
+    setWindowTitle(tr("Keyboard and Mouse"));
+    m_search->setPlaceholderText(tr("Search commands; Return runs what is found"));
+    m_search->setAccessibleName(tr("Search commands"));
+    m_search->setClearButtonEnabled(true);
+    m_search->installEventFilter(this);
+    m_list->setColumnCount(2);
+    m_list->setHeaderLabels({ tr("Command"), tr("Keys") });
+    m_list->setAlternatingRowColors(true);
+    m_list->setAccessibleName(tr("Commands and their keys"));
+    fill();
+    m_list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_list->header()->setStretchLastSection(false);
+    m_list->setColumnWidth(1, 230);
+    m_note->setTextFormat(Qt::PlainText);
+    m_note->setObjectName(QStringLiteral("note"));
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    // Return is for the lines.
+    buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
+    auto* foot = new QHBoxLayout;
+    foot->addWidget(m_note, 1);
+    foot->addWidget(buttons);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_search);
+    layout->addWidget(m_list);
+    layout->addLayout(foot);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_search, &QLineEdit::textChanged, this, &ShortcutsPage::search);
+    connect(m_list, &QTreeWidget::itemActivated, this, &ShortcutsPage::run);
+    resize(620, 640);
+    m_search->setFocus();
+}
+
+void ShortcutsPage::fill()
+{
+    m_commands->refresh();
+    const QBrush faint = palette().brush(QPalette::PlaceholderText);
+    for (const CommandSet::Group& group : m_commands->getGroups()) {
+        QTreeWidgetItem* heading = addHeading(m_list, group.title);
+        for (const QAction* action : group.actions) {
+            auto* line = new QTreeWidgetItem(
+                heading, { action->text().remove(QLatin1Char('&')), keysOf(action) });
+            line->setToolTip(0, action->statusTip());
+            line->setData(0, idRole, action->data());
+            if (!action->isEnabled())
+                line->setForeground(0, faint);
+        }
+    }
+    QTreeWidgetItem* canvas = addHeading(m_list, tr("On the Canvas"));
+    addGestures(canvas, std::begin(canvasKeys), std::end(canvasKeys));
+    addGestures(canvas, std::begin(canvasMouse), std::end(canvasMouse));
+    addGestures(
+        addHeading(m_list, tr("On Values")), std::begin(valueGestures), std::end(valueGestures));
+}
+
+void ShortcutsPage::search(const QString& text)
+{
+    const QString wanted = text.trimmed();
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* heading = m_list->topLevelItem(i);
         int shown = 0;
         for (int k = 0; k < heading->childCount(); ++k) {
             QTreeWidgetItem* line = heading->child(k);
-            const bool matches = line->text(0).contains(text, Qt::CaseInsensitive)
-                || line->text(1).contains(text, Qt::CaseInsensitive);
+            const bool matches = line->text(0).contains(wanted, Qt::CaseInsensitive)
+                || line->text(1).contains(wanted, Qt::CaseInsensitive);
             line->setHidden(!matches);
             shown += matches ? 1 : 0;
         }
         heading->setHidden(shown == 0);
     }
+    m_note->clear();
+    m_list->setCurrentItem(nullptr);
+    if (!wanted.isEmpty())
+        goBy(1);
 }
 
-} // namespace
-
-ShortcutsPage::ShortcutsPage(const CommandSet& commands, QWidget* parent)
-    : QDialog(parent)
+/// Goes to another line of a command, from the top when none is current.
+void ShortcutsPage::goBy(int lines)
 {
-    setWindowTitle(tr("Keyboard and Mouse"));
-    auto* search = new QLineEdit;
-    search->setPlaceholderText(tr("Search commands"));
-    search->setClearButtonEnabled(true);
-    auto* list = new QTreeWidget;
-    list->setColumnCount(2);
-    list->setHeaderLabels({ tr("Command"), tr("Keys") });
-    list->setAlternatingRowColors(true);
-    list->setAccessibleName(tr("Commands and their keys"));
-    for (const CommandSet::Group& group : commands.getGroups()) {
-        QTreeWidgetItem* heading = addHeading(list, group.title);
-        for (const QAction* action : group.actions)
-            addLine(heading, action->text().remove(QLatin1Char('&')), keysOf(action),
-                action->statusTip());
+    QTreeWidgetItem* line = m_list->currentItem();
+    do
+        line = line ? (lines > 0 ? m_list->itemBelow(line) : m_list->itemAbove(line))
+                    : m_list->topLevelItem(0);
+    while (line && !isShownCommand(line));
+    if (line)
+        m_list->setCurrentItem(line);
+}
+
+void ShortcutsPage::run(QTreeWidgetItem* line)
+{
+    QAction* action = line ? m_commands->find(line->data(0, idRole).toString()) : nullptr;
+    if (!action)
+        return;
+    if (!action->isEnabled()) {
+        m_note->setText(tr("\"%1\" has nothing to work on now.").arg(line->text(0)));
+        return;
     }
-    QTreeWidgetItem* canvas = addHeading(list, tr("On the Canvas"));
-    addGestures(canvas, std::begin(canvasKeys), std::end(canvasKeys));
-    addGestures(canvas, std::begin(canvasMouse), std::end(canvasMouse));
-    addGestures(
-        addHeading(list, tr("On Values")), std::begin(valueGestures), std::end(valueGestures));
-    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    list->header()->setStretchLastSection(false);
-    list->setColumnWidth(1, 230);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(search);
-    layout->addWidget(list);
-    layout->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(search, &QLineEdit::textChanged, this,
-        [list](const QString& text) { showMatching(list, text.trimmed()); });
-    resize(620, 640);
+    accept();
+    // When the window has the keyboard again.
+    QTimer::singleShot(0, action, &QAction::trigger);
+}
+
+bool ShortcutsPage::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Up:
+        goBy(-1);
+        return true;
+    case Qt::Key_Down:
+        goBy(1);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        run(m_list->currentItem());
+        return true;
+    default:
+        return QDialog::eventFilter(watched, event);
+    }
 }

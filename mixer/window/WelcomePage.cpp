@@ -62,8 +62,7 @@ WelcomePage::WelcomePage(const CommandSet& commands, QWidget* parent)
     text->setWordWrap(true);
     column->addWidget(text);
     auto* buttons = new QHBoxLayout;
-    for (const char* name : { "new", "open", "openScene" }) {
-        QAction* action = commands.get(QString::fromLatin1(name));
+    for (QAction* action : commands.findAll("new open openScene")) {
         auto* button = new QPushButton(action->icon(), action->text());
         button->setToolTip(action->toolTip());
         connect(button, &QPushButton::clicked, action, &QAction::trigger);

@@ -4,6 +4,7 @@
 #include "CanvasFixture.h"
 
 #include "BrickItem.h"
+#include "CanvasCommands.h"
 #include "dzbrickparam.h"
 #include "dzundostack.h"
 
@@ -14,7 +15,11 @@
 CanvasFixture::CanvasFixture()
     : m_edit(&m_user)
     , m_view(&m_edit, &m_selection)
+    , m_commands(&m_view)
 {
+    m_commands.beginGroup(QStringLiteral("Canvas"));
+    CanvasCommands::addTo(&m_commands, [this] { return &m_view; });
+    m_view.setCommands(&m_commands);
     QObject::connect(&m_view, &NetworkView::statusMessage, &m_view,
         [this](const QString& text) { m_messages.append(text); });
     m_view.resize(1000, 700);
@@ -142,6 +147,13 @@ void CanvasFixture::wheel(const QPoint& place, int turn, Qt::KeyboardModifiers m
     QWheelEvent event(local, m_view.viewport()->mapToGlobal(local.toPoint()), QPoint(),
         QPoint(0, turn), Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(m_view.viewport(), &event);
+}
+
+QAction* CanvasFixture::command(const char* id) const
+{
+    QAction* action = m_commands.find(QString::fromLatin1(id));
+    EXPECT_NE(action, nullptr) << id;
+    return action;
 }
 
 QWidget* CanvasFixture::search() const

@@ -4,6 +4,7 @@
 
 #include "BrickAppearance.h"
 #include "BrickSelection.h"
+#include "CommandSet.h"
 #include "NetworkEdit.h"
 #include "NetworkScene.h"
 #include "NetworkView.h"
@@ -49,11 +50,14 @@ protected:
     QStringList foundInSearch() const;
     QWidget* search() const;
 
+    QAction* command(const char* id) const;
+
     QWindow* window() const { return m_view.windowHandle(); }
 
     VireoBrickUser m_user;
     NetworkEdit m_edit;
     BrickSelection m_selection;
     NetworkView m_view;
+    CommandSet m_commands;
     QStringList m_messages;
 };

@@ -6,6 +6,7 @@
 #include "CanvasFixture.h"
 #include "MiniMap.h"
 #include "NetworkFrames.h"
+#include "NetworkWalk.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
 #include "dzcolorproperty.h"
@@ -327,7 +328,7 @@ TEST_F(Canvas, escapeTakesADragBack)
 TEST_F(Canvas, movingSnapsToTheGridWhenAskedTo)
 {
     addThree();
-    m_view.getAction(NetworkView::SnapToGridCommand)->trigger();
+    command("snapToGrid")->trigger();
     drag(titleOf(matte), titleOf(matte) + QPoint(37, 81));
     EXPECT_EQ(BrickAppearance::position(matte), QPointF(-60, -20));
 }
@@ -631,6 +632,105 @@ TEST_F(Canvas, theSearchIsWalkedWithKeys)
     QTest::keyClick(edit, Qt::Key_Return);
     ASSERT_EQ(m_user.getNumBricks(), 1);
     EXPECT_EQ(m_user.getBrick(1)->getPreferredName(), all.at(1));
+}
+
+TEST_F(Canvas, tabChoosesOnlyWhatWasTypedOrWalkedTo)
+{
+    key(Qt::Key_Tab);
+    ASSERT_NE(search(), nullptr);
+    auto* edit = search()->findChild<QLineEdit*>();
+    QTest::keyClick(edit, Qt::Key_Tab);
+    EXPECT_EQ(m_user.getNumBricks(), 0);
+    ASSERT_NE(search(), nullptr);
+    QTest::keyClick(edit, Qt::Key_Down);
+    QTest::keyClick(edit, Qt::Key_Tab);
+    EXPECT_EQ(m_user.getNumBricks(), 1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    key(Qt::Key_Tab);
+    ASSERT_NE(search(), nullptr);
+    edit = search()->findChild<QLineEdit*>();
+    QTest::keyClicks(edit, QStringLiteral("glossy"));
+    QTest::keyClick(edit, Qt::Key_Tab);
+    EXPECT_EQ(m_user.getNumBricks(), 2);
+}
+
+TEST_F(Canvas, aSecondRootIsAddedOnlyOnPurpose)
+{
+    const QString name = QStringLiteral("Vireo Surface");
+    key(Qt::Key_Tab);
+    ASSERT_NE(search(), nullptr);
+    EXPECT_EQ(foundInSearch().last(), name) << "there is none yet";
+    search()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    addThree();
+    EXPECT_EQ(m_user.getNumBricks(), 3);
+    m_messages.clear();
+    key(Qt::Key_Tab);
+    ASSERT_NE(search(), nullptr);
+    for (const QString& found : foundInSearch())
+        EXPECT_FALSE(found.startsWith(name));
+    typeInSearch(QString());
+    ASSERT_EQ(m_user.getNumBricks(), 4);
+    EXPECT_EQ(rootOf(&m_user), root) << "what stands first is no root";
+    EXPECT_TRUE(m_messages.isEmpty());
+    // By its own name it is there, and says what it is.
+    key(Qt::Key_Tab);
+    ASSERT_NE(search(), nullptr);
+    auto* edit = search()->findChild<QLineEdit*>();
+    QTest::keyClicks(edit, name);
+    ASSERT_FALSE(foundInSearch().isEmpty());
+    EXPECT_EQ(
+        foundInSearch().first(), name + QStringLiteral(" (another root: only one is written)"));
+    QTest::keyClick(edit, Qt::Key_Return);
+    ASSERT_EQ(m_user.getNumBricks(), 5);
+    ASSERT_EQ(m_messages.size(), 1);
+    EXPECT_TRUE(m_messages.first().contains(QStringLiteral("another root")));
+    EXPECT_TRUE(m_messages.first().contains(QStringLiteral("Undo")));
+}
+
+TEST_F(Canvas, newBricksHideNoOthers)
+{
+    addThree();
+    const auto hidesNone = [this](uint id) {
+        m_view.getNetworkScene()->flush();
+        const QRectF box = m_view.getNetworkScene()->boxOf({ m_user.getBrick(id) });
+        for (VireoBrickBase* other : { root, matte, texture })
+            EXPECT_FALSE(box.intersects(m_view.getNetworkScene()->boxOf({ other }))) << id;
+    };
+    moveTo(titleOf(matte) + QPoint(0, 20));
+    key(Qt::Key_Tab);
+    typeInSearch(QStringLiteral("glossy"));
+    ASSERT_EQ(m_user.getNumBricks(), 4);
+    hidesNone(4);
+    // A wire that is dropped just beside a brick.
+    drag(pinOf(matte, "sigma"), titleOf(texture) - QPoint(80, 0));
+    typeInSearch(QStringLiteral("mix"));
+    ASSERT_EQ(m_user.getNumBricks(), 5);
+    hidesNone(5);
+    QMimeData data;
+    data.setData(BrickCatalogue::mimeType(), "VireoMatVelvetBrick");
+    bool taken = false;
+    dropOn(&m_view, titleOf(root), &data, &taken);
+    ASSERT_EQ(m_user.getNumBricks(), 6);
+    hidesNone(6);
+}
+
+TEST_F(Canvas, theMouseIsKnownAgainWhenAPopupHasClosed)
+{
+    addThree();
+    m_selection.set({ matte });
+    key(Qt::Key_C, Qt::ControlModifier);
+    moveTo(QPoint(100, 600));
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(m_view.viewport(), &leave);
+    // What Qt tells the widget under the mouse then.
+    const QPointF place(700, 600);
+    QEnterEvent enter(place, place, m_view.viewport()->mapToGlobal(place.toPoint()));
+    QCoreApplication::sendEvent(m_view.viewport(), &enter);
+    key(Qt::Key_V, Qt::ControlModifier);
+    ASSERT_EQ(m_user.getNumBricks(), 4);
+    const QRectF box = m_view.getNetworkScene()->boxOf({ m_user.getBrick(4) });
+    EXPECT_TRUE(box.contains(m_view.mapToScene(place.toPoint())));
 }
 
 TEST_F(Canvas, doubleClickInTheVoidOpensTheSearch)
@@ -996,6 +1096,24 @@ TEST_F(Canvas, hidingParametersKeepsLinkedRows)
     EXPECT_EQ(item->getRows().size(), matte->getNumParameters());
 }
 
+TEST_F(Canvas, aCollapsedBrickKeepsOutputPinAndColour)
+{
+    addThree();
+    m_view.setFocus();
+    const auto barColor = [this] {
+        const QPointF corner = m_view.getNetworkScene()->getItem(texture)->pos();
+        return m_view.grab().toImage().pixelColor(at(corner + QPointF(4, 14)));
+    };
+    const QColor before = barColor();
+    m_selection.set({ texture });
+    key(Qt::Key_H);
+    m_selection.clear();
+    EXPECT_EQ(barColor(), before);
+    EXPECT_EQ(m_view.getNetworkScene()->getItem(texture)->getRows().size(), 1);
+    drag(pinOf(texture, "result"), pinOf(matte, "Kd"));
+    EXPECT_TRUE(isLinked(texture, matte, "Kd"));
+}
+
 // Looking around.
 
 TEST_F(Canvas, theWheelZoomsAtTheCursor)
@@ -1203,7 +1321,7 @@ TEST_F(Canvas, keysChangeTheTitleOfAFrameAndRemoveIt)
     addThree();
     frameBricks(&m_edit, { matte, texture }, QStringLiteral("Old"));
     m_selection.set({ root });
-    EXPECT_FALSE(m_view.getAction(NetworkView::FrameTitleCommand)->isEnabled());
+    EXPECT_FALSE(command("frameTitle")->isEnabled());
     m_selection.set({ matte });
     key(Qt::Key_F2, Qt::ShiftModifier);
     auto* editor = m_view.findChild<QLineEdit*>(QStringLiteral("titleEditor"));
@@ -1219,7 +1337,7 @@ TEST_F(Canvas, keysChangeTheTitleOfAFrameAndRemoveIt)
     EXPECT_TRUE(framesOf(m_edit).isEmpty());
     EXPECT_EQ(dzUndoStack->getUndoCaption(), QStringLiteral("Remove Frame"));
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 3);
-    EXPECT_FALSE(m_view.getAction(NetworkView::RemoveFrameCommand)->isEnabled());
+    EXPECT_FALSE(command("removeFrame")->isEnabled());
     dzUndoStack->undo();
     ASSERT_EQ(framesOf(m_edit).size(), 1);
     EXPECT_EQ(framesOf(m_edit).first().bricks.size(), 2);
@@ -1272,8 +1390,7 @@ TEST_F(Canvas, aBrickIsPutIntoAWireFromItsMenu)
 TEST_F(Canvas, everyCommandSaysWhatItDoes)
 {
     QSet<QString> tips;
-    for (int i = 0; i < NetworkView::CommandCount; ++i) {
-        const QAction* action = m_view.getAction(NetworkView::Command(i));
+    for (const QAction* action : m_commands.getGroups().first().actions) {
         const QString tip = action->statusTip();
         EXPECT_GT(tip.size(), action->text().size()) << action->text().toStdString();
         EXPECT_FALSE(tips.contains(tip)) << tip.toStdString();
@@ -1386,7 +1503,7 @@ TEST_F(Canvas, theRightButtonOpensTheMenuOfWhatIsThere)
 TEST_F(Canvas, commandsThatCanDoNothingAreDisabled)
 {
     addThree();
-    const QAction* unframe = m_view.getAction(NetworkView::UnframeCommand);
+    const QAction* unframe = command("unframe");
     m_selection.set({ matte, root });
     EXPECT_FALSE(unframe->isEnabled());
     const int frame = frameBricks(&m_edit, { root }, QStringLiteral("Frame"));
@@ -1396,7 +1513,7 @@ TEST_F(Canvas, commandsThatCanDoNothingAreDisabled)
     QCoreApplication::processEvents();
     EXPECT_FALSE(unframe->isEnabled());
 
-    const QAction* paste = m_view.getAction(NetworkView::PasteCommand);
+    const QAction* paste = command("paste");
     QGuiApplication::clipboard()->clear();
     EXPECT_FALSE(paste->isEnabled());
     key(Qt::Key_C, Qt::ControlModifier);
@@ -1417,11 +1534,11 @@ TEST_F(Canvas, toolTipsNameTypesAndValues)
     EXPECT_EQ(tipAt(pinOf(matte, "result")), QStringLiteral("Result: LuxMaterial"));
     VireoBrickBase* checks = add("VireoTexFltCheckerboardBrick", -400, 100);
     EXPECT_EQ(tipAt(pinOf(checks, "v1")), QStringLiteral("v1: vector<br>1, 0, 0"));
-    m_view.setBadge(matte, QStringLiteral("a <b> file is missing"));
+    m_view.getNetworkScene()->setBadge(matte, QStringLiteral("a <b> file is missing"));
     const BrickItem* item = m_view.getNetworkScene()->getItem(matte);
     EXPECT_EQ(tipAt(at(item->pos() + item->badgeBox().center())),
         QStringLiteral("a &lt;b&gt; file is missing"));
-    m_view.clearBadges();
+    m_view.getNetworkScene()->clearBadges();
     EXPECT_EQ(item->getBadge(), QString());
 }
 

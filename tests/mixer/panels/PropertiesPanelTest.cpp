@@ -9,6 +9,7 @@
 #include "FileField.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "NetworkView.h"
 #include "NumberField.h"
 #include "PropertiesPanel.h"
 #include "PropertyEditor.h"
@@ -36,6 +37,7 @@
 #include <QScrollArea>
 #include <QThreadPool>
 #include <QToolButton>
+#include <qtestspontaneevent.h>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
@@ -239,6 +241,89 @@ TEST_F(PropertiesPanelTest, itemsAndSwitchesAreChosen)
     EXPECT_TRUE(flag->getBoolValue());
     QTest::keyClick(check, Qt::Key_Space);
     EXPECT_FALSE(flag->getBoolValue());
+}
+
+TEST_F(PropertiesPanelTest, aValueIsOneStopForTab)
+{
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
+    m_window->getProperties()->focusOn(property(matte, "Kd"));
+    const auto isIn = [this](const char* label) {
+        const QWidget* focus = QApplication::focusWidget();
+        return focus && row(label)->isAncestorOf(focus);
+    };
+    ASSERT_TRUE(isIn("Diffuse"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_TRUE(isIn("Sigma"));
+    // The menu key leads to what the small buttons do.
+    const auto openMenu = [](QWidget* on) {
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(3, 3));
+        QApplication::sendEvent(on, &menuKey);
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    };
+    QMenu* menu = openMenu(QApplication::focusWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction* action : menu->actions())
+        if (action->text() == QLatin1String("Lock"))
+            action->trigger();
+    menu->close();
+    settle();
+    EXPECT_TRUE(property(matte, "sigma")->isLocked());
+    menu = openMenu(field<QLineEdit>("Diffuse"));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().first()->text(), QStringLiteral("Choose a colour…"));
+    menu->close();
+    settle();
+}
+
+TEST_F(PropertiesPanelTest, whatNobodyTouchedNeedsNoReset)
+{
+    // A value may start with another one than its default.
+    DzShaderBrick* glossy = add("VireoMatGlossyBrick");
+    auto* roughness = propertyAs<DzFloatProperty>(glossy, "uroughness");
+    ASSERT_FALSE(roughness->currentValueIsDefaultValue());
+    const QByteArray label = roughness->getLabel().toUtf8();
+    EXPECT_FALSE(tool(label.constData(), "reset")->isVisible());
+    const QString before = roughness->getValueText();
+    type(label.constData(), QStringLiteral("0.7"));
+    m_window->getProperties()->updateNow();
+    EXPECT_TRUE(tool(label.constData(), "reset")->isVisible());
+    type(label.constData(), before);
+    m_window->getProperties()->updateNow();
+    EXPECT_FALSE(tool(label.constData(), "reset")->isVisible());
+}
+
+TEST_F(PropertiesPanelTest, scrollingPastAValueLeavesItAlone)
+{
+    DzShaderBrick* checks = add("VireoTexFltCheckerboardBrick");
+    m_window->activateWindow();
+    m_window->getView()->setFocus();
+    const auto turn = [](QWidget* over) {
+        const QPoint place = over->rect().center();
+        QWheelEvent wheel(place, over->mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton,
+            Qt::NoModifier, Qt::NoScrollPhase, false);
+        // The wheel of a mouse moves the keyboard to what takes it by the wheel.
+        QSpontaneKeyEvent::setSpontaneous(&wheel);
+        qApp->notify(over, &wheel);
+        settle();
+    };
+    const QString mapping = valueOf(checks, "mapping");
+    for (QWidget* widget : m_window->getProperties()->findChildren<QWidget*>())
+        if (widget->isVisible() && widget->inherits("QComboBox"))
+            for (int i = 0; i < 3; ++i)
+                turn(widget);
+    EXPECT_EQ(valueOf(checks, "mapping"), mapping);
+    for (QWidget* widget : m_window->getProperties()->findChildren<QWidget*>())
+        if (widget->isVisible())
+            turn(widget);
+    EXPECT_FALSE(dzUndoStack->canUndo());
+    // Who has put the keyboard there means it.
+    auto* box = field<QComboBox>("aamode");
+    box->setFocus();
+    const QString mode = valueOf(checks, "aamode");
+    turn(box);
+    EXPECT_NE(valueOf(checks, "aamode"), mode);
 }
 
 TEST_F(PropertiesPanelTest, filesAreTypedAndDropped)

@@ -7,6 +7,7 @@
 #include "AutosaveFolder.h"
 #include "BrickAppearance.h"
 #include "BrickCatalogue.h"
+#include "BrickItem.h"
 #include "BrickSelection.h"
 #include "BrickyardPanel.h"
 #include "CommandSet.h"
@@ -16,6 +17,7 @@
 #include "MessageLine.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
+#include "NetworkScene.h"
 #include "NetworkTextPanel.h"
 #include "NetworkView.h"
 #include "NetworkWalk.h"
@@ -61,6 +63,7 @@
 #include <QTreeWidget>
 #include <QUndoStack>
 #include <QUndoView>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -597,7 +600,7 @@ TEST_F(WindowTest, aProblemLeadsToItsBrickWhichHasABadge)
         list->viewport(), Qt::LeftButton, Qt::NoModifier, itemPlace(list, list->topLevelItem(0)));
     EXPECT_EQ(document()->getSelection()->getCurrent(), idle);
     const QImage with = m_window->getView()->grab().toImage();
-    m_window->getView()->clearBadges();
+    m_window->getView()->getNetworkScene()->clearBadges();
     EXPECT_NE(m_window->getView()->grab().toImage(), with) << "the brick shows a badge";
     dragWire(idle, rootOf(document()->getUser()), "material");
     document()->getEdit()->deleteBricks({ brick("Matte") });
@@ -1177,7 +1180,7 @@ TEST_F(WindowTest, undoingAChangeOfAHiddenNetworkShowsIt)
     settle();
     EXPECT_EQ(document(), second);
     EXPECT_EQ(m_window->getMessage(), QString());
-    // The history names networks where there are several.
+    // The history always names networks.
     const auto* delegate = qobject_cast<HistoryDelegate*>(m_window->getHistory()->itemDelegate());
     ASSERT_NE(delegate, nullptr);
     const QModelIndex step = m_window->getHistory()->model()->index(1, 0);
@@ -1187,7 +1190,7 @@ TEST_F(WindowTest, undoingAChangeOfAHiddenNetworkShowsIt)
     settle();
     EXPECT_EQ(document(), first);
     m_window->getTabs()->close(second, false);
-    EXPECT_EQ(delegate->textOf(step), step.data().toString());
+    EXPECT_EQ(delegate->textOf(step), step.data().toString() + QStringLiteral(" — Untitled"));
 }
 
 TEST_F(WindowTest, aDragThatWasTakenBackIsNoChangeOfTheShownNetwork)
@@ -1254,6 +1257,131 @@ TEST_F(WindowTest, shortcutsAreListedAndFound)
     EXPECT_FALSE(itemNamed(list, "Close")->isHidden());
     QTest::keyClick(page, Qt::Key_Escape);
     settle();
+}
+
+TEST_F(WindowTest, returnOnThePageOfKeysRunsTheCommand)
+{
+    select({ brick("Matte") });
+    run("shortcuts");
+    auto* page = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(page, nullptr);
+    auto* field = page->findChild<QLineEdit*>();
+    QTest::keyClicks(field, QStringLiteral("select all"));
+    QTest::keyClick(field, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(document()->getSelection()->size(), document()->getUser()->getNumBricks());
+    // What has nothing to work on says so and stays.
+    run("shortcuts");
+    page = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(page, nullptr);
+    auto* list = page->findChild<QTreeWidget*>();
+    QTreeWidgetItem* apply = itemNamed(list, "Apply");
+    ASSERT_NE(apply, nullptr);
+    list->setCurrentItem(apply);
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Return);
+    settle();
+    ASSERT_EQ(QApplication::activeModalWidget(), page);
+    EXPECT_TRUE(
+        page->findChild<QLabel*>(QStringLiteral("note"))->text().contains(QStringLiteral("Apply")));
+    QTest::keyClick(page, Qt::Key_Escape);
+    settle();
+}
+
+TEST_F(WindowTest, theKeyboardWalksThePartsOfTheWindow)
+{
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
+    NetworkView* view = m_window->getView();
+    view->setFocus();
+    select({ brick("Matte") });
+    const auto press = [this](int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(m_window->windowHandle(), Qt::Key(key), modifiers);
+        settle();
+    };
+    const auto isIn = [](const QWidget* part) {
+        const QWidget* focus = QApplication::focusWidget();
+        return focus && (focus == part || part->isAncestorOf(focus));
+    };
+    press(Qt::Key_F6);
+    EXPECT_TRUE(isIn(m_window->getBrickyard()));
+    press(Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_TRUE(isIn(view));
+    press(Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_TRUE(isIn(m_window->getTextPanel())) << "the last panel in view";
+    press(Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_TRUE(isIn(m_window->getProperties()));
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(isIn(view));
+}
+
+TEST_F(WindowTest, editingGoesToTheValueOfTheRow)
+{
+    m_window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_window.get()));
+    select({ brick("Matte") });
+    NetworkView* view = m_window->getView();
+    view->setFocus();
+    // The last row is the last value.
+    const int rows = view->getNetworkScene()->getItem(brick("Matte"))->getRows().size();
+    for (int i = 0; i < rows; ++i)
+        QTest::keyClick(view, Qt::Key_Down);
+    run("editValues");
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Sigma"));
+}
+
+TEST_F(WindowTest, aPanelBehindAnotherIsBroughtToTheFront)
+{
+    auto* history = m_window->findChild<QDockWidget*>(QStringLiteral("History"));
+    const auto isSeen = [history] { return !history->visibleRegion().isEmpty(); };
+    ASSERT_FALSE(isSeen());
+    run("dockHistory");
+    EXPECT_TRUE(isSeen());
+    run("dockHistory");
+    EXPECT_TRUE(history->isHidden());
+    EXPECT_FALSE(command("dockHistory")->isChecked());
+    run("dockHistory");
+    EXPECT_TRUE(isSeen());
+    EXPECT_TRUE(command("dockHistory")->isChecked());
+}
+
+TEST_F(WindowTest, whatCannotBeOpenedIsNotTakenByADrop)
+{
+    QMimeData data;
+    data.setUrls({ QUrl::fromLocalFile(file("wood.png")) });
+    QDragEnterEvent image(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(m_window.get(), &image);
+    EXPECT_FALSE(image.isAccepted());
+    data.setUrls({ QUrl::fromLocalFile(file("asset.dsf")) });
+    QDragEnterEvent scene(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(m_window.get(), &scene);
+    EXPECT_TRUE(scene.isAccepted());
+}
+
+TEST_F(WindowTest, theDialogOffersAllThatCanBeOpened)
+{
+    QStringList filters;
+    withDialog<QFileDialog>([&](QFileDialog* dialog) {
+        filters = dialog->nameFilters();
+        dialog->reject();
+    });
+    run("open");
+    ASSERT_FALSE(filters.isEmpty());
+    for (const char* pattern : { "*.sskn", "*.duf", "*.dsf", "*.obj" })
+        EXPECT_TRUE(filters.first().contains(QLatin1String(pattern))) << pattern;
+}
+
+TEST_F(WindowTest, everyMenuNamesCommandsThatThereAre)
+{
+    // Names that no command has are left out of menus, with a warning.
+    const CommandSet* commands = m_window->getCommands();
+    EXPECT_EQ(commands->find(QStringLiteral("no such command")), nullptr);
+    testing::internal::CaptureStderr();
+    openWindow();
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr().find("There is no command"), std::string::npos);
 }
 
 TEST_F(WindowTest, theLookIsSwitchedAndRemembered)

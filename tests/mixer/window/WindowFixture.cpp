@@ -79,7 +79,7 @@ DzShaderBrick* WindowTest::brick(const char* title) const
 
 QAction* WindowTest::command(const char* name) const
 {
-    return m_window->getCommands()->get(QString::fromLatin1(name));
+    return m_window->getCommands()->find(QString::fromLatin1(name));
 }
 
 void WindowTest::run(const char* name) const
