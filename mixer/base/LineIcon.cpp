@@ -4,10 +4,21 @@
 #include "LineIcon.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QIconEngine>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPalette>
+#include <QSvgRenderer>
+#include <map>
+#include <memory>
+#include <utility>
+
+/// Resources of a static library are left out of programs that do not ask for them, and the macro
+/// works outside of namespaces alone.
+static void provideResources()
+{
+    Q_INIT_RESOURCE(lines);
+}
 
 namespace LineIcon {
 
@@ -16,148 +27,61 @@ namespace {
 /// The icons stand in a square of this many units.
 const qreal unitSize = 16;
 
-void addArrowHead(QPainterPath* path, const QPointF& tip, const QPointF& left, const QPointF& right)
+/// The file of an icon, without folder and ending.
+const char* fileOf(Name name)
 {
-    path->moveTo(left);
-    path->lineTo(tip);
-    path->lineTo(right);
-}
-
-void addPadlock(QPainterPath* path, bool closed)
-{
-    path->addRoundedRect(QRectF(3, 7, 10, 7), 1.2, 1.2);
-    path->moveTo(5, 7);
-    path->lineTo(5, 5);
-    path->arcTo(QRectF(5, 2, 6, 6), 180, closed ? -180 : -140);
-    if (closed)
-        path->lineTo(11, 7);
-}
-
-void addSheet(QPainterPath* path)
-{
-    path->moveTo(4, 2);
-    path->lineTo(9.5, 2);
-    path->lineTo(12.5, 5);
-    path->lineTo(12.5, 14);
-    path->lineTo(4, 14);
-    path->closeSubpath();
-}
-
-void addTurn(QPainterPath* path, bool back)
-{
-    const auto x = [back](qreal value) { return back ? value : unitSize - value; };
-    path->moveTo(x(3), 6.5);
-    path->lineTo(x(9), 6.5);
-    path->cubicTo(x(14), 6.5, x(14), 13, x(9), 13);
-    path->lineTo(x(6), 13);
-    addArrowHead(path, QPointF(x(3), 6.5), QPointF(x(6), 3.5), QPointF(x(6), 9.5));
-}
-
-QPainterPath pathOf(Name name)
-{
-    QPainterPath path;
     switch (name) {
     case Lock:
-        addPadlock(&path, true);
-        break;
+        return "lock";
     case Unlock:
-        addPadlock(&path, false);
-        break;
+        return "unlock";
     case Reset:
-        path.arcMoveTo(QRectF(3, 3, 10, 10), 130);
-        path.arcTo(QRectF(3, 3, 10, 10), 130, -300);
-        addArrowHead(&path, QPointF(4.2, 4.8), QPointF(4, 1.6), QPointF(7.6, 4.9));
-        break;
+        return "reset";
     case Image:
-        path.addRoundedRect(QRectF(2, 3, 12, 10), 1, 1);
-        path.moveTo(3, 11.5);
-        path.lineTo(6.5, 7.5);
-        path.lineTo(9, 10.5);
-        path.lineTo(10.5, 9);
-        path.lineTo(13, 11.5);
-        path.addEllipse(QPointF(10.6, 6), 1, 1);
-        break;
+        return "image";
     case Link:
-        path.addEllipse(QPointF(3.6, 8), 1.6, 1.6);
-        path.moveTo(5.2, 8);
-        path.lineTo(13, 8);
-        addArrowHead(&path, QPointF(13, 8), QPointF(10, 5), QPointF(10, 11));
-        break;
+        return "link";
     case Folder:
     case Open:
-        path.moveTo(2, 13);
-        path.lineTo(2, 3.5);
-        path.lineTo(6, 3.5);
-        path.lineTo(7.5, 5.5);
-        path.lineTo(14, 5.5);
-        path.lineTo(14, 13);
-        path.closeSubpath();
-        break;
+        return "folder";
     case Copy:
-        path.addRoundedRect(QRectF(5.5, 5.5, 8, 8.5), 1, 1);
-        path.moveTo(10.5, 3);
-        path.lineTo(10.5, 2);
-        path.lineTo(2.5, 2);
-        path.lineTo(2.5, 10.5);
-        path.lineTo(3.5, 10.5);
-        break;
+        return "copy";
     case Save:
-        path.moveTo(8, 2);
-        path.lineTo(8, 9.5);
-        addArrowHead(&path, QPointF(8, 9.5), QPointF(5, 6.5), QPointF(11, 6.5));
-        path.moveTo(2.5, 10);
-        path.lineTo(2.5, 13.5);
-        path.lineTo(13.5, 13.5);
-        path.lineTo(13.5, 10);
-        break;
+        return "save";
     case New:
-        addSheet(&path);
-        path.moveTo(8.2, 6.5);
-        path.lineTo(8.2, 11.5);
-        path.moveTo(5.7, 9);
-        path.lineTo(10.7, 9);
-        break;
+        return "new";
     case Apply:
-        path.addEllipse(QPointF(11, 11), 3.2, 3.2);
-        path.moveTo(2, 2.5);
-        path.lineTo(8, 8.5);
-        addArrowHead(&path, QPointF(8, 8.5), QPointF(8, 4.6), QPointF(4.1, 8.5));
-        break;
+        return "apply";
     case FromScene:
-        path.addEllipse(QPointF(11, 11), 3.2, 3.2);
-        path.moveTo(8, 8.5);
-        path.lineTo(2.5, 3);
-        addArrowHead(&path, QPointF(2.5, 3), QPointF(2.5, 6.9), QPointF(6.4, 3));
-        break;
+        return "from-scene";
     case Undo:
-        addTurn(&path, true);
-        break;
+        return "undo";
     case Redo:
-        addTurn(&path, false);
-        break;
+        return "redo";
     case Warning:
-        path.moveTo(8, 2);
-        path.lineTo(14.5, 13.5);
-        path.lineTo(1.5, 13.5);
-        path.closeSubpath();
-        path.moveTo(8, 6.5);
-        path.lineTo(8, 9.8);
-        path.moveTo(8, 11.4);
-        path.lineTo(8, 11.9);
-        break;
+        return "warning";
     case Search:
-        path.addEllipse(QPointF(6.8, 6.8), 4.3, 4.3);
-        path.moveTo(10, 10);
-        path.lineTo(14, 14);
-        break;
+        return "search";
     case Plus:
-        path.moveTo(8, 3);
-        path.lineTo(8, 13);
-        path.moveTo(3, 8);
-        path.lineTo(13, 8);
-        break;
+        return "plus";
     }
-    return path;
+    return "";
+}
+
+/// The drawing in a colour. Each is read once: rows show the same few again and again.
+QSvgRenderer* drawingOf(Name name, const QColor& color)
+{
+    static std::map<std::pair<QByteArray, QRgb>, std::unique_ptr<QSvgRenderer>> known;
+    std::unique_ptr<QSvgRenderer>& drawing = known[{ fileOf(name), color.rgb() }];
+    if (!drawing) {
+        provideResources();
+        QFile file(QStringLiteral(":/vireo/lines/%1.svg").arg(QLatin1String(fileOf(name))));
+        file.open(QIODevice::ReadOnly);
+        // Qt's reader knows no colour from outside.
+        drawing.reset(new QSvgRenderer(
+            file.readAll().replace("currentColor", color.name(QColor::HexRgb).toLatin1())));
+    }
+    return drawing.get();
 }
 
 /// Drawn anew wherever it is shown: screens may have any scale, and a picture that is fitted to it
@@ -207,8 +131,8 @@ protected:
             mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active, QPalette::ButtonText);
         if (mode == QIcon::Selected)
             color = palette.color(QPalette::HighlightedText);
-        painter->setPen(QPen(color, 1.3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter->drawPath(pathOf(m_name));
+        painter->setOpacity(color.alphaF());
+        drawingOf(m_name, color)->render(painter, QRectF(0, 0, unitSize, unitSize));
     }
 
 private:
