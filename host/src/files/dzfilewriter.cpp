@@ -271,11 +271,11 @@ bool replaceFile(const QString& path, const QString& target, const QByteArray& d
     return true;
 }
 
+/// Limits are round numbers, or so large that a part of one says nothing.
 QString sizeText(qint64 bytes)
 {
     const qint64 mebibyte = 1 << 20;
-    return bytes > 0 && bytes % mebibyte == 0 ? text("%1 MiB").arg(bytes / mebibyte)
-                                              : text("%1 bytes").arg(bytes);
+    return bytes < mebibyte ? text("%1 bytes").arg(bytes) : text("%1 MiB").arg(bytes / mebibyte);
 }
 
 } // namespace

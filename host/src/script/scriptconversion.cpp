@@ -370,7 +370,12 @@ bool ScriptConversion::readBricks(
 bool ScriptConversion::readValue(
     const QScriptValue& value, const ScriptType& type, QVariant* result, QString* error) const
 {
-    QVariant given = toVariant(value, 0);
+    bool isTooDeep = false;
+    QVariant given = toVariant(value, 0, &isTooDeep);
+    if (isTooDeep) {
+        *error = text("is a list of more than %1 levels, or contains itself").arg(deepestNesting);
+        return false;
+    }
     if (type.metaType == QMetaType::QVariant) {
         *result = given;
         return true;
@@ -385,10 +390,13 @@ bool ScriptConversion::readValue(
     return true;
 }
 
-QVariant ScriptConversion::toVariant(const QScriptValue& value, int depth) const
+QVariant ScriptConversion::toVariant(const QScriptValue& value, int depth, bool* isTooDeep) const
 {
-    if (depth > deepestNesting)
+    // One with many parts would go on being looked through.
+    if (depth > deepestNesting || *isTooDeep) {
+        *isTooDeep = true;
         return QVariant();
+    }
     if (const ScriptHandle* handle = m_engine->handleOf(value))
         return QVariant::fromValue(handle->target());
     if (value.isBool())
@@ -403,16 +411,16 @@ QVariant ScriptConversion::toVariant(const QScriptValue& value, int depth) const
     if (value.isArray()) {
         QVariantList list;
         const quint32 length = value.property(QStringLiteral("length")).toUInt32();
-        for (quint32 i = 0; i < length; ++i)
-            list.append(toVariant(value.property(i), depth + 1));
+        for (quint32 i = 0; i < length && !*isTooDeep; ++i)
+            list.append(toVariant(value.property(i), depth + 1, isTooDeep));
         return list;
     }
     if (!value.isObject() || value.isFunction())
         return QVariant();
     QVariantMap map;
-    for (QScriptValueIterator it(value); it.hasNext();) {
+    for (QScriptValueIterator it(value); it.hasNext() && !*isTooDeep;) {
         it.next();
-        map.insert(it.name(), toVariant(it.value(), depth + 1));
+        map.insert(it.name(), toVariant(it.value(), depth + 1, isTooDeep));
     }
     return map;
 }

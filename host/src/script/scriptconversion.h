@@ -116,7 +116,7 @@ private:
         const QScriptValue& value, QHash<QString, DzShaderBrick*>* bricks, QString* error) const;
     bool readValue(
         const QScriptValue& value, const ScriptType& type, QVariant* result, QString* error) const;
-    QVariant toVariant(const QScriptValue& value, int depth) const;
+    QVariant toVariant(const QScriptValue& value, int depth, bool* isTooDeep) const;
 
     ScriptEngine* m_engine;
 };

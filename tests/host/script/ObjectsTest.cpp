@@ -756,11 +756,16 @@ TEST(ScriptArguments, aPathWithNulIsAnErrorWhereverItIsGiven)
 
 TEST(ScriptArguments, settingsMayBeDeepAndAreNotWrittenThen)
 {
+#ifdef __SANITIZE_ADDRESS__
+    const int depth = 20000; // its frames are larger too
+#else
+    const int depth = 200000;
+#endif
     const QTemporaryDir folder;
     EXPECT_PRINTS("true true\n",
         QStringLiteral(
             "var a = new DzSettings(), b = new DzSettings(), s = a;"
-            "for (var i = 0; i < 200000; ++i) { s.setIntValue('n', i); s = "
+            "for (var i = 0; i < %2; ++i) { s.setIntValue('n', i); s = "
             "s.setSettingsValue('s'); }"
             "a.copySetting('s', b); var brick = new VireoMatMatteBrick();"
             "a.copySetting('s', brick.getBrickSettings()); a.clear();"
@@ -768,5 +773,14 @@ TEST(ScriptArguments, settingsMayBeDeepAndAreNotWrittenThen)
             "try { new DzNetworkFile().save('%1/x.sskn', user); } catch (e) { said = e.message; }"
             "print(said.indexOf('nested within each other') > 0,"
             "    !new DzFileInfo('%1/x.sskn').exists());")
-            .arg(folder.path()));
+            .arg(folder.path())
+            .arg(depth));
+}
+
+TEST(ScriptArguments, aListThatContainsItselfIsNamed)
+{
+    EXPECT_FAILS(
+        "test.dsa:1: TypeError: VireoBrickUser.setIdentifier: argument 1 is a list of more "
+        "than 64 levels, or contains itself",
+        "var list = []; list.push(list, list); new VireoBrickUser().setIdentifier(list)");
 }
