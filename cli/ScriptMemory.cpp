@@ -4,7 +4,15 @@
 #include "ScriptMemory.h"
 
 // The sanitizers reserve address space without end, and have handlers of their own.
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__)
+#define VIREO_SANITIZED
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VIREO_SANITIZED
+#endif
+#endif
+
+#ifdef VIREO_SANITIZED
 
 void guardAgainstScript()
 {
@@ -123,6 +131,8 @@ void limitMemory()
 
 } // namespace
 
+#if defined(__linux__) && defined(__x86_64__)
+
 /// Stands before the C library's. The script engine knows no smaller reservation than its own, and
 /// without one it ends the program before the first line of a script has run.
 extern "C" __attribute__((visibility("default"))) void* mmap(
@@ -134,6 +144,8 @@ extern "C" __attribute__((visibility("default"))) void* mmap(
             flags | MAP_FIXED_NOREPLACE, file, offset);
     return reinterpret_cast<void*>(result);
 }
+
+#endif
 
 void guardAgainstScript()
 {

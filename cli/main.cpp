@@ -103,7 +103,7 @@ int main(int argc, char** argv)
     // File names are UTF-8 also where no locale is set, as in a nightly batch; others stay usable.
     dzUseByteFileNames();
 
-    const std::string lastLine = std::string("vireo: ") + outOfMemory + '\n';
+    static const std::string lastLine = std::string("vireo: ") + outOfMemory + '\n';
     dzReportOutOfMemory(lastLine.c_str());
     qInstallMessageHandler(handleQtMessage);
 

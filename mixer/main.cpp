@@ -155,7 +155,7 @@ int main(int argc, char** argv)
             "program vireo\n");
         return ExitFailed;
     }
-    const std::string lastLine = std::string("vireo-mixer: ") + outOfMemory + '\n';
+    static const std::string lastLine = std::string("vireo-mixer: ") + outOfMemory + '\n';
     dzReportOutOfMemory(lastLine.c_str());
     try {
         return run(argc, argv, options);
