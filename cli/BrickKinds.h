@@ -10,7 +10,7 @@
 
 typedef DzTSharedPointer<VireoBrickBase> BrickPtr;
 
-/// A fresh brick of a class; null when no module offers it or it is no brick.
+/// A fresh brick of a class; null when no module offers it or it is not a brick.
 BrickPtr makeBrick(const QString& className);
 /// A fresh brick of every class that the loaded modules offer, in order of registration.
 QVector<BrickPtr> makeAllBricks();

@@ -23,7 +23,8 @@ public:
     /// Stops the reading and waits for its end.
     ~MaterialReading() override;
 
-    /// After the end: true when the file held an object.
+    /// After the end: true when the file held an object. The action does not ask, and nothing is
+    /// made of the object: only whoever tests the reading wants to know.
     bool isAccepted() const { return accepted; }
 
 public slots:

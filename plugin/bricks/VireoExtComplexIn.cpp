@@ -64,6 +64,7 @@ void VireoExtComplexIn::setLinkType(int code)
 
 void VireoExtComplexIn::writeParameterCode(SceneCodeWriter* writer)
 {
+    // Which of several is meant nobody knows: then nothing is written, as by the other inputs.
     if (getNumConnections() != 1)
         return;
     VireoBrickBase* brick = qobject_cast<VireoBrickBase*>(getConnection(0)->getTopBrickOwner());

@@ -28,13 +28,14 @@ public:
     void writeParameterCode(SceneCodeWriter* writer) override;
 
     void setArgName(const QString& argName) { block.argName = argName; }
-    /// Sets what can be linked; a number that is no link type is ignored.
+    /// Sets what can be linked; a number that is not a link type is ignored.
     void setLinkType(int code);
 
 private:
+    /// What a bare input starts with: bricks set both.
     struct Block {
         QString argName = QLatin1String("val1");
-        int linkType = 1;
+        int linkType = FloatType;
     };
 
     Block block;

@@ -18,6 +18,6 @@ public:
     ParamType getTypeForToken(int index) const override;
     QString getTypeString(int index = 0) const override;
 
-    /// Sets what the output carries; a number that is no link type is ignored.
+    /// Sets what the output carries; a number that is not a link type is ignored.
     void setLinkType(int code);
 };

@@ -48,6 +48,7 @@ QString VireoExtPropertyParam::getTypeString(int) const
 void VireoExtPropertyParam::writeParameterCode(SceneCodeWriter* writer)
 {
     const int connections = getNumConnections();
+    // Which of several is meant nobody knows.
     if (connections > 1)
         return;
     if (connections == 1) {
@@ -74,6 +75,7 @@ void VireoExtPropertyParam::writeConnected(SceneCodeWriter* writer)
         else
             writer->writeTextureRef(getName(), code.name);
         break;
+    // A brick of another kind may have been given an output of this type as well.
     case CodeResult::MaterialKind:
         writer->writeBlankLine();
         writer->writeString(getName(), code.name);

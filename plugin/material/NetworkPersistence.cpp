@@ -40,7 +40,7 @@ void applyMapEntry(const QHash<QString, DzShaderBrick*>& createdBricks, const Dz
     if (!brick || !source)
         return;
     DzBrickParam* param = brick->findParameterByArg(arg);
-    // Whole numbers are stored as floats: what is too large for one is no index either.
+    // Whole numbers are stored as floats: what is too large for one is not an index either.
     const double index = entry.getFloatValue(QLatin1String("PropertyIndex"), 0);
     if (!param || !(index > -1 && index < param->getNumProperties()))
         return;

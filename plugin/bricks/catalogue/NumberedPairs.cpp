@@ -59,8 +59,8 @@ void NumberedPairs::readCount(const DzSettings* attributes)
         return;
     const int wanted = value.getIntValue(valueKey());
     if (wanted < 0 || wanted > maximumCount)
-        dzApp->warning(VireoTextureBrick::tr("%1: \"count\" is %2; it is brought to the range from "
-                                             "0 to %3")
+        dzApp->warning(VireoTextureBrick::tr("%1: \"count\" is %2, but a brick has 0 to %3 pairs; "
+                                             "the nearer of these is used")
                            .arg(brick->getPreferredName())
                            .arg(wanted)
                            .arg(maximumCount));
