@@ -16,6 +16,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <limits>
 
 namespace lux {
 
@@ -158,6 +159,7 @@ std::vector<BrickFinding> checkNetwork(const IDzBrickUser* user, const NetworkCh
     check.tellsPortability = options.tellsPortability;
     check.imageFolder = options.imageFolder;
     check.isWhole = true;
+    check.mostOfARule = std::numeric_limits<int>::max() - 1; // each brick has its own
     std::vector<BrickFinding> findings;
     for (const Finding& finding : checkScene(scene, check)) {
         BrickFinding found;

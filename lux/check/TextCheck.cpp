@@ -11,6 +11,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <map>
 #include <optional>
 
 namespace lux {
@@ -51,6 +52,7 @@ public:
         findWorld();
         for (const SceneText::Step step : m_scene.steps())
             check(step);
+        tellRest();
         putInOrder();
         return std::move(m_findings);
     }
@@ -77,6 +79,7 @@ private:
     void define(NameScopes::Kind kind, const std::string& name, int chain = 0);
     void tell(const FactText& text, const StatementCheck::Line* line, const Words& words);
     void add(const FactText& text, Span span, const Words& words);
+    void tellRest();
     void putInOrder();
     bool isThere(const QString& file);
 
@@ -84,6 +87,12 @@ private:
     const CheckOptions& m_options;
     const RendererFacts& m_renderer;
     std::vector<Finding> m_findings;
+    /// How often each rule applied, and its first finding that was not told.
+    struct Tally {
+        int count = 0;
+        Finding untold;
+    };
+    std::map<QString, Tally> m_tallies;
     NameScopes m_names;
     QHash<QString, bool> m_files; // only asked, never walked
     bool m_isWhole = false;
@@ -349,6 +358,9 @@ QString filled(QString text, const Words& words)
 
 void SceneCheck::add(const FactText& text, Span span, const Words& words)
 {
+    Tally& tally = m_tallies[text.rule];
+    if (++tally.count > m_options.mostOfARule + 1)
+        return;
     Words all = words;
     all.push_back({ "family", m_kind.family });
     all.push_back({ "type", m_kind.type });
@@ -376,7 +388,24 @@ void SceneCheck::add(const FactText& text, Span span, const Words& words)
     for (Remedy& remedy : finding.remedies)
         remedy.parameter = filled(remedy.parameter, all);
     finding.source = text.source;
-    m_findings.push_back(finding);
+    if (tally.count > m_options.mostOfARule)
+        tally.untold = finding;
+    else
+        m_findings.push_back(finding);
+}
+
+/// A broken text may have a finding a line, which nobody reads.
+void SceneCheck::tellRest()
+{
+    for (const auto& entry : m_tallies) {
+        const int rest = entry.second.count - m_options.mostOfARule;
+        if (rest <= 0)
+            continue;
+        Finding finding = entry.second.untold;
+        if (rest > 1)
+            finding.sentence += QStringLiteral(" (%1 more like this.)").arg(rest - 1);
+        m_findings.push_back(finding);
+    }
 }
 
 void SceneCheck::putInOrder()

@@ -16,6 +16,8 @@ struct CheckOptions {
     bool isWhole = false;
     /// The folder that image files are looked for in; empty to look for none.
     QString imageFolder;
+    /// As many findings of a rule are told; the rest is one finding with their number.
+    int mostOfARule = 1000;
 };
 
 /// What the renderer will do with a scene that its author may not expect, in the scene's order:

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
+#include <random>
 
 using namespace lux;
 
@@ -37,6 +38,27 @@ QStringList told(const QByteArray& text, bool isWhole = false)
 QByteArray material(const char* lines)
 {
     return QByteArray("MakeNamedMaterial \"m\" ") + lines;
+}
+
+/// Statements that are nearly right.
+QByteArray randomScene(std::mt19937* random)
+{
+    static const char* const pieces[] = { "Texture \"a\" \"float\" \"band\" ",
+        "Texture \"b\" \"color\" \"multimix\" ", "Texture \"a\" \"fresnel\" \"cauchy\" ",
+        "MakeNamedMaterial \"m\" ", "\"string type\" [\"mix\"] ", "\"float offsets\" [0 1] ",
+        "\"float offsets\" [] ", "\"color tex1\" [1 1] ", "\"texture tex2\" [\"a\"] ",
+        "\"texture tex2\" ", "AttributeBegin ", "AttributeEnd ", "WorldBegin ",
+        "NamedMaterial \"m\" ", "Interior \"\\\"\" ", "MakeNamedVolume \"m\" \"clear\" ",
+        "\"string namedmaterial1\" [\"m\"] ", "\"float bumpmap\" nan ", "\"\" 1 ", "] ",
+        "\"string filename\" \"a\\b\" ", "Texture \"c\" \"float\" \"imagemap\" ",
+        "\"vector scale\" [0 0 0] ", "Shape \"mesh\" \"string displacementmap\" \"a\" ",
+        "\"float cauchyb\" [-1e999 \"x\"] ", "\"bool b\" \"\" ", "Include \"x\" ",
+        "Texture \"\" \"\" \"\" " };
+    QByteArray text;
+    const unsigned count = (*random)() % 40;
+    for (unsigned i = 0; i < count; ++i)
+        text += pieces[(*random)() % (sizeof pieces / sizeof *pieces)];
+    return text;
 }
 
 } // namespace
@@ -274,6 +296,37 @@ TEST(TextCheck, errorsOfTheTextAreFindings)
     EXPECT_EQ(findings.at(0).place.line, 2);
     EXPECT_EQ(findings.at(0).place.column, 17);
     EXPECT_EQ(told("Film \"f\" \"float x\" [0,5]"), QStringList { "surprising misread" });
+}
+
+TEST(TextCheck, manyFindingsOfARuleAreCounted)
+{
+    const std::vector<Finding> findings
+        = check(QByteArray("Material \"matte\" \"float Kr\" 1\n").repeated(3000));
+    ASSERT_EQ(findings.size(), 1001u);
+    EXPECT_FALSE(findings.at(999).sentence.contains(QStringLiteral("more")));
+    EXPECT_TRUE(findings.at(1000).sentence.contains(QStringLiteral("(1999 more like this.)")));
+    EXPECT_EQ(findings.at(1000).place.line, 1001);
+    EXPECT_EQ(
+        check(QByteArray("Material \"matte\" \"float Kr\" 1\n").repeated(1000)).size(), 1000u);
+}
+
+TEST(TextCheck, anyTextIsChecked)
+{
+    std::mt19937 random(5);
+    CheckOptions options;
+    options.tellsPortability = true;
+    options.imageFolder = QStringLiteral("/nowhere");
+    for (int i = 0; i < 10000; ++i) {
+        const QByteArray text = randomScene(&random);
+        options.isWhole = i % 2 == 0;
+        for (const Finding& finding : check(text, options)) {
+            ASSERT_LE(finding.span.begin, finding.span.end) << text.constData();
+            ASSERT_LE(finding.span.end, static_cast<std::uint32_t>(text.size()));
+            ASSERT_FALSE(finding.sentence.isEmpty()) << finding.rule.toStdString();
+            ASSERT_FALSE(finding.sentence.contains('{')) << finding.sentence.toStdString();
+            ASSERT_FALSE(finding.source.isEmpty());
+        }
+    }
 }
 
 TEST(TextCheck, portabilityIsToldWhenAsked)
