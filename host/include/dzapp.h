@@ -54,12 +54,16 @@ signals:
     void closing();
 
 private:
+    // Each stands in the room of the class that it makes, which this one's need not know.
+    static std::shared_ptr<DzPluginMgr> makePluginMgr();
+    static std::shared_ptr<DzScene> makeScene();
+
     void tell(MessageType type, const QString& message);
 
     std::unique_ptr<DzUndoStack> m_undoStack;
     std::unique_ptr<DzImageMgr> m_imageMgr;
-    std::unique_ptr<DzPluginMgr> m_pluginMgr;
-    std::unique_ptr<DzScene> m_scene;
+    std::shared_ptr<DzPluginMgr> m_pluginMgr;
+    std::shared_ptr<DzScene> m_scene;
     DzMainWindow* m_interface = nullptr;
     MessageHandler m_handler;
 };

@@ -3,20 +3,21 @@
 #pragma once
 
 #include "dzbase.h"
+#include "dzpropertycarrier.h"
 
 #include <QVector>
 #include <memory>
 
 class DzProperty;
-class SettingsTree;
 class DzShaderBrick;
+class SettingsTree;
 
 /// An input, output or settings row of a brick.
 ///
 /// A parameter belongs to the brick it was added to, owns its properties, and holds links to
 /// parameters of other bricks. Both ends of a link know each other; deleting either end, or its
 /// brick, removes the link.
-class DzBrickParam : public DzBase
+class DzBrickParam : public DzBase, private DzPropertyCarrier
 {
     Q_OBJECT
 
@@ -47,6 +48,8 @@ public:
     static QString typeToString(ParamType type);
 
     // Identity.
+    /// Renames the parameter. Once it is on a brick, an argument name that is its name follows.
+    void setName(const QString& name) override;
     Q_INVOKABLE QString getLabel() const { return m_label; }
     Q_INVOKABLE virtual void setLabel(const QString& label);
     Q_INVOKABLE DzShaderBrick* getTopBrickOwner() const { return m_brick; }
@@ -97,6 +100,9 @@ public:
     /// Removes links that canConnect() would refuse now.
     Q_INVOKABLE void clearInvalidConnections();
 
+    /// For the host's own sources.
+    struct Access;
+
 signals:
     void connectionsChanged();
     void typeChanged();
@@ -108,16 +114,10 @@ protected:
     void changeDirection(int direction);
     /// Takes a property into the parameter's care: it shows this parameter as its carrier.
     void adoptProperty(DzProperty* property);
+    /// Told after a change of the name on a brick, so that an argument name can follow.
+    virtual void nameFollowed(const QString& before);
 
 private:
-    friend class DzBrickLinkItem;
-    friend class DzBrickParamItem;
-    friend class DzBrickState;
-    friend class DzKeptMembers;
-    friend class DzNetworkReader;
-    friend class DzProperty;
-    friend class DzShaderBrick;
-
     /// One end of a link: the parameter at the other end and the place of the link in its list.
     struct Link {
         DzBrickParam* peer;
@@ -130,12 +130,23 @@ private:
         int slot;
     };
 
+    // DzPropertyCarrier
+    DzElement* getCarrierOwner() const override;
+    std::unique_ptr<Address> makeAddress() override;
+    void carriedPropertyChanged(DzProperty* property) override;
+
+    void assignName(const QString& name);
+    void assignLabel(const QString& label);
+    bool mayMeet(const DzBrickParam* other) const;
+    bool mayBeLinked(const DzBrickParam* other) const;
     /// Place of link `index` in the list of the parameter at its other end.
     int getPeerSlot(int index) const;
-    /// Brings the links into the given state, without asking and without undo.
+    /// Brings the links into the given state, without undo. Links that may not be made now are left
+    /// out, with a word.
     void setConnections(const QVector<PeerPlace>& peers);
-    /// Makes the link without asking; `slot` and `peerSlot` are places to insert at, -1 the end.
-    void link(DzBrickParam* other, int slot = -1, int otherSlot = -1);
+    /// Makes the link; false when it would close a loop, which is all that is asked. `slot` and
+    /// `otherSlot` are places to insert at, -1 the end.
+    bool link(DzBrickParam* other, int slot = -1, int otherSlot = -1);
     void unlinkSlot(int slot);
     int findSlot(const DzBrickParam* other) const;
     void insertLink(int slot, const Link& link);
@@ -145,6 +156,12 @@ private:
 
     QString m_label;
     DzShaderBrick* m_brick = nullptr;
+    /// The brick that owns the parameter while it is off, for undo steps to put it back on.
+    DzShaderBrick* m_formerBrick = nullptr;
+    int m_numAddresses = 0;
+    const quint64 m_serial;
+    QString m_originalArg;
+    bool m_isRenamed = false;
     /// Links in order; a removed one leaves a null peer until the list is read again, so that
     /// removing many links costs no more than each of them.
     mutable QVector<Link> m_links;

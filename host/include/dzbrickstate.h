@@ -8,8 +8,10 @@
 #include <QString>
 #include <memory>
 
-/// What an action may change in a brick: its attributes, its inputs with their values and order,
-/// and its links. Title, place and size on the canvas are not part of it.
+class BrickJournal;
+
+/// What an action may change in a brick: its own properties, its inputs with their values and
+/// order, and its links. Title, place and size on the canvas are not part of it.
 class DzBrickState
 {
 public:
@@ -17,8 +19,8 @@ public:
     explicit DzBrickState(const DzShaderBrick* brick);
     ~DzBrickState();
 
-    /// Brings the brick back into this state, without undo. Inputs may be made anew; links to
-    /// inputs that are not there any more are left out.
+    /// Brings the brick back into this state, without undo. Inputs that were taken off meanwhile
+    /// are put back, the very same ones. What cannot be had any more is left out, with a warning.
     void restore(DzShaderBrick* brick) const;
 
     bool operator==(const DzBrickState& other) const;
@@ -31,8 +33,9 @@ private:
 };
 
 /// Makes one undo step of whatever happens to one brick in a scope, such as running an action or
-/// changing a property that makes and removes inputs. Meanwhile the undo stack is locked. Without
-/// accept() the brick is taken back to what it was.
+/// changing a property that makes and removes inputs. Meanwhile the undo stack is locked, and each
+/// change of the brick is noted, so that a step costs what was changed and not what there is.
+/// Without accept() the brick is taken back to what it was.
 class DzBrickStateHold
 {
 public:
@@ -43,9 +46,12 @@ public:
     void accept(const QString& caption);
 
 private:
-    DzBrickStateHold(const DzBrickStateHold&) = delete;
-    DzBrickStateHold& operator=(const DzBrickStateHold&) = delete;
+    Q_DISABLE_COPY(DzBrickStateHold)
+
+    /// Ends the noting of changes.
+    std::unique_ptr<BrickJournal> close();
 
     QPointer<DzShaderBrick> m_brick;
-    std::unique_ptr<DzBrickState> m_before;
+    std::unique_ptr<BrickJournal> m_journal;
+    BrickJournal* m_outer; ///< of a hold around this one
 };

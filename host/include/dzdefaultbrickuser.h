@@ -62,11 +62,10 @@ public:
     void setAttributesHelper(
         const DzSettings* settings, QHash<QString, DzShaderBrick*>* createdBricks);
 
-private:
-    friend class DzBrickMembershipItem;
-    friend class DzNetworkReader;
-    friend class DzNetworkWriter;
+    /// For the host's own sources.
+    struct Access;
 
+private:
     void forgetBrick(DzShaderBrick* brick) override;
     /// Puts a brick in under `id`, without asking and without undo.
     void attach(DzShaderBrick* brick, uint id);

@@ -12,6 +12,7 @@
 
 class DzProperty;
 class DzSettings;
+class DzUndoItem;
 
 /// An object with properties, data items and attributes.
 class DzElement : public DzBase
@@ -24,6 +25,8 @@ public:
     /// Deletes the properties and data items.
     ~DzElement() override;
 
+    /// Naming an element anew is a user's change; giving it its first name is none.
+    void setName(const QString& name) override;
     Q_INVOKABLE QString getLabel() const { return m_label; }
     Q_INVOKABLE virtual DzError setLabel(const QString& label);
 
@@ -55,6 +58,17 @@ public:
     /// Reads what getAttributes() wrote; returns this, or null when the settings are unusable.
     Q_INVOKABLE virtual DzElement* setAttributes(const DzSettings* settings);
 
+    /// True when a change of the element or of something it owns is to leave an undo item now.
+    virtual bool isRecorded() const;
+    /// True when an item is to come before the change and not after it: what follows from the
+    /// change then comes behind it, and is taken back before it.
+    virtual bool isRecordedFirst() const { return false; }
+    /// Takes the undo item of such a change, and owns it from now on.
+    virtual void pushUndoItem(DzUndoItem* item, const QString& caption);
+
+    /// For the host's own sources.
+    struct Access;
+
 signals:
     void labelChanged(const QString& label);
     void propertyAdded(DzProperty* property);
@@ -62,14 +76,9 @@ signals:
     void propertyListChanged();
 
 private:
-    friend class DzElementPropertyItem;
-    friend class DzProperty;
-
     void attach(int index, DzProperty* property);
     /// Takes the property off the list without deleting it; returns the index it had.
     int detach(DzProperty* property);
-    /// Called by a property that is deleted by somebody else.
-    void forget(DzProperty* property);
     /// Notes a property's coming name; false when another property has it.
     bool renameProperty(DzProperty* property, const QString& name);
 

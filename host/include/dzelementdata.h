@@ -20,9 +20,10 @@ public:
     /// A copy for another element, owned by the caller.
     Q_INVOKABLE virtual DzElementData* duplicate() const = 0;
 
-private:
-    friend class DzElement;
+    /// For the host's own sources.
+    struct Access;
 
+private:
     bool m_persistent;
     DzElement* m_owner = nullptr;
 };

@@ -22,8 +22,10 @@ public:
     Q_INVOKABLE DzTexture* getImage(const QString& filename);
     Q_INVOKABLE int getNumImages() const { return m_images.size(); }
 
+    /// For the host's own sources.
+    struct Access;
+
 private:
-    friend class DzTexture;
     void forget(const DzTexture* texture);
 
     QHash<QString, DzTexture*> m_images;

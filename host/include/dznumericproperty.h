@@ -37,7 +37,6 @@ public:
     Q_INVOKABLE virtual void setDoubleValue(double value) = 0;
     Q_INVOKABLE virtual double getDoubleDefaultValue() const = 0;
 
-    void copyFrom(const DzProperty* other) override;
     void getAttributes(DzPropertySettings* settings) const override;
     bool isDescribedLike(const DzProperty* other) const override;
     bool readAttribute(const SettingsTree& settings, const QString& key) override;
@@ -49,6 +48,11 @@ signals:
     void minMaxChanged();
 
 protected:
+    void takeFrom(const DzProperty* other) override;
+    /// Makes a change of limits, clamping or default, with one undo item for all that follows.
+    virtual void changeLimits(const std::function<void()>& change) = 0;
+    /// Switches clamping without bringing anything within the limits.
+    void restoreClamped(bool clamped);
     /// Brings value and default within the limits after clamping was switched on or they changed.
     virtual void applyClamping() = 0;
     /// Writes limits, value and default between the numeric members and the map.
@@ -58,9 +62,9 @@ protected:
     void assignAll(const DzProperty* model) override;
 
 private:
-    friend class DzProperty;
-
     void assignMap(const DzTexturePtr& map);
+    void assignMappable(bool mappable, const DzTexturePtr& map);
+    void assignClamped(bool clamped);
 
     DzTexturePtr m_map;
     bool m_mappable = false;

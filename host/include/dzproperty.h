@@ -3,6 +3,7 @@
 #pragma once
 
 #include "dzbase.h"
+#include "dzpropertycarrier.h"
 #include "dzpropertysettings.h"
 
 #include <functional>
@@ -13,10 +14,9 @@ class DzElement;
 
 /// A named, labelled value that a user can see and change.
 ///
-/// Setters emit their signal once per change. Those of value, map, label, path,
-/// lock and visibility are a user's: the first two refuse a locked property, and each leaves one
-/// undo item when the property belongs to an element and the undo stack takes items. copyFrom()
-/// and setAttributes() write locked properties too and leave no undo item.
+/// Setters emit their signal once per change and leave one undo step when the property belongs to
+/// an element and the undo stack takes items; so do copyFrom() and setAttributes(). Those of value
+/// and map are a user's: they refuse a locked property, which the latter two write.
 class DzProperty : public DzBase
 {
     Q_OBJECT
@@ -62,7 +62,7 @@ public:
     virtual bool setValueText(const QString& text, QString* error) = 0;
 
     /// Copies value and map of a property of the same kind.
-    Q_INVOKABLE virtual void copyFrom(const DzProperty* other) = 0;
+    Q_INVOKABLE void copyFrom(const DzProperty* other);
     /// A copy without owner, owned by the caller: name, label, path, flags, limits, value and map.
     Q_INVOKABLE DzProperty* duplicate() const;
 
@@ -80,6 +80,9 @@ public:
     /// value cannot be used.
     virtual bool readAttribute(const SettingsTree& settings, const QString& key);
 
+    /// For the host's own sources.
+    struct Access;
+
 signals:
     void currentValueChanged();
     void labelChanged(const QString& label);
@@ -91,6 +94,8 @@ signals:
     void propertyDeleted(DzProperty* property);
 
 protected:
+    /// Does what copyFrom() says, without undo.
+    virtual void takeFrom(const DzProperty* other) = 0;
     /// A new property of the same class and name.
     virtual DzProperty* createSimilar() const = 0;
     /// Takes over everything of a new property's model, which is of the same class, without
@@ -102,25 +107,37 @@ protected:
     bool isRecorded() const;
     typedef std::function<void(DzProperty*)> Change;
     /// Leaves an undo item for a change that was just made. `kind` tells changes that may be
-    /// merged within one hold. The closures are given the property that stands in this one's place
-    /// by then: it may have been deleted and made again with its brick's inputs.
+    /// merged within one hold. A step whose property has gone, or is off its element, is refused.
     void record(const char* kind, const QString& caption, const Change& undo, const Change& redo);
+    /// Makes a change and leaves its undo item, if it is to leave one.
+    void recordAround(const char* kind, const QString& caption, const std::function<void()>& change,
+        const Change& undo, const Change& redo);
+    /// Makes a change of many members at once, with one undo item for all of them.
+    void changeDescription(const char* kind, const std::function<void()>& change);
 
 private:
-    friend class DzBrickParam;
-    friend class DzElement;
-    friend class DzKeptMembers;
+    /// All that describes the property, its value included.
+    struct Description {
+        DzPropertySettings settings;
+        std::shared_ptr<const SettingsTree> kept;
+    };
 
+    Description describe() const;
+    void assignDescription(const Description& all);
+    void readSettings(const DzPropertySettings& settings);
+    bool assignName(const QString& name);
     void assignLabel(const QString& label);
     void assignPath(const QString& path);
     void assignHidden(bool hidden);
     void assignLocked(bool locked);
     void assignUserProperty(bool isUser);
+    void assignCanAnimate(bool canAnimate);
 
     QString m_label;
     QString m_path;
     DzElement* m_owner = nullptr;
     DzBrickParam* m_param = nullptr;
+    DzPropertyCarrier* m_carrier = nullptr; ///< the same as `m_param`, as core knows it
     /// Members of the file that the property was read from and that it must be written back with.
     std::unique_ptr<SettingsTree> m_keptMembers;
     bool m_hidden = false;

@@ -27,6 +27,9 @@ public:
     int getType() const override;
     bool canConnect(DzBrickParam* other) const override;
 
+protected:
+    void nameFollowed(const QString& before) override;
+
 private:
     DzProperty* m_property = nullptr;
     QString m_arg;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QtGlobal>
+
 /// Shared ownership by counting. A fresh item has count 0; the last unref() deletes it.
 class DzRefCountedItem
 {
@@ -14,11 +16,9 @@ public:
     void unref();
     int getRefCount() const { return m_refCount; }
     bool isShared() const { return m_refCount > 1; }
-    bool isUnique() const { return m_refCount == 1; }
 
 private:
-    DzRefCountedItem(const DzRefCountedItem&) = delete;
-    DzRefCountedItem& operator=(const DzRefCountedItem&) = delete;
+    Q_DISABLE_COPY(DzRefCountedItem)
 
     int m_refCount = 0;
 };

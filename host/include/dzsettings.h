@@ -81,9 +81,10 @@ public:
     SettingsTree* tree() { return m_tree; }
     const SettingsTree* tree() const { return m_tree; }
 
-private:
-    friend class SettingsTree;
+    /// For the host's own sources.
+    struct Access;
 
+private:
     /// Shows a tree that somebody else owns.
     explicit DzSettings(SettingsTree* tree);
 

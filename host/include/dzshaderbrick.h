@@ -11,9 +11,11 @@
 #include <QVector>
 #include <memory>
 
+class BrickJournal;
 class DzBrickParam;
 class DzRenderer;
 class DzShaderString;
+class FeedPlace;
 class IDzBrickUser;
 
 /// Base of all bricks: an element with parameters that can be linked to those of other bricks.
@@ -68,8 +70,8 @@ public:
     virtual bool providesParams(const DzShaderBrick* other, const DzBrickParam* param) const;
 
     // Links.
-    /// True when the output of `source` may feed this brick without closing a loop. Costs no more
-    /// than the smaller of what feeds `source` and what this brick feeds.
+    /// True when the output of `source` may feed this brick without closing a loop. Asking for many
+    /// links costs little more than making them: see FeedPlace.
     Q_INVOKABLE bool canBeFedBy(const DzShaderBrick* source) const;
     /// Removes every link of every parameter.
     Q_INVOKABLE void removeAllConnections();
@@ -106,6 +108,12 @@ public:
     // DzElement
     void getAttributes(DzSettings* settings) const override;
     DzElement* setAttributes(const DzSettings* settings) override;
+    bool isRecorded() const override;
+    bool isRecordedFirst() const override;
+    void pushUndoItem(DzUndoItem* item, const QString& caption) override;
+
+    /// For the host's own sources.
+    struct Access;
 
 signals:
     void connectionsChanged();
@@ -115,13 +123,6 @@ signals:
     void brickTitleChanged(const QString& title);
 
 private:
-    friend class DzBrickParam;
-    friend class DzBrickParamItem;
-    friend class DzDefaultBrickUser;
-    friend class DzKeptMembers;
-    friend class DzNetworkReader;
-    friend class DzNetworkWriter;
-
     struct ScopedParam {
         int type = 0;
         QString name;
@@ -129,19 +130,26 @@ private:
     /// Members of the file that the brick was read from, by the tree they stood in.
     struct KeptTrees;
 
-    void attach(int index, DzBrickParam* param);
-    int detach(DzBrickParam* param);
+    /// True when a change of the list of parameters is to leave an undo item now.
+    bool isListRecorded() const;
+    void putOn(int index, DzBrickParam* param);
+    int takeOff(DzBrickParam* param);
+    void moveParam(DzBrickParam* param, int index);
+    /// Called by a parameter that is deleted.
     void forget(DzBrickParam* param);
+    void assignTitle(bool hasOne, const QString& title);
     void notifyConnectionsChanged();
     void readBrickProperties(const SettingsTree& settings);
 
+    const std::unique_ptr<FeedPlace> m_place;
+    BrickJournal* m_journal = nullptr;
     QVector<DzBrickParam*> m_params;
+    /// Parameters that undo steps may put back.
+    QVector<DzBrickParam*> m_paramsOff;
     QVector<ScopedParam> m_scoped;
     QVector<ScopedParam> m_required;
     IDzBrickUser* m_user = nullptr;
     uint m_id = 0;
     DzSettings m_brickSettings;
     std::unique_ptr<KeptTrees> m_kept;
-    /// Numbers of the last loop searches that met the brick, going upstream and downstream.
-    mutable quint64 m_visits[2] = { 0, 0 };
 };

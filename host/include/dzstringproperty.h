@@ -22,12 +22,12 @@ public:
     void resetToDefault() override { setValue(m_default); }
     QString getValueText() const override { return m_value; }
     bool setValueText(const QString& text, QString* error) override;
-    void copyFrom(const DzProperty* other) override;
     void getAttributes(DzPropertySettings* settings) const override;
     void writeValue(SettingsTree* settings) const override;
     bool readAttribute(const SettingsTree& settings, const QString& key) override;
 
 protected:
+    void takeFrom(const DzProperty* other) override;
     DzProperty* createSimilar() const override;
     void assignAll(const DzProperty* model) override;
 

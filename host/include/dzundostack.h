@@ -73,6 +73,10 @@ public:
     Q_INVOKABLE bool hasItems() const { return getNumItems() > 0; }
     Q_INVOKABLE void clearAll();
 
+    /// Says why a part of the step that runs has no effect: what it was made for is gone or
+    /// changed.
+    static void refuse(const QString& why);
+
     /// The stack underneath, for views that list and jump.
     QUndoStack* getQtStack() const { return m_stack.get(); }
 
@@ -97,12 +101,12 @@ private:
 /// The application's undo stack; null while there is no DzApp.
 extern DzUndoStack* dzUndoStack;
 
-/// Keeps the undo stack locked for a scope.
+/// Keeps an undo stack, mostly the application's, locked for a scope.
 class DzUndoStackLock
 {
 public:
-    DzUndoStackLock()
-        : m_stack(dzUndoStack)
+    explicit DzUndoStackLock(DzUndoStack* stack = dzUndoStack)
+        : m_stack(stack)
     {
         if (m_stack)
             m_stack->lock();
@@ -114,8 +118,7 @@ public:
     }
 
 private:
-    DzUndoStackLock(const DzUndoStackLock&) = delete;
-    DzUndoStackLock& operator=(const DzUndoStackLock&) = delete;
+    Q_DISABLE_COPY(DzUndoStackLock)
 
     DzUndoStack* m_stack;
 };
@@ -150,8 +153,7 @@ public:
     }
 
 private:
-    DzUndoStackHold(const DzUndoStackHold&) = delete;
-    DzUndoStackHold& operator=(const DzUndoStackHold&) = delete;
+    Q_DISABLE_COPY(DzUndoStackHold)
 
     DzUndoStack* m_stack;
 };

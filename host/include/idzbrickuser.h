@@ -77,13 +77,15 @@ public:
     virtual void generatingFilesStarted() = 0;
     virtual void generatingFilesFinished() = 0;
 
+    /// For the host's own sources.
+    struct Access;
+
 protected:
     /// A brick came back, or went, other than through addBrick().
     virtual void brickWasRestored(DzShaderBrick* brick) = 0;
     virtual void brickWasRemoved(DzShaderBrick* brick) = 0;
 
 private:
-    friend class DzShaderBrick;
     /// Called by a brick that is deleted by somebody else.
     virtual void forgetBrick(DzShaderBrick* brick) = 0;
 };

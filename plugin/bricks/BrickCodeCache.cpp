@@ -5,6 +5,7 @@
 
 #include "SceneCodeWriter.h"
 #include "VireoBrickBase.h"
+#include "dzapp.h"
 
 #include <QThread>
 #include <exception>
@@ -105,6 +106,12 @@ const CodeResult* BrickCodeCache::find(const VireoBrickBase* brick) const
 void BrickCodeCache::insert(const VireoBrickBase* brick, const CodeResult& result)
 {
     results[reinterpret_cast<quintptr>(brick)] = result;
+    open.erase(reinterpret_cast<quintptr>(brick));
+}
+
+bool BrickCodeCache::begin(const VireoBrickBase* brick)
+{
+    return open.insert(reinterpret_cast<quintptr>(brick)).second;
 }
 
 CodeResult codeFor(VireoBrickBase* brick, SceneCodeWriter* writer)
@@ -113,6 +120,13 @@ CodeResult codeFor(VireoBrickBase* brick, SceneCodeWriter* writer)
     if (const CodeResult* known = cache.find(brick))
         return *known;
     CodeResult result;
+    // The host lets no link close a loop; should one be there all the same, the walk ends.
+    if (!cache.begin(brick)) {
+        dzApp->warning(VireoBrickBase::tr("%1 feeds itself: remove one of the links between it and "
+                                          "what it feeds")
+                           .arg(brick->getBrickTitle()));
+        return result;
+    }
     if (walkDepth % bricksPerStack == 0) {
         WriteThread thread(brick, writer, &result);
         thread.finish();

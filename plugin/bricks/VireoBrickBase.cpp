@@ -200,6 +200,9 @@ void VireoBrickBase::addToBrick(
 {
     param->setName(name);
     param->DzBrickParam::setLabel(label);
+    // The host has to know which inputs the attributes make, and has no function to be told.
+    if (custom)
+        param->setProperty("customInput", true);
     addParameter(param);
     if (custom)
         customParams->append(QPointer<DzBrickParam>(param));
@@ -326,6 +329,8 @@ VireoExtComplexIn* VireoBrickBase::addComplexInput(
     param->setArgName(name);
     param->setLinkType(linkKind);
     addToBrick(custom, param, name, label);
+    // The host's other parameters have their names follow by themselves.
+    QObject::connect(param, SIGNAL(nameChanged(QString)), param, SLOT(setArgName(QString)));
     return param;
 }
 
@@ -398,7 +403,8 @@ void VireoBrickBase::removeCustomParam(DzBrickParam* param)
 {
     // Undo of the whole brick is up to whoever lets the user remove the input.
     DzUndoStackLock lock;
-    if (param && customParams->removeAll(QPointer<DzBrickParam>(param)) > 0)
+    // It stays listed: undo may put the very same input back.
+    if (param && getCustomParams().contains(param))
         deleteParam(param);
 }
 
@@ -457,10 +463,14 @@ DzElement* VireoBrickBase::setAttributes(const DzSettings* settings)
         return DzShaderBrick::setAttributes(settings);
     {
         DzUndoStackLock lock;
+        // Inputs that undo may put back stay listed, with what is kept for them.
+        const QList<DzBrickParam*> before = getCustomParams();
+        for (int i = before.size() - 1; i >= 0; --i)
+            deleteParam(before.at(i));
         purgeCustomParams();
-        while (!customParams->isEmpty())
-            deleteParam(customParams->takeLast());
-        keptMembers.clear();
+        for (int i = keptMembers.size() - 1; i >= 0; --i)
+            if (!keptMembers.at(i).param)
+                keptMembers.removeAt(i);
         keptEntries.clear();
         if (const DzSettings* stored = settings->getSettingsValue(QLatin1String(customParamsKey)))
             readCustomParams(*stored);

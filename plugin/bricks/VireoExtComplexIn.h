@@ -27,9 +27,11 @@ public:
     // VireoParam
     void writeParameterCode(SceneCodeWriter* writer) override;
 
-    void setArgName(const QString& argName) { block.argName = argName; }
     /// Sets what can be linked; a number that is not a link type is ignored.
     void setLinkType(int code);
+
+public slots:
+    void setArgName(const QString& argName) { block.argName = argName; }
 
 private:
     /// What a bare input starts with: bricks set both.

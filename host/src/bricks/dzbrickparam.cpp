@@ -3,19 +3,38 @@
 
 #include "dzbrickparam.h"
 
+#include "brickaccess.h"
 #include "dzproperty.h"
-#include "dzsettings.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
+#include "dzunknownbrick.h"
 #include "idzbrickuser.h"
 #include "paramaddress.h"
+#include "propertyaccess.h"
 #include "settingstree.h"
 
+#include <functional>
+
+namespace {
+
+/// A parameter for messages.
+QString nameOf(const DzBrickParam* param)
+{
+    const DzShaderBrick* brick = param->getTopBrickOwner();
+    return brick ? brick->getBrickTitle() + QLatin1Char('/') + param->getName() : param->getName();
+}
+
+void refuseLink(const DzBrickParam* a, const DzBrickParam* b)
+{
+    DzUndoStack::refuse(
+        DzBrickParam::tr("%1 and %2 cannot be linked any more").arg(nameOf(a), nameOf(b)));
+}
+
 /// The making or removing of one link.
-class DzBrickLinkItem : public DzUndoItem
+class LinkItem : public DzUndoItem
 {
 public:
-    DzBrickLinkItem(DzBrickParam* a, DzBrickParam* b, int slotA, int slotB, bool made)
+    LinkItem(DzBrickParam* a, DzBrickParam* b, int slotA, int slotB, bool made)
         : m_a(a)
         , m_b(b)
         , m_slotA(slotA)
@@ -32,12 +51,23 @@ private:
     {
         DzBrickParam* a = m_a.find();
         DzBrickParam* b = m_b.find();
-        if (!a || !b || a->isConnectedTo(b) == linked)
+        if (!a || !b) {
+            if (linked)
+                DzUndoStack::refuse(
+                    DzBrickParam::tr("an input or output that it linked is not there any more"));
             return;
-        if (linked)
-            a->link(b, m_slotA, m_slotB);
-        else
-            a->unlinkSlot(a->findSlot(b));
+        }
+        const bool isLinked = a->isConnectedTo(b);
+        if (!linked && !isLinked)
+            return;
+        // One that is there already goes to its old place in the order.
+        if (isLinked)
+            DzBrickParam::Access::unlink(a, b);
+        if (!linked)
+            return;
+        if (!DzBrickParam::Access::mayBeLinked(a, b)
+            || !DzBrickParam::Access::link(a, b, m_slotA, m_slotB))
+            refuseLink(a, b);
     }
 
     ParamAddress m_a;
@@ -47,6 +77,74 @@ private:
     bool m_made;
 };
 
+/// A change of a parameter's own, as a pair of closures.
+class ParamItem : public DzUndoItem
+{
+public:
+    typedef std::function<void(DzBrickParam*)> Change;
+
+    ParamItem(DzBrickParam* param, const Change& undo, const Change& redo)
+        : m_param(param)
+        , m_undo(undo)
+        , m_redo(redo)
+    {
+    }
+
+    void undo() override { run(m_undo); }
+    void redo() override { run(m_redo); }
+
+private:
+    void run(const Change& change)
+    {
+        if (DzBrickParam* param = m_param.find())
+            change(param);
+        else
+            DzUndoStack::refuse(DzBrickParam::tr("the input it changed is not there any more"));
+    }
+
+    ParamAddress m_param;
+    Change m_undo;
+    Change m_redo;
+};
+
+/// Keeps a parameter, and with it its properties, for an undo step.
+class CarrierAddress : public DzPropertyCarrier::Address
+{
+public:
+    explicit CarrierAddress(DzBrickParam* param)
+        : m_param(param)
+    {
+    }
+
+private:
+    ParamAddress m_param;
+};
+
+/// The brick that takes the undo item of a change of a link; null when nobody does. An open journal
+/// takes it whichever end it is at.
+DzShaderBrick* recorderOf(const DzBrickParam* a, const DzBrickParam* b)
+{
+    DzShaderBrick* brick = a->getTopBrickOwner();
+    DzShaderBrick* other = b->getTopBrickOwner();
+    if (other && DzShaderBrick::Access::journal(other))
+        return other;
+    return brick && brick->isRecorded() ? brick : nullptr;
+}
+
+bool isOfUnknownBrick(const DzBrickParam* param)
+{
+    return qobject_cast<const DzUnknownBrick*>(param->getTopBrickOwner()) != nullptr;
+}
+
+quint64 lastSerial = 0;
+
+// Signals carry these also where only their names are known.
+const int paramType = qRegisterMetaType<DzBrickParam*>("DzBrickParam*");
+const int propertyType = qRegisterMetaType<DzProperty*>("DzProperty*");
+const int brickType = qRegisterMetaType<DzShaderBrick*>("DzShaderBrick*");
+
+} // namespace
+
 namespace {
 
 /// Fewer dead places than this are not worth closing up.
@@ -55,8 +153,12 @@ const int deadLinksWorthCompacting = 16;
 } // namespace
 
 DzBrickParam::DzBrickParam(Direction direction)
-    : m_direction(direction)
+    : m_serial(++lastSerial)
+    , m_direction(direction)
 {
+    Q_UNUSED(paramType);
+    Q_UNUSED(propertyType);
+    Q_UNUSED(brickType);
 }
 
 DzBrickParam::~DzBrickParam()
@@ -64,8 +166,8 @@ DzBrickParam::~DzBrickParam()
     for (int slot = m_links.size() - 1; slot >= 0; --slot)
         if (m_links.at(slot).peer)
             unlinkSlot(slot);
-    if (m_brick)
-        m_brick->forget(this);
+    if (DzShaderBrick* brick = m_brick ? m_brick : m_formerBrick)
+        DzShaderBrick::Access::forget(brick, this);
 }
 
 QString DzBrickParam::typeToString(ParamType type)
@@ -79,10 +181,72 @@ QString DzBrickParam::typeToString(ParamType type)
 
 void DzBrickParam::setLabel(const QString& label)
 {
+    const QString before = m_label;
+    if (label == before)
+        return;
+    assignLabel(label);
+    if (m_brick && m_brick->isRecorded())
+        m_brick->pushUndoItem(new ParamItem(
+                                  this, [=](DzBrickParam* p) { p->assignLabel(before); },
+                                  [=](DzBrickParam* p) { p->assignLabel(label); }),
+            tr("Rename %1").arg(before));
+}
+
+void DzBrickParam::assignLabel(const QString& label)
+{
     if (label == m_label)
         return;
     m_label = label;
     emit labelChanged();
+}
+
+void DzBrickParam::setName(const QString& name)
+{
+    const QString before = getName();
+    if (name == before)
+        return;
+    assignName(name);
+    if (m_brick && m_brick->isRecorded())
+        m_brick->pushUndoItem(new ParamItem(
+                                  this, [=](DzBrickParam* p) { p->assignName(before); },
+                                  [=](DzBrickParam* p) { p->assignName(name); }),
+            tr("Rename %1").arg(m_label));
+}
+
+void DzBrickParam::assignName(const QString& name)
+{
+    const QString before = getName();
+    if (!m_brick || name == before) {
+        DzBase::setName(name);
+        return;
+    }
+    const QString arg = getArg(0);
+    DzBase::setName(name);
+    nameFollowed(before);
+    if (getArg(0) == arg)
+        return;
+    if (!m_isRenamed)
+        m_originalArg = arg;
+    m_isRenamed = getArg(0) != m_originalArg;
+}
+
+void DzBrickParam::nameFollowed(const QString&)
+{
+}
+
+DzElement* DzBrickParam::getCarrierOwner() const
+{
+    return m_brick;
+}
+
+std::unique_ptr<DzPropertyCarrier::Address> DzBrickParam::makeAddress()
+{
+    return std::unique_ptr<Address>(new CarrierAddress(this));
+}
+
+void DzBrickParam::carriedPropertyChanged(DzProperty* property)
+{
+    emit propertyChanged(property);
 }
 
 QString DzBrickParam::getArg(int index) const
@@ -157,7 +321,20 @@ void DzBrickParam::changeDirection(int direction)
 
 void DzBrickParam::adoptProperty(DzProperty* property)
 {
-    property->m_param = this;
+    DzProperty::Access::setCarrier(property, this, this);
+}
+
+/// What holds for a link whatever the bricks are.
+bool DzBrickParam::mayMeet(const DzBrickParam* other) const
+{
+    if (!isInput() || !other->isOutput() || !m_brick || !other->m_brick
+        || other->m_brick == m_brick)
+        return false;
+    const IDzBrickUser* user = m_brick->getBrickUser();
+    const IDzBrickUser* otherUser = other->m_brick->getBrickUser();
+    if (user && otherUser && user != otherUser)
+        return false;
+    return m_brick->canBeFedBy(other->m_brick);
 }
 
 bool DzBrickParam::canConnect(DzBrickParam* other) const
@@ -166,22 +343,23 @@ bool DzBrickParam::canConnect(DzBrickParam* other) const
         return false;
     if (isOutput())
         return other->isInput() && other->canConnect(const_cast<DzBrickParam*>(this));
-    if (!isInput() || !other->isOutput() || other->m_brick == m_brick)
-        return false;
-    const IDzBrickUser* user = m_brick->getBrickUser();
-    const IDzBrickUser* otherUser = other->m_brick->getBrickUser();
-    if (user && otherUser && user != otherUser)
-        return false;
-    return m_brick->providesParams(other->m_brick, this) && m_brick->canBeFedBy(other->m_brick);
+    return isInput() && other->isOutput() && m_brick->providesParams(other->m_brick, this)
+        && mayMeet(other);
+}
+
+bool DzBrickParam::mayBeLinked(const DzBrickParam* other) const
+{
+    if (isOfUnknownBrick(this) || isOfUnknownBrick(other))
+        return isOutput() ? other->mayMeet(this) : mayMeet(other);
+    return canConnect(const_cast<DzBrickParam*>(other));
 }
 
 bool DzBrickParam::addConnection(DzBrickParam* other)
 {
-    if (!canConnect(other) || isConnectedTo(other))
+    if (!canConnect(other) || isConnectedTo(other) || !link(other))
         return false;
-    link(other);
-    if (dzUndoStack && dzUndoStack->canPushItems())
-        dzUndoStack->push(new DzBrickLinkItem(this, other, -1, -1, true), tr("Link Bricks"));
+    if (DzShaderBrick* recorder = recorderOf(this, other))
+        recorder->pushUndoItem(new LinkItem(this, other, -1, -1, true), tr("Link Bricks"));
     return true;
 }
 
@@ -209,8 +387,13 @@ void DzBrickParam::setConnections(const QVector<PeerPlace>& peers)
         return;
     while (!m_links.isEmpty())
         unlinkSlot(m_links.size() - 1);
-    for (int i = 0; i < peers.size(); ++i)
-        link(peers.at(i).peer, i, peers.at(i).slot);
+    int slot = 0;
+    for (const PeerPlace& place : peers) {
+        if (mayBeLinked(place.peer) && link(place.peer, slot, place.slot))
+            ++slot;
+        else
+            refuseLink(this, place.peer);
+    }
 }
 
 bool DzBrickParam::isConnectedTo(const DzBrickParam* other) const
@@ -236,15 +419,15 @@ bool DzBrickParam::removeConnection(DzBrickParam* other)
     const int slot = other ? findSlot(other) : -1;
     if (slot < 0)
         return false;
-    if (dzUndoStack && dzUndoStack->canPushItems()) {
+    if (DzShaderBrick* recorder = recorderOf(this, other)) {
         // Places without gaps, so that they hold when the link comes back.
         compactLinks();
         other->compactLinks();
         const int live = findSlot(other);
         const int otherLive = m_links.at(live).peerSlot;
         unlinkSlot(live);
-        dzUndoStack->push(
-            new DzBrickLinkItem(this, other, live, otherLive, false), tr("Unlink Bricks"));
+        recorder->pushUndoItem(
+            new LinkItem(this, other, live, otherLive, false), tr("Unlink Bricks"));
     } else {
         unlinkSlot(slot);
     }
@@ -273,8 +456,12 @@ void DzBrickParam::clearInvalidConnections()
     hold.accept(tr("Unlink Bricks"));
 }
 
-void DzBrickParam::link(DzBrickParam* other, int slot, int otherSlot)
+bool DzBrickParam::link(DzBrickParam* other, int slot, int otherSlot)
 {
+    const DzBrickParam* input = isOutput() ? other : this;
+    const DzBrickParam* output = isOutput() ? this : other;
+    if (!letFeed(output->m_brick, input->m_brick))
+        return false;
     if (slot >= 0 || otherSlot >= 0) {
         compactLinks();
         other->compactLinks();
@@ -286,6 +473,7 @@ void DzBrickParam::link(DzBrickParam* other, int slot, int otherSlot)
     other->insertLink(otherPlace, Link { this, place });
     notifyConnectionsChanged();
     other->notifyConnectionsChanged();
+    return true;
 }
 
 void DzBrickParam::insertLink(int slot, const Link& link)
@@ -339,5 +527,5 @@ void DzBrickParam::notifyConnectionsChanged()
 {
     emit connectionsChanged();
     if (m_brick)
-        m_brick->notifyConnectionsChanged();
+        DzShaderBrick::Access::tellConnectionsChanged(m_brick);
 }

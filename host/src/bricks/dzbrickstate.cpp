@@ -3,53 +3,54 @@
 
 #include "dzbrickstate.h"
 
-#include "dzbrickparam.h"
-#include "dzproperty.h"
-#include "dzshaderbrick.h"
+#include "brickaccess.h"
+#include "brickjournal.h"
 #include "dzundostack.h"
-#include "keptmembers.h"
-#include "networkkeys.h"
 #include "paramaddress.h"
-#include "paramkeys.h"
-#include "settingstree.h"
+#include "propertyaccess.h"
 
+#include <QSet>
 #include <vector>
 
 namespace {
 
+std::unique_ptr<SettingsTree> copyOf(const SettingsTree* tree)
+{
+    return std::unique_ptr<SettingsTree>(tree ? new SettingsTree(*tree) : nullptr);
+}
+
 struct PropertyState {
     explicit PropertyState(const DzProperty* property)
         : name(property->getName())
+        , description(DzProperty::Access::describe(property))
     {
-        property->getAttributes(&settings);
-        settings.setBoolValue(QStringLiteral("ForceSetUser"), true);
-        // Written only when there is a map: going back to none has to say so.
-        const QString mapKey = QStringLiteral("MapImage");
-        if (!settings.hasKey(mapKey))
-            settings.setStringValue(mapKey, QString());
-        if (const SettingsTree* members = DzKeptMembers::keptOf(property))
-            kept.reset(new SettingsTree(*members));
-    }
-
-    void restore(DzProperty* property) const
-    {
-        property->setAttributes(&settings);
-        DzKeptMembers::setKept(property, kept.get());
     }
 
     QString name;
-    DzPropertySettings settings;
-    std::unique_ptr<SettingsTree> kept;
+    DzProperty::Access::Description description;
 };
 
 struct LinkState {
     ParamAddress peer;
-    DzBrickParam* peerThen;
     int peerSlot;
 };
 
 struct ParamState {
-    QString key;
+    explicit ParamState(DzBrickParam* parameter)
+        : param(parameter)
+        , name(parameter->getName())
+        , label(parameter->getLabel())
+        , kept(copyOf(DzBrickParam::Access::kept(const_cast<const DzBrickParam*>(parameter))))
+    {
+        for (int i = 0; i < parameter->getNumProperties(); ++i)
+            properties.emplace_back(parameter->getProperty(i));
+        for (int i = 0; i < parameter->getNumConnections(); ++i)
+            links.push_back(LinkState { ParamAddress(parameter->getConnection(i)),
+                DzBrickParam::Access::peerSlot(parameter, i) });
+    }
+
+    ParamAddress param;
+    QString name;
     QString label;
     std::unique_ptr<SettingsTree> kept;
     std::vector<PropertyState> properties;
@@ -61,7 +62,7 @@ bool sameProperties(const std::vector<PropertyState>& a, const std::vector<Prope
     if (a.size() != b.size())
         return false;
     for (size_t i = 0; i < a.size(); ++i)
-        if (!a[i].settings.isEqual(b[i].settings))
+        if (!a[i].description.settings.isEqual(b[i].description.settings))
             return false;
     return true;
 }
@@ -71,48 +72,60 @@ bool sameLinks(const std::vector<LinkState>& a, const std::vector<LinkState>& b)
     if (a.size() != b.size())
         return false;
     for (size_t i = 0; i < a.size(); ++i)
-        if (a[i].peerThen != b[i].peerThen)
+        if (!(a[i].peer == b[i].peer))
             return false;
     return true;
 }
 
 bool sameParam(const ParamState& a, const ParamState& b)
 {
-    return a.key == b.key && a.label == b.label && sameProperties(a.properties, b.properties)
-        && sameLinks(a.links, b.links);
+    return a.param == b.param && a.name == b.name && a.label == b.label
+        && sameProperties(a.properties, b.properties) && sameLinks(a.links, b.links);
 }
 
-/// One change of a brick's state.
-class StateItem : public DzUndoItem
+/// Brings exactly these parameters onto the brick, in this order.
+void restoreList(DzShaderBrick* brick, const std::vector<ParamState>& params)
 {
-public:
-    StateItem(DzShaderBrick* brick, std::unique_ptr<DzBrickState> before,
-        std::unique_ptr<DzBrickState> after)
-        : m_brick(brick)
-        , m_before(std::move(before))
-        , m_after(std::move(after))
-    {
+    QVector<DzBrickParam*> wanted;
+    QSet<const DzBrickParam*> isWanted;
+    for (const ParamState& state : params) {
+        DzBrickParam* param = state.param.get();
+        if (!param || (param->getTopBrickOwner() && param->getTopBrickOwner() != brick)) {
+            DzUndoStack::refuse(
+                DzShaderBrick::tr("the input %1 is not there any more").arg(state.name));
+            continue;
+        }
+        wanted.append(param);
+        isWanted.insert(param);
     }
+    for (int i = brick->getNumParameters() - 1; i >= 0; --i)
+        if (!isWanted.contains(brick->getParameter(i)))
+            brick->deleteParam(brick->getParameter(i));
+    for (DzBrickParam* param : qAsConst(wanted))
+        if (!param->getTopBrickOwner())
+            brick->addParameter(param);
+    brick->setParameterOrder(wanted);
+}
 
-    void undo() override { restore(*m_before); }
-    void redo() override { restore(*m_after); }
-
-private:
-    void restore(const DzBrickState& state)
-    {
-        if (m_brick)
-            state.restore(m_brick);
-    }
-
-    QPointer<DzShaderBrick> m_brick;
-    std::unique_ptr<DzBrickState> m_before;
-    std::unique_ptr<DzBrickState> m_after;
-};
+void restoreParam(DzBrickParam* param, const ParamState& state)
+{
+    DzBrickParam::Access::setName(param, state.name);
+    DzBrickParam::Access::setLabel(param, state.label);
+    DzBrickParam::Access::kept(param) = copyOf(state.kept.get());
+    const int count = qMin(param->getNumProperties(), static_cast<int>(state.properties.size()));
+    for (int i = 0; i < count; ++i)
+        DzProperty::Access::assign(
+            param->getProperty(i), state.properties[static_cast<size_t>(i)].description);
+    QVector<DzBrickParam::Access::PeerPlace> peers;
+    for (const LinkState& link : state.links)
+        if (DzBrickParam* peer = link.peer.find())
+            peers.append(DzBrickParam::Access::PeerPlace { peer, link.peerSlot });
+    DzBrickParam::Access::setConnections(param, peers);
+}
 
 } // namespace
 
 struct DzBrickState::Data {
-    DzSettings attributes;
     std::vector<PropertyState> properties;
     std::vector<ParamState> params;
 };
@@ -120,28 +133,10 @@ struct DzBrickState::Data {
 DzBrickState::DzBrickState(const DzShaderBrick* brick)
     : m_data(new Data)
 {
-    brick->getAttributes(&m_data->attributes);
-    // Properties are held one by one below; the canvas is nobody's business here.
-    m_data->attributes.removeValue(NetworkKeys::brickProperties());
-    m_data->attributes.removeValue(NetworkKeys::brickSettings());
     for (const DzProperty* property : brick->getPropertyList())
         m_data->properties.emplace_back(property);
-    const ParamKeys keys(brick);
-    for (int i = 0; i < keys.size(); ++i) {
-        const DzBrickParam* param = keys.param(i);
-        ParamState state;
-        state.key = keys.key(i);
-        state.label = param->getLabel();
-        if (const SettingsTree* members = DzKeptMembers::keptOf(param))
-            state.kept.reset(new SettingsTree(*members));
-        for (int k = 0; k < param->getNumProperties(); ++k)
-            state.properties.emplace_back(param->getProperty(k));
-        for (int k = 0; k < param->getNumConnections(); ++k) {
-            DzBrickParam* peer = param->getConnection(k);
-            state.links.push_back(LinkState { ParamAddress(peer), peer, param->getPeerSlot(k) });
-        }
-        m_data->params.push_back(std::move(state));
-    }
+    for (int i = 0; i < brick->getNumParameters(); ++i)
+        m_data->params.emplace_back(brick->getParameter(i));
 }
 
 DzBrickState::~DzBrickState()
@@ -150,8 +145,7 @@ DzBrickState::~DzBrickState()
 
 bool DzBrickState::operator==(const DzBrickState& other) const
 {
-    if (!m_data->attributes.isEqual(other.m_data->attributes)
-        || !sameProperties(m_data->properties, other.m_data->properties)
+    if (!sameProperties(m_data->properties, other.m_data->properties)
         || m_data->params.size() != other.m_data->params.size())
         return false;
     for (size_t i = 0; i < m_data->params.size(); ++i)
@@ -163,62 +157,52 @@ bool DzBrickState::operator==(const DzBrickState& other) const
 void DzBrickState::restore(DzShaderBrick* brick) const
 {
     DzUndoStackLock lock;
-    // Properties first: they may make and remove inputs.
+    // The parameters first, so that properties that make and remove inputs find them as they are
+    // to be; and again, for those that have come since.
+    restoreList(brick, m_data->params);
     for (const PropertyState& state : m_data->properties)
         if (DzProperty* property = brick->findProperty(state.name))
-            state.restore(property);
-    brick->setAttributes(&m_data->attributes);
-    const ParamKeys keys(brick);
-    QVector<DzBrickParam*> order;
-    for (const ParamState& state : m_data->params) {
-        DzBrickParam* param = keys.find(state.key);
-        if (!param)
-            continue;
-        order.append(param);
-        param->setLabel(state.label);
-        DzKeptMembers::setKept(param, state.kept.get());
-        for (int k = 0;
-             k < param->getNumProperties() && k < static_cast<int>(state.properties.size()); ++k)
-            state.properties[static_cast<size_t>(k)].restore(param->getProperty(k));
-        QVector<DzBrickParam::PeerPlace> peers;
-        for (const LinkState& link : state.links) {
-            ParamAddress peer = link.peer;
-            if (DzBrickParam* found = peer.find())
-                peers.append(DzBrickParam::PeerPlace { found, link.peerSlot });
-        }
-        param->setConnections(peers);
-    }
-    brick->setParameterOrder(order);
+            DzProperty::Access::assign(property, state.description);
+    restoreList(brick, m_data->params);
+    for (const ParamState& state : m_data->params)
+        if (DzBrickParam* param = state.param.find())
+            restoreParam(param, state);
 }
 
 DzBrickStateHold::DzBrickStateHold(DzShaderBrick* brick)
     : m_brick(brick)
-    , m_before(new DzBrickState(brick))
+    , m_journal(new BrickJournal)
+    , m_outer(DzShaderBrick::Access::journal(brick))
 {
+    DzShaderBrick::Access::setJournal(brick, m_journal.get());
     if (dzUndoStack)
         dzUndoStack->lock();
 }
 
 DzBrickStateHold::~DzBrickStateHold()
 {
-    if (!m_before)
+    if (!m_journal)
         return;
-    if (m_brick)
-        m_before->restore(m_brick);
+    std::unique_ptr<BrickJournal> journal = close();
+    journal->undo();
     if (dzUndoStack)
         dzUndoStack->unlock();
 }
 
+std::unique_ptr<BrickJournal> DzBrickStateHold::close()
+{
+    if (m_brick)
+        DzShaderBrick::Access::setJournal(m_brick, m_outer);
+    return std::move(m_journal);
+}
+
 void DzBrickStateHold::accept(const QString& caption)
 {
-    if (!m_before)
+    if (!m_journal)
         return;
+    std::unique_ptr<BrickJournal> journal = close();
     if (dzUndoStack)
         dzUndoStack->unlock();
-    std::unique_ptr<DzBrickState> before = std::move(m_before);
-    if (!m_brick || !dzUndoStack || !dzUndoStack->canPushItems())
-        return;
-    std::unique_ptr<DzBrickState> after(new DzBrickState(m_brick));
-    if (*after != *before)
-        dzUndoStack->push(new StateItem(m_brick, std::move(before), std::move(after)), caption);
+    if (m_brick && !journal->isEmpty() && m_brick->isRecorded())
+        m_brick->pushUndoItem(journal.release(), caption);
 }

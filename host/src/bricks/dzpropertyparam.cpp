@@ -9,6 +9,7 @@
 #include "dzimageproperty.h"
 #include "dzintproperty.h"
 #include "dzstringproperty.h"
+#include "propertyaccess.h"
 
 namespace {
 
@@ -76,6 +77,15 @@ void DzPropertyParam::setProperty(DzProperty* property, const QString& arg, cons
 QString DzPropertyParam::getArg(int index) const
 {
     return index == 0 ? m_arg : QString();
+}
+
+void DzPropertyParam::nameFollowed(const QString& before)
+{
+    if (m_arg == before)
+        m_arg = getName();
+    // It is made under the parameter's name, and would be so again on loading.
+    if (m_property && m_property->getName() == before)
+        DzProperty::Access::setName(m_property, getName());
 }
 
 DzProperty* DzPropertyParam::getProperty(int index) const

@@ -3,58 +3,20 @@
 
 #include "dzshaderbrick.h"
 
-#include "brickkepttrees.h"
-#include "dzbrickparam.h"
+#include "brickaccess.h"
+#include "brickjournal.h"
+#include "dzforeachlink.h"
 #include "dzproperty.h"
 #include "dzshaderstring.h"
 #include "dzundostack.h"
 #include "idzbrickuser.h"
 #include "keptmembers.h"
 #include "networkkeys.h"
+#include "paramaddress.h"
+#include "propertyaccess.h"
 
 #include <QPointer>
 #include <QSet>
-
-/// The adding or removing of a parameter; owns the parameter while it is off the brick.
-class DzBrickParamItem : public DzUndoItem
-{
-public:
-    DzBrickParamItem(DzShaderBrick* brick, DzBrickParam* param, int index, bool added)
-        : m_brick(brick)
-        , m_param(param)
-        , m_index(index)
-        , m_added(added)
-        , m_owned(!added)
-    {
-    }
-    ~DzBrickParamItem() override
-    {
-        if (m_owned)
-            delete m_param;
-    }
-
-    void undo() override { set(!m_added); }
-    void redo() override { set(m_added); }
-
-private:
-    void set(bool present)
-    {
-        if (!m_brick || !m_param || m_owned != present)
-            return;
-        if (present)
-            // Others may have gone meanwhile without undo.
-            m_brick->attach(qMin(m_index, m_brick->getNumParameters()), m_param);
-        else
-            m_brick->detach(m_param);
-        m_owned = !present;
-    }
-
-    QPointer<DzShaderBrick> m_brick;
-    QPointer<DzBrickParam> m_param;
-    int m_index;
-    bool m_added;
-    bool m_owned;
-};
 
 namespace {
 
@@ -64,51 +26,108 @@ const QString& brickTitleKey()
     return key;
 }
 
-/// A change to a brick is a user's only once the brick is in somebody's network.
-bool isRecorded(const DzShaderBrick* brick)
-{
-    return brick->getBrickUser() && dzUndoStack && dzUndoStack->canPushItems();
-}
-
-/// One half of a loop search: all bricks that feed a brick, or all that it feeds, bit by bit.
-class Reach
+/// The adding or removing of a parameter.
+class ParamItem : public DzUndoItem
 {
 public:
-    enum Way { Upstream, Downstream };
-
-    Reach(const DzShaderBrick* start, Way way)
-        : m_way(way)
+    ParamItem(DzShaderBrick* brick, DzBrickParam* param, int index, bool added)
+        : m_brick(brick)
+        , m_param(param)
+        , m_index(index)
+        , m_added(added)
     {
-        m_open.append(start);
     }
 
-    bool isDone() const { return m_open.isEmpty(); }
-
-    /// Goes one brick further. `visit` is told each brick that is met, once or more.
-    template <typename Visit>
-    void step(const Visit& visit)
-    {
-        const DzShaderBrick* brick = m_open.takeLast();
-        for (int i = 0; i < brick->getNumParameters(); ++i) {
-            const DzBrickParam* param = brick->getParameter(i);
-            if (param->isOutput() != (m_way == Downstream))
-                continue;
-            for (int k = 0; k < param->getNumConnections(); ++k) {
-                const DzShaderBrick* next = param->getConnection(k)->getTopBrickOwner();
-                if (visit(next))
-                    m_open.append(next);
-            }
-        }
-    }
+    void undo() override { set(!m_added); }
+    void redo() override { set(m_added); }
 
 private:
-    Way m_way;
-    QVector<const DzShaderBrick*> m_open;
+    void set(bool present)
+    {
+        DzBrickParam* param = m_param.get();
+        if (!m_brick || !param) {
+            DzUndoStack::refuse(DzShaderBrick::tr("the brick it changed is not there any more"));
+            return;
+        }
+        const DzShaderBrick* holder = param->getTopBrickOwner();
+        if (!present) {
+            if (holder == m_brick)
+                DzShaderBrick::Access::takeOff(m_brick, param);
+            return;
+        }
+        if (!holder)
+            DzShaderBrick::Access::putOn(m_brick, m_brick->getNumParameters(), param);
+        // Others may have gone meanwhile without undo.
+        if (param->getTopBrickOwner() == m_brick)
+            DzShaderBrick::Access::move(m_brick, param, m_index);
+    }
+
+    QPointer<DzShaderBrick> m_brick;
+    ParamAddress m_param;
+    int m_index;
+    bool m_added;
+};
+
+/// The moving of a parameter to another place.
+class MoveItem : public DzUndoItem
+{
+public:
+    MoveItem(DzBrickParam* param, int from, int to)
+        : m_param(param)
+        , m_from(from)
+        , m_to(to)
+    {
+    }
+
+    void undo() override { move(m_from); }
+    void redo() override { move(m_to); }
+
+private:
+    void move(int index)
+    {
+        if (DzBrickParam* param = m_param.find())
+            DzShaderBrick::Access::move(param->getTopBrickOwner(), param, index);
+        else
+            DzUndoStack::refuse(DzShaderBrick::tr("the input it moved is not there any more"));
+    }
+
+    ParamAddress m_param;
+    int m_from;
+    int m_to;
+};
+
+/// A change of a brick's own, as a pair of closures.
+class BrickItem : public DzUndoItem
+{
+public:
+    typedef std::function<void(DzShaderBrick*)> Change;
+
+    BrickItem(DzShaderBrick* brick, const Change& undo, const Change& redo)
+        : m_brick(brick)
+        , m_undo(undo)
+        , m_redo(redo)
+    {
+    }
+
+    void undo() override { run(m_undo); }
+    void redo() override { run(m_redo); }
+
+private:
+    void run(const Change& change)
+    {
+        if (m_brick)
+            change(m_brick);
+    }
+
+    QPointer<DzShaderBrick> m_brick;
+    Change m_undo;
+    Change m_redo;
 };
 
 } // namespace
 
 DzShaderBrick::DzShaderBrick()
+    : m_place(new FeedPlace(this))
 {
 }
 
@@ -116,15 +135,42 @@ DzShaderBrick::~DzShaderBrick()
 {
     DzUndoStackLock lock;
     if (m_user)
-        m_user->forgetBrick(this);
+        IDzBrickUser::Access::forget(m_user, this);
     for (DzBrickParam* param : qAsConst(m_params))
         param->removeAllConnections();
-    const QVector<DzBrickParam*> params = m_params;
+    const QVector<DzBrickParam*> params = m_params + m_paramsOff;
     m_params.clear();
+    m_paramsOff.clear();
     for (DzBrickParam* param : params) {
-        param->m_brick = nullptr;
+        DzBrickParam::Access::brick(param) = nullptr;
+        DzBrickParam::Access::formerBrick(param) = nullptr;
         delete param;
     }
+}
+
+/// While a journal is open, changes are its own, whatever the undo stack takes.
+bool DzShaderBrick::isRecorded() const
+{
+    return m_journal || DzElement::isRecorded();
+}
+
+bool DzShaderBrick::isRecordedFirst() const
+{
+    return m_journal != nullptr;
+}
+
+/// A change of the parameters is a user's only once the brick is in somebody's network.
+bool DzShaderBrick::isListRecorded() const
+{
+    return m_journal || (m_user && DzElement::isRecorded());
+}
+
+void DzShaderBrick::pushUndoItem(DzUndoItem* item, const QString& caption)
+{
+    if (m_journal)
+        m_journal->add(item);
+    else
+        DzElement::pushUndoItem(item, caption);
 }
 
 bool DzShaderBrick::addParameter(DzBrickParam* param)
@@ -134,31 +180,33 @@ bool DzShaderBrick::addParameter(DzBrickParam* param)
 
 bool DzShaderBrick::insertParameter(int index, DzBrickParam* param)
 {
-    if (!param || param->m_brick)
+    if (!param || param->getTopBrickOwner())
         return false;
     const int place = index < 0 || index > m_params.size() ? m_params.size() : index;
-    attach(place, param);
-    if (isRecorded(this))
-        dzUndoStack->push(new DzBrickParamItem(this, param, place, true), tr("Add Parameter"));
+    putOn(place, param);
+    if (isListRecorded())
+        pushUndoItem(new ParamItem(this, param, place, true), tr("Add Parameter"));
     return true;
 }
 
 bool DzShaderBrick::deleteParam(DzBrickParam* param)
 {
-    if (!param || param->m_brick != this)
+    if (!param || param->getTopBrickOwner() != this)
         return false;
-    if (!isRecorded(this)) {
-        DzUndoStackLock lock;
+    if (isListRecorded()) {
+        DzUndoStackHold hold;
         param->removeAllConnections();
-        detach(param);
-        delete param;
+        const int index = findParameterIndex(param);
+        // Made first: it keeps the parameter.
+        auto* item = new ParamItem(this, param, index, false);
+        takeOff(param);
+        pushUndoItem(item, QString());
+        hold.accept(tr("Remove Parameter"));
         return true;
     }
-    DzUndoStackHold hold;
-    param->removeAllConnections();
-    const int index = detach(param);
-    dzUndoStack->push(new DzBrickParamItem(this, param, index, false), QString());
-    hold.accept(tr("Remove Parameter"));
+    takeOff(param);
+    if (DzBrickParam::Access::numAddresses(param) == 0)
+        delete param;
     return true;
 }
 
@@ -167,25 +215,41 @@ bool DzShaderBrick::deleteParamByName(const QString& name)
     return deleteParam(findParameterByName(name));
 }
 
-void DzShaderBrick::attach(int index, DzBrickParam* param)
+void DzShaderBrick::putOn(int index, DzBrickParam* param)
 {
+    if (DzShaderBrick* former = DzBrickParam::Access::formerBrick(param))
+        former->m_paramsOff.remove(former->m_paramsOff.lastIndexOf(param));
+    DzBrickParam::Access::formerBrick(param) = nullptr;
     m_params.insert(index, param);
-    param->m_brick = this;
+    DzBrickParam::Access::brick(param) = this;
     emit paramAdded(this);
 }
 
-int DzShaderBrick::detach(DzBrickParam* param)
+/// Takes a parameter off, with its links, and keeps it; returns the index it had.
+int DzShaderBrick::takeOff(DzBrickParam* param)
 {
+    if (param->getNumConnections() > 0) {
+        const DzUndoStackLock lock;
+        param->removeAllConnections();
+    }
     const int index = findParameterIndex(param);
     m_params.remove(index);
-    param->m_brick = nullptr;
+    DzBrickParam::Access::brick(param) = nullptr;
+    DzBrickParam::Access::formerBrick(param) = this;
+    m_paramsOff.append(param);
     emit paramRemoved(this);
     return index;
 }
 
 void DzShaderBrick::forget(DzBrickParam* param)
 {
-    detach(param);
+    const int index = findParameterIndex(param);
+    if (index < 0) {
+        m_paramsOff.remove(m_paramsOff.lastIndexOf(param));
+        return;
+    }
+    m_params.remove(index);
+    emit paramRemoved(this);
 }
 
 DzBrickParam* DzShaderBrick::findParameterByName(const QString& name) const
@@ -224,8 +288,17 @@ bool DzShaderBrick::changeParamIndex(DzBrickParam* param, int index)
     const int from = findParameterIndex(param);
     if (from < 0 || index < 0 || index >= m_params.size())
         return false;
+    if (from == index)
+        return true;
     m_params.move(from, index);
+    if (isListRecorded())
+        pushUndoItem(new MoveItem(param, from, index), tr("Move %1").arg(param->getLabel()));
     return true;
+}
+
+void DzShaderBrick::moveParam(DzBrickParam* param, int index)
+{
+    m_params.move(findParameterIndex(param), qBound(0, index, m_params.size() - 1));
 }
 
 void DzShaderBrick::setParameterOrder(const QVector<DzBrickParam*>& order)
@@ -233,7 +306,7 @@ void DzShaderBrick::setParameterOrder(const QVector<DzBrickParam*>& order)
     QVector<DzBrickParam*> listed;
     QSet<DzBrickParam*> isListed;
     for (DzBrickParam* param : order) {
-        if (param && param->m_brick == this && !isListed.contains(param)) {
+        if (param && param->getTopBrickOwner() == this && !isListed.contains(param)) {
             isListed.insert(param);
             listed.append(param);
         }
@@ -278,31 +351,7 @@ bool DzShaderBrick::providesParams(const DzShaderBrick* other, const DzBrickPara
 
 bool DzShaderBrick::canBeFedBy(const DzShaderBrick* source) const
 {
-    if (!source || source == this)
-        return false;
-    // Both ends search towards each other, one brick in turn: whichever side is small ends the
-    // search, and in a network that is built link by link one side mostly is.
-    static quint64 searches = 0;
-    const quint64 search = ++searches;
-    bool isLoop = false;
-    const auto visitor = [&isLoop, search](const DzShaderBrick* goal, Reach::Way way) {
-        return [&isLoop, search, goal, way](const DzShaderBrick* brick) {
-            isLoop = isLoop || brick == goal;
-            const bool isNew = brick->m_visits[way] != search;
-            brick->m_visits[way] = search;
-            return isNew;
-        };
-    };
-    Reach above(source, Reach::Upstream);
-    Reach below(this, Reach::Downstream);
-    const auto visitAbove = visitor(this, Reach::Upstream);
-    const auto visitBelow = visitor(source, Reach::Downstream);
-    while (!isLoop && !above.isDone() && !below.isDone()) {
-        above.step(visitAbove);
-        if (!isLoop && !above.isDone())
-            below.step(visitBelow);
-    }
-    return !isLoop;
+    return letFeed(source, this);
 }
 
 void DzShaderBrick::removeAllConnections()
@@ -339,9 +388,25 @@ QString DzShaderBrick::getBrickTitle() const
 
 void DzShaderBrick::setBrickTitle(const QString& title)
 {
-    if (title == getBrickTitle())
+    const QString before = getBrickTitle();
+    if (title == before)
         return;
-    m_brickSettings.setStringValue(brickTitleKey(), title);
+    const bool hadOne = m_brickSettings.hasKey(brickTitleKey());
+    assignTitle(true, title);
+    // A brick of no user is nobody's yet.
+    if (isListRecorded())
+        pushUndoItem(new BrickItem(
+                         this, [=](DzShaderBrick* b) { Access::setTitle(b, hadOne, before); },
+                         [=](DzShaderBrick* b) { Access::setTitle(b, true, title); }),
+            tr("Rename %1").arg(before));
+}
+
+void DzShaderBrick::assignTitle(bool hasOne, const QString& title)
+{
+    if (hasOne)
+        m_brickSettings.setStringValue(brickTitleKey(), title);
+    else
+        m_brickSettings.removeValue(brickTitleKey());
     emit brickTitleChanged(title);
 }
 
@@ -379,8 +444,19 @@ DzElement* DzShaderBrick::setAttributes(const DzSettings* settings)
     const SettingsTree& tree = *settings->tree();
     if (const SettingsTree* properties = tree.getSettingsValue(NetworkKeys::brickProperties()))
         readBrickProperties(*properties);
-    if (const SettingsTree* stored = tree.getSettingsValue(NetworkKeys::brickSettings()))
+    if (const SettingsTree* stored = tree.getSettingsValue(NetworkKeys::brickSettings())) {
+        const DzSettings before(m_brickSettings);
         *m_brickSettings.tree() = *stored;
+        if (m_journal) {
+            const auto set = [](DzShaderBrick* brick, const DzSettings& brickSettings) {
+                *brick->getBrickSettings() = brickSettings;
+            };
+            const DzSettings after(m_brickSettings);
+            m_journal->add(new BrickItem(
+                this, [=](DzShaderBrick* brick) { set(brick, before); },
+                [=](DzShaderBrick* brick) { set(brick, after); }));
+        }
+    }
     return this;
 }
 
@@ -391,8 +467,10 @@ void DzShaderBrick::readBrickProperties(const SettingsTree& settings)
         const SettingsTree* members = settings.getSettingsValue(name);
         if (DzProperty* property = findProperty(name))
             if (members)
-                DzKeptMembers::readProperty(
-                    property, *members, FilePlace { QString(), name, QString() });
+                DzProperty::Access::changeDescription(property, "attributes", [&] {
+                    DzKeptMembers::readProperty(
+                        property, *members, FilePlace { QString(), name, QString() });
+                });
     }
     const auto understood = [&](const QString& name) { return findProperty(name) != nullptr; };
     std::unique_ptr<SettingsTree> kept

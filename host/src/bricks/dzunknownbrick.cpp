@@ -18,6 +18,12 @@ public:
     }
     int getType() const override { return UnknownType; }
     bool canConnect(DzBrickParam*) const override { return false; }
+    /// The file's name for it, whatever it is called here.
+    QString getArg(int index) const override { return index == 0 ? m_arg : QString(); }
+    void setArg(const QString& arg) { m_arg = arg; }
+
+private:
+    QString m_arg;
 };
 
 } // namespace
@@ -50,7 +56,9 @@ DzBrickParam* DzUnknownBrick::paramFor(const QString& name, DzBrickParam::Direct
 {
     DzBrickParam*& param = m_paramIndex[QString::number(direction) + name];
     if (!param) {
-        param = new UnknownParam(direction);
+        auto* unknown = new UnknownParam(direction);
+        unknown->setArg(name);
+        param = unknown;
         param->setName(name);
         param->setLabel(name);
         addParameter(param);

@@ -3,11 +3,9 @@
 
 #include "keptmembers.h"
 
-#include "dzbrickparam.h"
-#include "dzproperty.h"
+#include "brickaccess.h"
 #include "dzwarning.h"
-
-#include <QSet>
+#include "propertyaccess.h"
 
 namespace {
 
@@ -118,7 +116,7 @@ void DzKeptMembers::readProperty(
     const int count = members.getNumValues();
     // Nearly all properties of a file have nothing but a value that can be used.
     if (count == 1 && members.getKey(0) == value && property->readAttribute(members, value)) {
-        property->m_keptMembers.reset();
+        DzProperty::Access::kept(property).reset();
         return;
     }
     QSet<QString> unusable;
@@ -135,19 +133,20 @@ void DzKeptMembers::readProperty(
     }
     const bool isFullForm = members.hasKey(fullForm);
     if (unusable.isEmpty() && !isFullForm) {
-        property->m_keptMembers.reset();
+        DzProperty::Access::kept(property).reset();
         return;
     }
     // In full form every member has its place, so that the file keeps that form.
-    property->m_keptMembers
+    DzProperty::Access::kept(property)
         = layoutOf(members, [&](const QString& key) { return !unusable.contains(key); });
 }
 
 void DzKeptMembers::writeProperty(
     SettingsTree* out, const DzProperty* property, const DzProperty* fresh)
 {
+    const SettingsTree* kept = DzProperty::Access::kept(property);
     // By far the most properties differ from a fresh brick's in nothing but the value.
-    if (!property->m_keptMembers && fresh && property->isDescribedLike(fresh)) {
+    if (!kept && fresh && property->isDescribedLike(fresh)) {
         property->writeValue(out);
         return;
     }
@@ -158,7 +157,6 @@ void DzKeptMembers::writeProperty(
     if (fresh)
         fresh->getAttributes(&usualSettings);
     const SettingsTree& usual = *usualSettings.tree();
-    const SettingsTree* kept = property->m_keptMembers.get();
     begin(out, kept && isOutlived(*kept, full, usual) ? nullptr : kept);
     for (int i = 0; i < full.getNumValues(); ++i) {
         const QString key = full.getKey(i);
@@ -175,8 +173,8 @@ void DzKeptMembers::writeProperty(
     end(out);
 }
 
-void DzKeptMembers::readParameter(
-    DzBrickParam* param, const SettingsTree& members, const FilePlace& place)
+void DzKeptMembers::readParameter(DzBrickParam* param, const SettingsTree& members,
+    const QSet<QString>& others, const FilePlace& place)
 {
     const QString labelKey = QStringLiteral("Label");
     const int labelIndex = members.getSettingIndex(labelKey);
@@ -198,7 +196,7 @@ void DzKeptMembers::readParameter(
     }
     // Nearly all parameters of a file are nothing but their properties.
     if (understood == members.getNumValues()) {
-        param->m_keptMembers.reset();
+        DzBrickParam::Access::kept(param).reset();
         return;
     }
     QSet<QString> properties;
@@ -206,15 +204,18 @@ void DzKeptMembers::readParameter(
         properties.insert(propertyKey(i));
     const auto isProperty = [&](const QString& key) { return properties.contains(key); };
     // A label of the file keeps its place also when it is the usual one.
-    param->m_keptMembers = rememberTrees(members, isProperty, isProperty, place.text());
-    if (param->m_keptMembers && hasLabel)
-        setPlace(param->m_keptMembers.get(), labelKey);
+    const auto isUnderstood
+        = [&](const QString& key) { return properties.contains(key) || others.contains(key); };
+    std::unique_ptr<SettingsTree>& kept = DzBrickParam::Access::kept(param);
+    kept = rememberTrees(members, isUnderstood, isProperty, place.text());
+    if (kept && hasLabel)
+        setPlace(kept.get(), labelKey);
 }
 
 void DzKeptMembers::writeParameter(
     SettingsTree* out, const DzBrickParam* param, const DzBrickParam* fresh)
 {
-    begin(out, param->m_keptMembers.get());
+    begin(out, DzBrickParam::Access::kept(param));
     const QString labelKey = QStringLiteral("Label");
     if (isPlace(*out, labelKey) || !fresh || fresh->getLabel() != param->getLabel())
         out->setStringValue(labelKey, param->getLabel());
@@ -222,24 +223,4 @@ void DzKeptMembers::writeParameter(
         writeProperty(out->setSettingsValue(propertyKey(i)), param->getProperty(i),
             fresh ? fresh->getProperty(i) : nullptr);
     end(out);
-}
-
-const SettingsTree* DzKeptMembers::keptOf(const DzProperty* property)
-{
-    return property->m_keptMembers.get();
-}
-
-const SettingsTree* DzKeptMembers::keptOf(const DzBrickParam* param)
-{
-    return param->m_keptMembers.get();
-}
-
-void DzKeptMembers::setKept(DzProperty* property, const SettingsTree* kept)
-{
-    property->m_keptMembers.reset(kept ? new SettingsTree(*kept) : nullptr);
-}
-
-void DzKeptMembers::setKept(DzBrickParam* param, const SettingsTree* kept)
-{
-    param->m_keptMembers.reset(kept ? new SettingsTree(*kept) : nullptr);
 }

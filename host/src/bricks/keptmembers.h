@@ -4,6 +4,8 @@
 
 #include "settingstree.h"
 
+#include <QSet>
+
 #include <functional>
 #include <memory>
 
@@ -58,16 +60,9 @@ public:
     static void writeProperty(
         SettingsTree* out, const DzProperty* property, const DzProperty* fresh);
 
-    /// What is kept for a property or parameter; null when nothing is.
-    static const SettingsTree* keptOf(const DzProperty* property);
-    static const SettingsTree* keptOf(const DzBrickParam* param);
-    /// Keeps a copy of `kept`, which may be null.
-    static void setKept(DzProperty* property, const SettingsTree* kept);
-    static void setKept(DzBrickParam* param, const SettingsTree* kept);
-
-    /// Reads label and properties of a parameter.
-    static void readParameter(
-        DzBrickParam* param, const SettingsTree& members, const FilePlace& place);
+    /// Reads label and properties of a parameter. `others` are members that were read already.
+    static void readParameter(DzBrickParam* param, const SettingsTree& members,
+        const QSet<QString>& others, const FilePlace& place);
     /// Writes a parameter; `fresh` is the same one of a fresh brick, null when there is none.
     static void writeParameter(
         SettingsTree* out, const DzBrickParam* param, const DzBrickParam* fresh);

@@ -24,6 +24,11 @@ DZ_NETWORK_KEY(identifier, "Identifier")
 DZ_NETWORK_KEY(className, "DAZStudioClassName")
 DZ_NETWORK_KEY(attributes, "Attributes")
 DZ_NETWORK_KEY(parameters, "Parameters")
+// Members of a parameter that is not found under its own key on a fresh brick.
+DZ_NETWORK_KEY(originalName, "OriginalName")
+DZ_NETWORK_KEY(paramName, "Name")
+// Marks a link that was never made, where reading it would make it now.
+DZ_NETWORK_KEY(inactive, "Inactive")
 DZ_NETWORK_KEY(brickProperties, "BrickProperties")
 DZ_NETWORK_KEY(brickSettings, "BrickSettings")
 // A link's source is its input side, its target the side whose output feeds it.

@@ -3,18 +3,29 @@
 
 #include "paramaddress.h"
 
-#include "paramkeys.h"
+#include "brickaccess.h"
 
-ParamAddress::ParamAddress(DzBrickParam* param)
-    : m_brick(param->getTopBrickOwner())
-    , m_param(param)
-    , m_key(m_brick ? ParamKeys::keyOf(m_brick, param) : QString())
+void ParamAddress::set(DzBrickParam* param)
 {
+    m_param = param;
+    if (param)
+        ++DzBrickParam::Access::numAddresses(param);
 }
 
-DzBrickParam* ParamAddress::find()
+void ParamAddress::release()
 {
-    if (!m_param && m_brick)
-        m_param = ParamKeys(m_brick).find(m_key);
-    return m_param;
+    if (!m_param)
+        return;
+    // Off its brick and known to no step: nobody can bring it back any more.
+    if (--DzBrickParam::Access::numAddresses(m_param) == 0 && !m_param->getTopBrickOwner()
+        && DzBrickParam::Access::formerBrick(m_param))
+        delete m_param;
+    m_param = nullptr;
+}
+
+ParamAddress& ParamAddress::operator=(const ParamAddress& other)
+{
+    ParamAddress copy(other);
+    m_param.swap(copy.m_param);
+    return *this;
 }

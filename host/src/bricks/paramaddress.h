@@ -3,24 +3,30 @@
 #pragma once
 
 #include "dzbrickparam.h"
-#include "dzshaderbrick.h"
 
 #include <QPointer>
-#include <QString>
 
-/// Where a parameter stands, for undo items: inputs may be deleted and made again under the same
-/// key while the items wait.
+/// A parameter as an undo step knows it. While there is an address of it, a parameter that is taken
+/// off its brick stays in memory, so that the very same one comes back: a step never meets another
+/// of the same name.
 class ParamAddress
 {
 public:
     ParamAddress() {}
-    explicit ParamAddress(DzBrickParam* param);
+    explicit ParamAddress(DzBrickParam* param) { set(param); }
+    ParamAddress(const ParamAddress& other) { set(other.m_param); }
+    ParamAddress& operator=(const ParamAddress& other);
+    ~ParamAddress() { release(); }
 
-    /// The parameter, or the one that stands in its place now; null when there is none.
-    DzBrickParam* find();
+    /// The parameter, on a brick or off; null when it is gone.
+    DzBrickParam* get() const { return m_param; }
+    /// The parameter if it is on a brick.
+    DzBrickParam* find() const { return m_param && m_param->getTopBrickOwner() ? get() : nullptr; }
+    bool operator==(const ParamAddress& other) const { return m_param == other.m_param; }
 
 private:
-    QPointer<DzShaderBrick> m_brick;
+    void set(DzBrickParam* param);
+    void release();
+
     QPointer<DzBrickParam> m_param;
-    QString m_key;
 };

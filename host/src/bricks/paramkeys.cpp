@@ -3,8 +3,9 @@
 
 #include "paramkeys.h"
 
-#include "dzbrickparam.h"
-#include "dzshaderbrick.h"
+#include "brickaccess.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -16,6 +17,14 @@ QString numberedKey(const QString& name, int number)
     return name + QLatin1Char('#') + QString::number(number);
 }
 
+/// A name as a file has it: halves of characters are lost there.
+QString inFile(const QString& name)
+{
+    const auto isSurrogate = [](QChar c) { return c.isSurrogate(); };
+    return std::any_of(name.begin(), name.end(), isSurrogate) ? QString::fromUtf8(name.toUtf8())
+                                                              : name;
+}
+
 } // namespace
 
 ParamKeys::ParamKeys(const DzShaderBrick* brick)
@@ -23,23 +32,57 @@ ParamKeys::ParamKeys(const DzShaderBrick* brick)
 {
     const int count = brick->getNumParameters();
     m_entries.reserve(count);
-    QHash<QString, int> lastNumbers;
     for (int i = 0; i < count; ++i) {
         DzBrickParam* param = brick->getParameter(i);
-        QString key = param->getArg(0);
-        if (find(key)) {
-            const QString name = key;
-            int& number = lastNumbers[name];
-            number = qMax(number, 1);
-            do {
-                key = numberedKey(name, ++number);
-            } while (find(key));
-        }
-        m_entries.append(Entry { key, param });
-        if (m_isIndexed) {
-            m_byKey.insert(key, param);
-            m_byParam.insert(param, key);
-        }
+        if (DzBrickParam::Access::isRenamed(param))
+            m_areOriginal = false;
+        add(param->getArg(0), param);
+    }
+}
+
+ParamKeys ParamKeys::original(const DzShaderBrick* brick)
+{
+    typedef DzBrickParam::Access Access;
+    struct Made {
+        bool isCustom;
+        DzBrickParam* param;
+    };
+    QVector<Made> made;
+    made.reserve(brick->getNumParameters());
+    for (int i = 0; i < brick->getNumParameters(); ++i) {
+        DzBrickParam* param = brick->getParameter(i);
+        made.append(Made { Access::isCustom(param), param });
+    }
+    // A fresh brick has the parameters of its class first, then those that its attributes name.
+    std::sort(made.begin(), made.end(), [](const Made& a, const Made& b) {
+        return a.isCustom != b.isCustom ? b.isCustom
+                                        : Access::serial(a.param) < Access::serial(b.param);
+    });
+    ParamKeys keys;
+    keys.m_isIndexed = made.size() > manyParams;
+    keys.m_entries.reserve(made.size());
+    for (const Made& entry : qAsConst(made))
+        keys.add(entry.isCustom ? entry.param->getArg(0) : Access::originalArg(entry.param),
+            entry.param);
+    return keys;
+}
+
+void ParamKeys::add(const QString& name, DzBrickParam* param)
+{
+    const QString plain = inFile(name);
+    QString key = plain;
+    if (find(key)) {
+        m_areOriginal = false;
+        int& number = m_lastNumbers[plain];
+        number = qMax(number, 1);
+        do {
+            key = numberedKey(plain, ++number);
+        } while (find(key));
+    }
+    m_entries.append(Entry { key, param });
+    if (m_isIndexed) {
+        m_byKey.insert(key, param);
+        m_byParam.insert(param, key);
     }
 }
 
@@ -66,12 +109,12 @@ QString ParamKeys::keyOf(const DzBrickParam* param) const
 QString ParamKeys::keyOf(const DzShaderBrick* brick, const DzBrickParam* param)
 {
     // Equal names are rare: without one the key is the name.
-    const QString name = param->getArg(0);
+    const QString name = inFile(param->getArg(0));
     if (name.contains(QLatin1Char('#')))
         return ParamKeys(brick).keyOf(param);
     for (int i = 0; i < brick->getNumParameters(); ++i) {
         const DzBrickParam* other = brick->getParameter(i);
-        if (other != param && other->getArg(0).startsWith(name))
+        if (other != param && inFile(other->getArg(0)).startsWith(name))
             return ParamKeys(brick).keyOf(param);
     }
     return name;

@@ -3,43 +3,23 @@
 
 #include "dzapp.h"
 
-#include "dzbrickparam.h"
-#include "dzclassfactory.h"
 #include "dzimagemgr.h"
-#include "dzpluginmgr.h"
-#include "dzproperty.h"
-#include "dzscene.h"
-#include "dzshaderbrick.h"
 #include "dzundostack.h"
 #include "dzwarning.h"
 
-#include <QMetaType>
 #include <cstdio>
 
 DzApp* dzApp = nullptr;
 
-namespace {
-
-/// Signals carry these also where only their names are known.
-void registerSignalTypes()
-{
-    qRegisterMetaType<DzBrickParam*>("DzBrickParam*");
-    qRegisterMetaType<DzProperty*>("DzProperty*");
-    qRegisterMetaType<DzShaderBrick*>("DzShaderBrick*");
-}
-
-} // namespace
-
 DzApp::DzApp()
     : m_undoStack(new DzUndoStack)
     , m_imageMgr(new DzImageMgr)
-    , m_pluginMgr(new DzPluginMgr)
-    , m_scene(new DzScene)
+    , m_pluginMgr(makePluginMgr())
+    , m_scene(makeScene())
 {
     Q_ASSERT(!dzApp);
     dzApp = this;
     dzUndoStack = m_undoStack.get();
-    registerSignalTypes();
     dzSetWarningReceiver(
         [](const DzWarning& warning) { dzApp->tell(WarningMessage, warning.toLine()); });
 }
@@ -56,21 +36,6 @@ DzApp::~DzApp()
     m_pluginMgr.reset();
     m_imageMgr.reset();
     dzApp = nullptr;
-}
-
-const DzClassFactory* DzApp::findClassFactory(const QString& className) const
-{
-    return m_pluginMgr->findClassFactory(className);
-}
-
-QObject* DzApp::createInstance(const QString& className) const
-{
-    const DzClassFactory* factory = findClassFactory(className);
-    if (factory)
-        return factory->createInstance();
-    const int type = QMetaType::type(className.toLatin1() + '*');
-    const QMetaObject* metaObject = QMetaType::metaObjectForType(type);
-    return metaObject ? metaObject->newInstance() : nullptr;
 }
 
 void DzApp::warning(const QString& message)

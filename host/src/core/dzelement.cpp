@@ -5,6 +5,8 @@
 
 #include "dzproperty.h"
 #include "dzundostack.h"
+#include "elementaccess.h"
+#include "propertyaccess.h"
 
 #include <QPointer>
 #include <memory>
@@ -14,10 +16,32 @@ namespace {
 /// Below this many properties a search is cheaper than an index.
 const int manyProperties = 100;
 
-bool isRecorded()
+/// A new name of an element.
+class NameItem : public DzUndoItem
 {
-    return dzUndoStack && dzUndoStack->canPushItems();
-}
+public:
+    NameItem(DzElement* element, const QString& before)
+        : m_element(element)
+        , m_other(before)
+    {
+    }
+
+    void undo() override { swap(); }
+    void redo() override { swap(); }
+
+private:
+    void swap()
+    {
+        if (!m_element)
+            return;
+        const QString now = m_element->getName();
+        m_element->setName(m_other);
+        m_other = now;
+    }
+
+    QPointer<DzElement> m_element;
+    QString m_other;
+};
 
 /// A new label of an element.
 class LabelItem : public DzUndoItem
@@ -100,13 +124,13 @@ private:
     std::unique_ptr<DzElementData> m_owned;
 };
 
-} // namespace
-
 /// The adding or removing of a property; owns the property while it is off the element.
-class DzElementPropertyItem : public DzUndoItem
+class PropertyListItem : public DzUndoItem
 {
+    typedef DzElement::Access Access;
+
 public:
-    DzElementPropertyItem(DzElement* element, DzProperty* property, int index, bool added)
+    PropertyListItem(DzElement* element, DzProperty* property, int index, bool added)
         : m_element(element)
         , m_property(property)
         , m_index(index)
@@ -114,7 +138,7 @@ public:
         , m_owned(!added)
     {
     }
-    ~DzElementPropertyItem() override
+    ~PropertyListItem() override
     {
         if (m_owned)
             delete m_property;
@@ -132,9 +156,9 @@ private:
         if (present && m_element->findProperty(m_property->getName()))
             return;
         if (present)
-            m_element->attach(qMin(m_index, m_element->getNumProperties()), m_property);
+            Access::attach(m_element, qMin(m_index, m_element->getNumProperties()), m_property);
         else
-            m_element->detach(m_property);
+            Access::detach(m_element, m_property);
         m_owned = !present;
     }
 
@@ -144,6 +168,8 @@ private:
     bool m_added;
     bool m_owned;
 };
+
+} // namespace
 
 DzElement::DzElement(const QString& name)
     : DzBase(name)
@@ -156,10 +182,30 @@ DzElement::~DzElement()
     m_properties.clear();
     m_propertyIndex.clear();
     for (DzProperty* property : properties) {
-        property->m_owner = nullptr;
+        DzProperty::Access::setOwner(property, nullptr);
         delete property;
     }
     qDeleteAll(m_dataItems);
+}
+
+bool DzElement::isRecorded() const
+{
+    return dzUndoStack && dzUndoStack->canPushItems();
+}
+
+void DzElement::pushUndoItem(DzUndoItem* item, const QString& caption)
+{
+    dzUndoStack->push(item, caption);
+}
+
+void DzElement::setName(const QString& name)
+{
+    const QString before = getName();
+    if (name == before)
+        return;
+    DzBase::setName(name);
+    if (!before.isEmpty() && isRecorded())
+        pushUndoItem(new NameItem(this, before), tr("Rename"));
 }
 
 DzError DzElement::setLabel(const QString& label)
@@ -170,7 +216,7 @@ DzError DzElement::setLabel(const QString& label)
     m_label = label;
     emit labelChanged(label);
     if (isRecorded())
-        dzUndoStack->push(new LabelItem(this, before), tr("Rename"));
+        pushUndoItem(new LabelItem(this, before), tr("Rename"));
     return DZ_NO_ERROR;
 }
 
@@ -181,28 +227,26 @@ DzError DzElement::addProperty(DzProperty* property)
 
 DzError DzElement::insertProperty(int index, DzProperty* property)
 {
-    if (!property || property->m_owner || property->m_param)
+    if (!property || DzProperty::Access::hasOwner(property))
         return DZ_ILLEGAL_ARGUMENT_ERROR;
     if (findProperty(property->getName()))
         return DZ_REFUSED_ERROR;
     const int place = index < 0 || index > m_properties.size() ? m_properties.size() : index;
     attach(place, property);
     if (isRecorded())
-        dzUndoStack->push(
-            new DzElementPropertyItem(this, property, place, true), tr("Add Property"));
+        pushUndoItem(new PropertyListItem(this, property, place, true), tr("Add Property"));
     return DZ_NO_ERROR;
 }
 
 DzError DzElement::removeProperty(DzProperty* property)
 {
-    if (!property || property->m_owner != this)
+    if (!property || DzProperty::Access::owner(property) != this)
         return DZ_ILLEGAL_ARGUMENT_ERROR;
     if (!property->isUserProperty())
         return DZ_REFUSED_ERROR;
     const int index = detach(property);
     if (isRecorded())
-        dzUndoStack->push(
-            new DzElementPropertyItem(this, property, index, false), tr("Remove Property"));
+        pushUndoItem(new PropertyListItem(this, property, index, false), tr("Remove Property"));
     else
         delete property;
     return DZ_NO_ERROR;
@@ -236,7 +280,7 @@ void DzElement::attach(int index, DzProperty* property)
     m_properties.insert(index, property);
     if (!m_propertyIndex.isEmpty())
         m_propertyIndex.insert(property->getName(), property);
-    property->m_owner = this;
+    DzProperty::Access::setOwner(property, this);
     emit propertyAdded(property);
     emit propertyListChanged();
 }
@@ -247,15 +291,10 @@ int DzElement::detach(DzProperty* property)
     const int index = m_properties.lastIndexOf(property);
     m_properties.remove(index);
     m_propertyIndex.remove(property->getName());
-    property->m_owner = nullptr;
+    DzProperty::Access::setOwner(property, nullptr);
     emit propertyRemoved(property);
     emit propertyListChanged();
     return index;
-}
-
-void DzElement::forget(DzProperty* property)
-{
-    detach(property);
 }
 
 bool DzElement::renameProperty(DzProperty* property, const QString& name)
@@ -269,28 +308,28 @@ bool DzElement::renameProperty(DzProperty* property, const QString& name)
 
 DzError DzElement::addDataItem(DzElementData* item)
 {
-    if (!item || item->m_owner)
+    if (!item || DzElementData::Access::owner(item))
         return DZ_ILLEGAL_ARGUMENT_ERROR;
     if (findDataItem(item->getName()))
         return DZ_REFUSED_ERROR;
     m_dataItems.append(item);
-    item->m_owner = this;
+    DzElementData::Access::owner(item) = this;
     if (isRecorded())
-        dzUndoStack->push(
+        pushUndoItem(
             new DataItem(this, item->getName(), m_dataItems.size() - 1, nullptr), tr("Add Data"));
     return DZ_NO_ERROR;
 }
 
 DzError DzElement::removeDataItem(DzElementData* item)
 {
-    if (!item || item->m_owner != this)
+    if (!item || DzElementData::Access::owner(item) != this)
         return DZ_ILLEGAL_ARGUMENT_ERROR;
     const int index = m_dataItems.indexOf(item);
     m_dataItems.remove(index);
-    item->m_owner = nullptr;
+    DzElementData::Access::owner(item) = nullptr;
     // The caller may delete the item, so that undoing puts a copy back.
     if (isRecorded())
-        dzUndoStack->push(
+        pushUndoItem(
             new DataItem(this, item->getName(), index, item->duplicate()), tr("Remove Data"));
     return DZ_NO_ERROR;
 }
@@ -322,7 +361,7 @@ void DzElement::copyFrom(const DzElement* other)
     }
     for (const DzProperty* source : other->m_properties)
         if (DzProperty* own = findProperty(source->getName()))
-            own->copyFrom(source);
+            DzProperty::Access::take(own, source);
 }
 
 void DzElement::getAttributes(DzSettings*) const

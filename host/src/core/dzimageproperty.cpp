@@ -58,7 +58,7 @@ bool DzImageProperty::setValueText(const QString& text, QString* error)
     return false;
 }
 
-void DzImageProperty::copyFrom(const DzProperty* other)
+void DzImageProperty::takeFrom(const DzProperty* other)
 {
     auto* source = qobject_cast<const DzImageProperty*>(other);
     if (source && source->getFilename() != getFilename())

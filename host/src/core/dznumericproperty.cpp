@@ -21,9 +21,25 @@ void DzNumericProperty::setIsMappable(bool mappable)
 {
     if (mappable == m_mappable)
         return;
+    const DzTexturePtr map = m_map;
+    assignMappable(mappable, mappable ? map : DzTexturePtr());
+    if (isRecorded())
+        record(
+            "mappable", tr("Change %1").arg(getLabel()),
+            [=](DzProperty* p) {
+                static_cast<DzNumericProperty*>(p)->assignMappable(!mappable, map);
+            },
+            [=](DzProperty* p) {
+                auto* numeric = static_cast<DzNumericProperty*>(p);
+                numeric->assignMappable(mappable, mappable ? map : DzTexturePtr());
+            });
+}
+
+void DzNumericProperty::assignMappable(bool mappable, const DzTexturePtr& map)
+{
     m_mappable = mappable;
-    if (!mappable && m_map)
-        assignMap(DzTexturePtr());
+    if (static_cast<DzTexture*>(map) != static_cast<DzTexture*>(m_map))
+        assignMap(map);
     emit isMappableChanged();
 }
 
@@ -64,14 +80,26 @@ void DzNumericProperty::assignMap(const DzTexturePtr& map)
 
 void DzNumericProperty::setIsClamped(bool clamped)
 {
+    if (clamped != m_clamped)
+        changeLimits([=] { assignClamped(clamped); });
+}
+
+void DzNumericProperty::restoreClamped(bool clamped)
+{
     if (clamped == m_clamped)
         return;
+    m_clamped = clamped;
+    emit clampedChanged(clamped);
+}
+
+void DzNumericProperty::assignClamped(bool clamped)
+{
     m_clamped = clamped;
     applyClamping();
     emit clampedChanged(clamped);
 }
 
-void DzNumericProperty::copyFrom(const DzProperty* other)
+void DzNumericProperty::takeFrom(const DzProperty* other)
 {
     auto* source = qobject_cast<const DzNumericProperty*>(other);
     if (!source || source == this)
@@ -109,11 +137,14 @@ bool DzNumericProperty::readAttribute(const SettingsTree& settings, const QStrin
         return false;
     const DzSettings::ValueType type = settings.getValueType(index);
     if (key == QLatin1String("Clamped") && type == DzSettings::BoolValue) {
-        setIsClamped(settings.getBoolValue(key));
+        if (settings.getBoolValue(key) != m_clamped)
+            assignClamped(!m_clamped);
         return true;
     }
     if (key == QLatin1String("Mapable") && type == DzSettings::BoolValue) {
-        setIsMappable(settings.getBoolValue(key));
+        const bool mappable = settings.getBoolValue(key);
+        if (mappable != m_mappable)
+            assignMappable(mappable, mappable ? m_map : DzTexturePtr());
         return true;
     }
     if (key == QLatin1String("MapImage") && type == DzSettings::StringValue) {

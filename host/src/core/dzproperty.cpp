@@ -3,11 +3,10 @@
 
 #include "dzproperty.h"
 
-#include "dzbrickparam.h"
+#include "dzapp.h"
 #include "dzelement.h"
-#include "dzshaderbrick.h"
 #include "dzundostack.h"
-#include "paramaddress.h"
+#include "elementaccess.h"
 #include "settingstree.h"
 
 #include <QPointer>
@@ -20,18 +19,14 @@ class PropertyItem : public DzUndoItem
 public:
     typedef std::function<void(DzProperty*)> Change;
 
-    PropertyItem(DzProperty* property, const char* kind, const Change& undo, const Change& redo)
+    PropertyItem(DzProperty* property, std::unique_ptr<DzPropertyCarrier::Address> carrier,
+        const char* kind, const Change& undo, const Change& redo)
         : m_property(property)
+        , m_carrier(std::move(carrier))
         , m_kind(kind)
         , m_undo(undo)
         , m_redo(redo)
     {
-        DzBrickParam* param = property->getBrickParam();
-        if (!param)
-            return;
-        m_param = ParamAddress(param);
-        while (m_index < param->getNumProperties() && param->getProperty(m_index) != property)
-            ++m_index;
     }
 
     void undo() override { run(m_undo); }
@@ -48,17 +43,16 @@ public:
 private:
     void run(const Change& change)
     {
-        if (!m_property) {
-            DzBrickParam* param = m_param.find();
-            m_property = param ? param->getProperty(m_index) : nullptr;
-        }
-        if (m_property)
+        // The element was changed meanwhile without undo: what has another's place now is not
+        // what this step was made for.
+        if (m_property && m_property->getOwner())
             change(m_property);
+        else
+            DzUndoStack::refuse(DzProperty::tr("the property it changed is not there any more"));
     }
 
     QPointer<DzProperty> m_property;
-    ParamAddress m_param;
-    int m_index = 0;    // among the parameter's properties
+    std::unique_ptr<DzPropertyCarrier::Address> m_carrier;
     const char* m_kind; // compared by address: each kind is one literal of one call
     Change m_undo;
     Change m_redo;
@@ -77,38 +71,104 @@ DzProperty::DzProperty(const QString& name, bool canAnimate, bool isUserProperty
 DzProperty::~DzProperty()
 {
     if (m_owner)
-        m_owner->forget(this);
+        DzElement::Access::detach(m_owner, this);
     emit propertyDeleted(this);
 }
 
 void DzProperty::setName(const QString& name)
 {
-    if (m_owner && !m_owner->renameProperty(this, name))
+    const QString before = getName();
+    if (name == before || !assignName(name) || !isRecorded())
         return;
+    record(
+        "name", tr("Rename %1").arg(m_label), [=](DzProperty* p) { p->assignName(before); },
+        [=](DzProperty* p) { p->assignName(name); });
+}
+
+bool DzProperty::assignName(const QString& name)
+{
+    if (m_owner && !DzElement::Access::rename(m_owner, this, name))
+        return false;
     DzBase::setName(name);
+    return true;
 }
 
 DzElement* DzProperty::getOwner() const
 {
-    return m_param ? m_param->getTopBrickOwner() : m_owner;
+    return m_carrier ? m_carrier->getCarrierOwner() : m_owner;
 }
 
 bool DzProperty::isRecorded() const
 {
-    return dzUndoStack && dzUndoStack->canPushItems() && getOwner();
+    const DzElement* owner = getOwner();
+    return owner && owner->isRecorded();
 }
 
 void DzProperty::record(
     const char* kind, const QString& caption, const Change& undo, const Change& redo)
 {
-    dzUndoStack->push(new PropertyItem(this, kind, undo, redo), caption);
+    std::unique_ptr<DzPropertyCarrier::Address> carrier;
+    if (m_carrier)
+        carrier = m_carrier->makeAddress();
+    getOwner()->pushUndoItem(new PropertyItem(this, std::move(carrier), kind, undo, redo), caption);
+}
+
+void DzProperty::recordAround(const char* kind, const QString& caption,
+    const std::function<void()>& change, const Change& undo, const Change& redo)
+{
+    const bool isFirst = isRecorded() && getOwner()->isRecordedFirst();
+    if (isFirst)
+        record(kind, caption, undo, redo);
+    change();
+    if (!isFirst && isRecorded())
+        record(kind, caption, undo, redo);
+}
+
+DzProperty::Description DzProperty::describe() const
+{
+    Description all;
+    getAttributes(&all.settings);
+    all.settings.setBoolValue(QStringLiteral("ForceSetUser"), true);
+    // Written only where there is a map: going back to none has to say so.
+    const QString mapKey = QStringLiteral("MapImage");
+    if (!all.settings.hasKey(mapKey))
+        all.settings.setStringValue(mapKey, QString());
+    if (m_keptMembers)
+        all.kept = std::make_shared<const SettingsTree>(*m_keptMembers);
+    return all;
+}
+
+void DzProperty::assignDescription(const Description& all)
+{
+    readSettings(all.settings);
+    m_keptMembers.reset(all.kept ? new SettingsTree(*all.kept) : nullptr);
+}
+
+void DzProperty::changeDescription(const char* kind, const std::function<void()>& change)
+{
+    if (!isRecorded()) {
+        change();
+        return;
+    }
+    const Description before = describe();
+    const auto after = std::make_shared<Description>();
+    const QString caption = tr("Change %1").arg(m_label);
+    const auto undo = [=](DzProperty* p) { p->assignDescription(before); };
+    const auto redo = [=](DzProperty* p) { p->assignDescription(*after); };
+    const bool isFirst = getOwner()->isRecordedFirst();
+    if (isFirst)
+        record(kind, caption, undo, redo);
+    change();
+    *after = describe();
+    if (!isFirst && isRecorded() && !after->settings.isEqual(before.settings))
+        record(kind, caption, undo, redo);
 }
 
 void DzProperty::notifyValueChanged()
 {
     emit currentValueChanged();
-    if (m_param)
-        emit m_param->propertyChanged(this);
+    if (m_carrier)
+        m_carrier->carriedPropertyChanged(this);
 }
 
 void DzProperty::setLabel(const QString& label)
@@ -181,8 +241,8 @@ void DzProperty::assignLocked(bool locked)
 {
     m_locked = locked;
     emit lockStateChanged();
-    if (m_param)
-        emit m_param->propertyChanged(this);
+    if (m_carrier)
+        m_carrier->carriedPropertyChanged(this);
 }
 
 void DzProperty::setIsUserProperty(bool isUser)
@@ -207,8 +267,23 @@ void DzProperty::setCanAnimate(bool canAnimate)
 {
     if (canAnimate == m_canAnimate)
         return;
+    assignCanAnimate(canAnimate);
+    if (isRecorded())
+        record(
+            "animate", tr("Change %1").arg(m_label),
+            [=](DzProperty* p) { p->assignCanAnimate(!canAnimate); },
+            [=](DzProperty* p) { p->assignCanAnimate(canAnimate); });
+}
+
+void DzProperty::assignCanAnimate(bool canAnimate)
+{
     m_canAnimate = canAnimate;
     emit canAnimateChanged(canAnimate);
+}
+
+void DzProperty::copyFrom(const DzProperty* other)
+{
+    changeDescription("copy", [=] { takeFrom(other); });
 }
 
 DzProperty* DzProperty::duplicate() const
@@ -247,19 +322,23 @@ bool DzProperty::isDescribedLike(const DzProperty* other) const
 
 void DzProperty::setAttributes(const DzPropertySettings* settings)
 {
-    if (!settings)
-        return;
-    const bool forceUser = settings->getBoolValue(QStringLiteral("ForceSetUser"));
+    if (settings)
+        changeDescription("attributes", [=] { readSettings(*settings); });
+}
+
+void DzProperty::readSettings(const DzPropertySettings& settings)
+{
+    const bool forceUser = settings.getBoolValue(QStringLiteral("ForceSetUser"));
     const QString valueKey = QStringLiteral("Value");
-    const int count = settings->getNumValues();
+    const int count = settings.getNumValues();
     for (int i = 0; i < count; ++i) {
-        const QString key = settings->getKey(i);
+        const QString key = settings.getKey(i);
         if (key == valueKey || (key == QLatin1String("UserProperty") && !forceUser))
             continue;
-        readAttribute(*settings->tree(), key);
+        readAttribute(*settings.tree(), key);
     }
     // Last, so that limits and items that the settings bring along hold for it.
-    readAttribute(*settings->tree(), valueKey);
+    readAttribute(*settings.tree(), valueKey);
 }
 
 bool DzProperty::readAttribute(const SettingsTree& settings, const QString& key)
@@ -296,11 +375,13 @@ bool DzProperty::readAttribute(const SettingsTree& settings, const QString& key)
         return true;
     }
     if (key == QLatin1String("UserProperty")) {
-        setIsUserProperty(on);
+        if (on != m_userProperty)
+            assignUserProperty(on);
         return true;
     }
     if (key == QLatin1String("CanAnimate")) {
-        setCanAnimate(on);
+        if (on != m_canAnimate)
+            assignCanAnimate(on);
         return true;
     }
     return false;

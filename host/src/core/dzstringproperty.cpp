@@ -41,7 +41,7 @@ bool DzStringProperty::setValueText(const QString& text, QString* error)
     return false;
 }
 
-void DzStringProperty::copyFrom(const DzProperty* other)
+void DzStringProperty::takeFrom(const DzProperty* other)
 {
     auto* source = qobject_cast<const DzStringProperty*>(other);
     if (source && source->m_value != m_value)

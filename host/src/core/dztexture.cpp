@@ -6,6 +6,10 @@
 #include "dzapp.h"
 #include "dzimagemgr.h"
 
+struct DzImageMgr::Access {
+    static void forget(DzImageMgr* manager, const DzTexture* texture) { manager->forget(texture); }
+};
+
 DzTexture::DzTexture(const QString& filename)
     : DzBase(filename)
     , m_filename(filename)
@@ -17,5 +21,5 @@ DzTexture::~DzTexture()
     // Whoever holds the last share may well outlive the application.
     DzImageMgr* manager = dzApp ? dzApp->getImageMgr() : nullptr;
     if (manager)
-        manager->forget(this);
+        DzImageMgr::Access::forget(manager, this);
 }

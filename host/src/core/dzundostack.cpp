@@ -3,52 +3,19 @@
 
 #include "dzundostack.h"
 
+#include "dzapp.h"
+
+#include <QScopedValueRollback>
 #include <QUndoStack>
 
 DzUndoStack* dzUndoStack = nullptr;
 
 namespace {
 
+// The stack is locked while items are deleted: what they own may well report its end by a change of
+// something else.
+
 typedef std::vector<std::unique_ptr<DzUndoItem>> ItemList;
-
-/// Sets a flag for a scope, and then back to what it was.
-class FlagScope
-{
-public:
-    explicit FlagScope(bool* flag)
-        : m_flag(flag)
-        , m_before(*flag)
-    {
-        *flag = true;
-    }
-    ~FlagScope() { *m_flag = m_before; }
-
-private:
-    FlagScope(const FlagScope&) = delete;
-    FlagScope& operator=(const FlagScope&) = delete;
-
-    bool* m_flag;
-    bool m_before;
-};
-
-/// Keeps one stack locked while items are deleted: what they own may well report its end by a
-/// change of something else.
-class LockScope
-{
-public:
-    explicit LockScope(DzUndoStack* stack)
-        : m_stack(stack)
-    {
-        stack->lock();
-    }
-    ~LockScope() { m_stack->unlock(); }
-
-private:
-    LockScope(const LockScope&) = delete;
-    LockScope& operator=(const LockScope&) = delete;
-
-    DzUndoStack* m_stack;
-};
 
 void undoAll(const ItemList& items)
 {
@@ -76,7 +43,7 @@ public:
 
     void undo() override
     {
-        const FlagScope scope(m_running);
+        const QScopedValueRollback<bool> scope(*m_running, true);
         undoAll(m_items);
     }
     void redo() override
@@ -86,7 +53,7 @@ public:
             m_pushed = true;
             return;
         }
-        const FlagScope scope(m_running);
+        const QScopedValueRollback<bool> scope(*m_running, true);
         for (const std::unique_ptr<DzUndoItem>& item : m_items)
             item->redo();
     }
@@ -144,7 +111,7 @@ void DzUndoStack::accept(const QString& caption)
         pushStep(std::move(items), caption);
         return;
     }
-    const LockScope lockScope(this);
+    const DzUndoStackLock lockScope(this);
     for (std::unique_ptr<DzUndoItem>& item : items)
         gather(&m_holds.back(), std::move(item));
 }
@@ -155,10 +122,10 @@ void DzUndoStack::cancel()
         qWarning("DzUndoStack::cancel: no hold is open");
         return;
     }
-    const LockScope lockScope(this);
+    const DzUndoStackLock lockScope(this);
     const Items items = std::move(m_holds.back());
     m_holds.pop_back();
-    const FlagScope runningScope(&m_running);
+    const QScopedValueRollback<bool> runningScope(m_running, true);
     undoAll(items);
 }
 
@@ -168,7 +135,7 @@ void DzUndoStack::drop()
         qWarning("DzUndoStack::drop: no hold is open");
         return;
     }
-    const LockScope lockScope(this);
+    const DzUndoStackLock lockScope(this);
     const Items items = std::move(m_holds.back());
     m_holds.pop_back();
 }
@@ -184,14 +151,14 @@ void DzUndoStack::push(DzUndoItem* item, const QString& caption)
         pushStep(std::move(items), caption);
         return;
     }
-    const LockScope lockScope(this);
+    const DzUndoStackLock lockScope(this);
     gather(&m_holds.back(), std::move(owned));
 }
 
 void DzUndoStack::pushStep(Items items, const QString& caption)
 {
     // Pushing deletes the steps that were undone.
-    const LockScope lockScope(this);
+    const DzUndoStackLock lockScope(this);
     m_stack->push(new Step(std::move(items), caption, &m_running));
 }
 
@@ -248,12 +215,17 @@ int DzUndoStack::getNumItems() const
     return m_stack->count();
 }
 
+void DzUndoStack::refuse(const QString& why)
+{
+    dzApp->warning(tr("a part of this step has no effect: %1").arg(why));
+}
+
 void DzUndoStack::clearAll()
 {
     // The step that runs must not go from under itself.
     if (m_running)
         return;
-    const LockScope lockScope(this);
+    const DzUndoStackLock lockScope(this);
     for (Items& items : m_holds)
         items.clear();
     m_stack->clear();

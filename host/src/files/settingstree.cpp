@@ -75,6 +75,10 @@ SettingsTree::SharedTree::~SharedTree()
     }
 }
 
+struct DzSettings::Access {
+    static DzSettings* show(SettingsTree* tree) { return new DzSettings(tree); }
+};
+
 SettingsTree::SettingsTree()
 {
 }
@@ -112,7 +116,7 @@ SettingsTree::~SettingsTree()
 DzSettings* SettingsTree::facade() const
 {
     if (!m_facade)
-        m_facade.reset(new DzSettings(const_cast<SettingsTree*>(this)));
+        m_facade.reset(DzSettings::Access::show(const_cast<SettingsTree*>(this)));
     return m_facade.get();
 }
 

@@ -129,3 +129,25 @@ const DzClassFactory* DzPluginMgr::findClassFactory(const DzGuid& guid) const
             return factory;
     return nullptr;
 }
+
+// What the application hands out of this room.
+
+std::shared_ptr<DzPluginMgr> DzApp::makePluginMgr()
+{
+    return std::make_shared<DzPluginMgr>();
+}
+
+const DzClassFactory* DzApp::findClassFactory(const QString& className) const
+{
+    return m_pluginMgr->findClassFactory(className);
+}
+
+QObject* DzApp::createInstance(const QString& className) const
+{
+    const DzClassFactory* factory = findClassFactory(className);
+    if (factory)
+        return factory->createInstance();
+    const int type = QMetaType::type(className.toLatin1() + '*');
+    const QMetaObject* metaObject = QMetaType::metaObjectForType(type);
+    return metaObject ? metaObject->newInstance() : nullptr;
+}

@@ -3,50 +3,82 @@
 
 #include "dzdefaultbrickuser.h"
 
+#include "brickaccess.h"
 #include "dzbrickset.h"
 #include "dzelement.h"
-#include "dzshaderbrick.h"
+#include "dzforeachlink.h"
 #include "dzundostack.h"
 #include "networkreader.h"
 #include "networkwriter.h"
+#include "paramaddress.h"
 #include "settingstree.h"
-#include "userkepttrees.h"
+#include "useraccess.h"
 
 #include <QPointer>
 
+namespace {
+
 /// The coming or going of a brick; holds a share of the brick.
-class DzBrickMembershipItem : public DzUndoItem
+class MembershipItem : public DzUndoItem
 {
 public:
-    DzBrickMembershipItem(DzDefaultBrickUser* user, DzShaderBrick* brick, uint id, bool added)
+    MembershipItem(DzDefaultBrickUser* user, DzShaderBrick* brick, uint id, bool added)
         : m_element(user->getBrickUserElement())
         , m_user(user)
-        , m_generation(user->m_generation)
+        , m_generation(Access::generation(*user))
         , m_brick(brick)
         , m_id(id)
         , m_added(added)
     {
+        if (added)
+            forEachLinkOf(brick, [this](DzBrickParam* param, DzBrickParam* peer) {
+                m_links.append({ ParamAddress(param), ParamAddress(peer) });
+            });
     }
 
     void undo() override { set(!m_added); }
     void redo() override { set(m_added); }
 
 private:
+    typedef DzDefaultBrickUser::Access Access;
+
     void set(bool present)
     {
         // After loading it is another network: bricks of the old one stay away.
-        if (!m_element || m_user->m_generation != m_generation)
+        if (!m_element || Access::generation(*m_user) != m_generation)
             return;
         const bool isPresent = m_brick->getBrickUser() == m_user;
         if (present == isPresent)
             return;
         if (present) {
-            m_user->attach(m_brick, m_id);
-            m_user->brickWasRestored(m_brick);
+            Access::attach(*m_user, m_brick, m_id);
+            Access::tellRestored(*m_user, m_brick);
         } else {
-            m_user->detach(m_brick);
-            m_user->brickWasRemoved(m_brick);
+            removeLaterLinks();
+            Access::detach(*m_user, m_brick);
+            Access::tellRemoved(*m_user, m_brick);
         }
+    }
+
+    template <typename Visit>
+    static void forEachLinkOf(const DzShaderBrick* brick, const Visit& visit)
+    {
+        forEachInputLink(brick, visit);
+        forEachOutputLink(brick, visit);
+    }
+    /// Links that were made without undo since the brick came go with it.
+    void removeLaterLinks()
+    {
+        typedef QPair<DzBrickParam*, DzBrickParam*> Ends;
+        QVector<Ends> later;
+        forEachLinkOf(m_brick, [&](DzBrickParam* param, DzBrickParam* peer) {
+            for (const auto& link : qAsConst(m_links))
+                if (link.first.get() == param && link.second.get() == peer)
+                    return;
+            later.append(Ends(param, peer));
+        });
+        for (const Ends& ends : qAsConst(later))
+            ends.first->removeConnection(ends.second);
     }
 
     QPointer<DzElement> m_element; // goes with the user, which is no QObject itself
@@ -55,7 +87,11 @@ private:
     DzTSharedPointer<DzShaderBrick> m_brick;
     uint m_id;
     bool m_added;
+    /// Of a brick that came: those that it brought along.
+    QVector<QPair<ParamAddress, ParamAddress>> m_links;
 };
+
+} // namespace
 
 DzDefaultBrickUser::DzDefaultBrickUser()
     : m_identifier(QUuid::createUuid())
@@ -79,8 +115,7 @@ uint DzDefaultBrickUser::addBrick(DzShaderBrick* brick)
     attach(brick, takeNextID());
     brick->removeForeignConnections();
     if (dzUndoStack && dzUndoStack->canPushItems())
-        dzUndoStack->push(
-            new DzBrickMembershipItem(this, brick, brick->getBrickID(), true), QString());
+        dzUndoStack->push(new MembershipItem(this, brick, brick->getBrickID(), true), QString());
     hold.accept(DzElement::tr("Add %1").arg(brick->getPreferredName()));
     return brick->getBrickID();
 }
@@ -93,9 +128,8 @@ void DzDefaultBrickUser::attach(DzShaderBrick* brick, uint id)
     brick->ref();
     m_bricks.insert(id, brick);
     m_nextID = qMax(m_nextID, id + 1);
-    const uint before = brick->m_id;
-    brick->m_user = this;
-    brick->m_id = id;
+    const uint before = brick->getBrickID();
+    DzShaderBrick::Access::setMembership(brick, this, id);
     invalidateSets();
     if (before != id)
         emit brick->brickIDChanged(static_cast<int>(before));
@@ -103,9 +137,8 @@ void DzDefaultBrickUser::attach(DzShaderBrick* brick, uint id)
 
 void DzDefaultBrickUser::detach(DzShaderBrick* brick)
 {
-    m_bricks.remove(brick->m_id);
-    brick->m_user = nullptr;
-    brick->m_id = 0;
+    m_bricks.remove(brick->getBrickID());
+    DzShaderBrick::Access::setMembership(brick, nullptr, 0);
     invalidateSets();
     brick->unref();
 }
@@ -126,7 +159,7 @@ bool DzDefaultBrickUser::deleteBrick(DzShaderBrick* brick)
     detach(brick);
     brickWasRemoved(brick);
     if (dzUndoStack && dzUndoStack->canPushItems())
-        dzUndoStack->push(new DzBrickMembershipItem(this, brick, id, false), QString());
+        dzUndoStack->push(new MembershipItem(this, brick, id, false), QString());
     hold.accept(DzElement::tr("Delete %1").arg(brick->getBrickTitle()));
     return true;
 }
@@ -150,7 +183,7 @@ bool DzDefaultBrickUser::moveBrick(uint id, IDzBrickUser* newOwner)
     detach(brick);
     brickWasRemoved(brick);
     if (dzUndoStack && dzUndoStack->canPushItems())
-        dzUndoStack->push(new DzBrickMembershipItem(this, brick, id, false), QString());
+        dzUndoStack->push(new MembershipItem(this, brick, id, false), QString());
     // Joining the new owner removes the links to bricks that stayed.
     newOwner->addBrick(brick);
     hold.accept(DzElement::tr("Move %1").arg(brick->getBrickTitle()));

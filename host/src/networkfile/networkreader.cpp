@@ -3,19 +3,21 @@
 
 #include "networkreader.h"
 
-#include "brickkepttrees.h"
+#include "brickaccess.h"
 #include "dzapp.h"
-#include "dzbrickparam.h"
 #include "dzunknownbrick.h"
 #include "dzwarning.h"
 #include "keptmembers.h"
 #include "networkkeys.h"
 #include "settingstree.h"
-#include "userkepttrees.h"
+#include "useraccess.h"
 
 #include <QCoreApplication>
 
 namespace {
+
+typedef DzShaderBrick::Access::KeptTrees BrickTrees;
+typedef DzDefaultBrickUser::Access Users;
 
 /// Brick numbers of a file are taken over below this one, so that the next number exists.
 const uint highestID = 0x7fffffff;
@@ -46,12 +48,13 @@ void keep(std::unique_ptr<Trees>& kept, std::unique_ptr<SettingsTree> Trees::*me
 
 DzNetworkReader::DzNetworkReader(DzDefaultBrickUser& user)
     : m_user(user)
+    , m_kept(Users::kept(user))
 {
 }
 
 void DzNetworkReader::read(const SettingsTree& setup)
 {
-    m_user.m_kept.reset();
+    m_kept.reset();
     const auto isTree = [](const QString& key) {
         return key == NetworkKeys::bricks() || key == NetworkKeys::connections();
     };
@@ -61,7 +64,7 @@ void DzNetworkReader::read(const SettingsTree& setup)
     for (int i = 0; i < setup.getNumValues(); ++i)
         if (isText(setup.getKey(i)) && setup.getValueType(i) != DzSettings::StringValue)
             dzWarn({ setup.getKey(i), text("this is not text"), text("another one is used") });
-    keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::setup,
+    keep(m_kept, &Users::KeptTrees::setup,
         DzKeptMembers::rememberTrees(
             setup, [&](const QString& key) { return isTree(key) || isText(key); }, isTree,
             QStringLiteral("BrickSetup")));
@@ -103,19 +106,19 @@ void DzNetworkReader::readBricks(const SettingsTree& bricks)
         made.append(brick);
         const uint id = NetworkKeys::brickID(name);
         if (id > 0 && id < highestID)
-            m_user.attach(brick, id);
+            Users::attach(m_user, brick, id);
         else
             unnumbered.append(qMakePair(name, brick));
     }
     // Numbers of their own come after all numbers of the file.
     for (const auto& entry : qAsConst(unnumbered))
-        m_user.attach(entry.second, m_user.takeNextID());
+        Users::attach(m_user, entry.second, Users::takeNextID(m_user));
     for (DzShaderBrick* brick : qAsConst(made))
         if (!qobject_cast<DzUnknownBrick*>(brick))
-            m_user.brickWasRestored(brick);
+            Users::tellRestored(m_user, brick);
     if (made.size() == bricks.getNumValues())
         return;
-    keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::bricks,
+    keep(m_kept, &Users::KeptTrees::bricks,
         DzKeptMembers::remember(
             bricks, [&](const QString& key) { return isBrick(bricks.getSettingsValue(key)); }));
 }
@@ -134,18 +137,17 @@ DzShaderBrick* DzNetworkReader::makeBrick(const QString& name, const SettingsTre
     const auto isTree = [](const QString& key) {
         return key == NetworkKeys::attributes() || key == NetworkKeys::parameters();
     };
-    keep(brick->m_kept, &DzShaderBrick::KeptTrees::brick,
+    keep(DzShaderBrick::Access::kept(brick), &BrickTrees::brick,
         DzKeptMembers::rememberTrees(
             stored,
             [&](const QString& key) { return key == NetworkKeys::className() || isTree(key); },
             isTree, name));
     if (const SettingsTree* attributes = stored.getSettingsValue(NetworkKeys::attributes()))
         readAttributes(name, brick, *attributes);
-    const auto keys = m_keys.insert(brick, ParamKeys(brick));
-    if (const SettingsTree* parameters = stored.getSettingsValue(NetworkKeys::parameters())) {
-        restoreOrder(brick, *keys, readParameters(name, brick, *parameters));
-        addMissingPlaces(brick);
-    }
+    if (const SettingsTree* parameters = stored.getSettingsValue(NetworkKeys::parameters()))
+        readParameters(name, brick, *parameters);
+    else
+        m_keys.insert(brick, ParamKeys(brick));
     return brick;
 }
 
@@ -163,64 +165,95 @@ void DzNetworkReader::readAttributes(
     brick->setAttributes(tree.facade());
     const QVector<QString>& own = m_ownAttributes[className];
     const auto isOwn = [&](const QString& key) { return own.contains(key); };
-    keep(brick->m_kept, &DzShaderBrick::KeptTrees::attributes,
+    keep(DzShaderBrick::Access::kept(brick), &BrickTrees::attributes,
         DzKeptMembers::rememberTrees(tree, isOwn, isOwn, name));
 }
 
-QVector<DzBrickParam*> DzNetworkReader::readParameters(
+void DzNetworkReader::readParameters(
     const QString& name, DzShaderBrick* brick, const SettingsTree& tree)
 {
-    const ParamKeys& keys = m_keys.constFind(brick).value();
+    ParamKeys keys(brick);
+    if (!keys.areOriginal())
+        keys = ParamKeys::original(brick);
     QVector<DzBrickParam*> found;
     found.reserve(tree.getNumValues());
-    int numRead = 0;
+    QSet<const DzBrickParam*> taken;
+    QSet<QString> unread;
+    bool areKeysNew = !keys.areOriginal();
     for (int i = 0; i < tree.getNumValues(); ++i) {
         const QString key = tree.getKey(i);
         const SettingsTree* members = tree.getSettingsValueAt(i);
-        const bool isSamePlace = i < keys.size() && keys.key(i) == key;
-        DzBrickParam* param = isSamePlace ? keys.param(i) : keys.find(key);
-        if (param)
+        QSet<QString> others;
+        DzBrickParam* param = members ? findOriginal(keys, *members, &others) : nullptr;
+        if (!param) {
+            const bool isSamePlace = i < keys.size() && keys.key(i) == key;
+            param = isSamePlace ? keys.param(i) : keys.find(key);
+        }
+        if (param && taken.contains(param))
+            param = nullptr;
+        if (param) {
             found.append(param);
+            taken.insert(param);
+        }
         const FilePlace place { name, key, QString() };
         if (!param || !members) {
             dzWarn({ place.text(), text("this brick has no such parameter"),
                 text("its data is kept") });
+            unread.insert(key);
             continue;
         }
-        DzKeptMembers::readParameter(param, *members, place);
-        ++numRead;
+        areKeysNew = areKeysNew || !others.isEmpty();
+        if (others.contains(NetworkKeys::paramName()))
+            DzBrickParam::Access::setName(param, members->getStringValue(NetworkKeys::paramName()));
+        DzKeptMembers::readParameter(param, *members, others, place);
     }
-    if (numRead < tree.getNumValues() || brick->m_kept)
-        keep(brick->m_kept, &DzShaderBrick::KeptTrees::parameters,
-            DzKeptMembers::remember(tree,
-                [&](const QString& key) { return tree.getSettingsValue(key) && keys.find(key); }));
-    return found;
+    auto& kept = DzShaderBrick::Access::kept(brick);
+    if (!unread.isEmpty() || kept)
+        keep(kept, &BrickTrees::parameters, DzKeptMembers::remember(tree, [&](const QString& key) {
+            return !unread.contains(key);
+        }));
+    restoreOrder(brick, found);
+    m_keys.insert(brick, areKeysNew ? ParamKeys(brick) : keys);
+    addMissingPlaces(brick);
 }
 
-void DzNetworkReader::restoreOrder(
-    DzShaderBrick* brick, const ParamKeys& keys, QVector<DzBrickParam*> order)
+/// The parameter that an entry says it is of, where that is not what its key says.
+DzBrickParam* DzNetworkReader::findOriginal(
+    const ParamKeys& keys, const SettingsTree& members, QSet<QString>* others) const
 {
-    bool isChanged = false;
-    for (int i = 0; i < order.size() && !isChanged; ++i)
-        isChanged = i >= keys.size() || keys.param(i) != order.at(i);
-    if (!isChanged)
+    const auto isText = [&](const QString& key) {
+        const int index = members.getSettingIndex(key);
+        return index >= 0 && members.getValueType(index) == DzSettings::StringValue;
+    };
+    if (!isText(NetworkKeys::originalName()))
+        return nullptr;
+    DzBrickParam* param = keys.find(members.getStringValue(NetworkKeys::originalName()));
+    if (!param)
+        return nullptr;
+    others->insert(NetworkKeys::originalName());
+    if (isText(NetworkKeys::paramName()))
+        others->insert(NetworkKeys::paramName());
+    return param;
+}
+
+void DzNetworkReader::restoreOrder(DzShaderBrick* brick, const QVector<DzBrickParam*>& order)
+{
+    for (int i = 0; i < order.size(); ++i) {
+        if (brick->getParameter(i) == order.at(i))
+            continue;
+        brick->setParameterOrder(order);
         return;
-    // Parameters of equal names stay in the order in which they were made: their keys count on it.
-    QHash<QString, QVector<DzBrickParam*>> ofName;
-    for (int i = keys.size() - 1; i >= 0; --i)
-        ofName[keys.param(i)->getArg(0)].append(keys.param(i));
-    for (DzBrickParam*& param : order)
-        param = ofName[param->getArg(0)].takeLast();
-    brick->setParameterOrder(order);
+    }
 }
 
 /// Parameters that the file leaves out stand where the brick has them, not behind what is kept.
 void DzNetworkReader::addMissingPlaces(DzShaderBrick* brick)
 {
-    if (!brick->m_kept || !brick->m_kept->parameters)
+    const auto& trees = DzShaderBrick::Access::kept(brick);
+    if (!trees || !trees->parameters)
         return;
-    const SettingsTree& kept = *brick->m_kept->parameters;
-    const ParamKeys keys(brick);
+    const SettingsTree& kept = *trees->parameters;
+    const ParamKeys& keys = *m_keys.constFind(brick);
     std::unique_ptr<SettingsTree> whole(new SettingsTree);
     int next = 0;
     const auto addMissingUpTo = [&](const DzBrickParam* param) {
@@ -235,7 +268,7 @@ void DzNetworkReader::addMissingPlaces(DzShaderBrick* brick)
         kept.copySetting(key, whole.get());
     }
     addMissingUpTo(nullptr);
-    brick->m_kept->parameters = std::move(whole);
+    trees->parameters = std::move(whole);
 }
 
 void DzNetworkReader::readConnections(const SettingsTree& connections)
@@ -251,20 +284,24 @@ void DzNetworkReader::readConnections(const SettingsTree& connections)
         bool isKept = true;
         if (readConnection(*link, &warning, &isKept)) {
             if (link->getNumValues() > 4)
-                treesOf(m_user.m_kept).linkEntries.insert(NetworkKeys::linkName(*link), *link);
+                treesOf(m_kept).linkEntries.insert(NetworkKeys::linkName(*link), *link);
             continue;
         }
-        dzWarn(warning);
+        if (!warning.text.isEmpty())
+            dzWarn(warning);
         if (isKept)
             keepLink(key, *link);
     }
-    keep(m_user.m_kept, &DzDefaultBrickUser::KeptTrees::connections,
+    keep(m_kept, &Users::KeptTrees::connections,
         DzKeptMembers::remember(connections,
             [&](const QString& key) { return connections.getSettingsValue(key) != nullptr; }));
 }
 
 bool DzNetworkReader::readConnection(const SettingsTree& link, DzWarning* warning, bool* isKept)
 {
+    // It has no effect, which was told when that came to be.
+    if (link.getBoolValue(NetworkKeys::inactive()))
+        return false;
     const QString inputBrick = link.getStringValue(NetworkKeys::sourceBrick());
     const QString inputKey = link.getStringValue(NetworkKeys::sourceParam());
     const QString outputBrick = link.getStringValue(NetworkKeys::targetBrick());
@@ -273,8 +310,10 @@ bool DzNetworkReader::readConnection(const SettingsTree& link, DzWarning* warnin
         return text("the link from %1/%2 to %3/%4")
             .arg(outputBrick, outputKey, inputBrick, inputKey);
     };
-    DzBrickParam* input = findParam(inputBrick, inputKey, false);
-    DzBrickParam* output = findParam(outputBrick, outputKey, true);
+    const bool isWhole
+        = link.hasKey(NetworkKeys::sourceParam()) && link.hasKey(NetworkKeys::targetParam());
+    DzBrickParam* input = isWhole ? findParam(inputBrick, inputKey, false) : nullptr;
+    DzBrickParam* output = isWhole ? findParam(outputBrick, outputKey, true) : nullptr;
     const auto refuse = [&](const char* cause, const char* remedy) {
         warning->text = text(cause).arg(what());
         warning->remedy = text(remedy);
@@ -292,19 +331,16 @@ bool DzNetworkReader::readConnection(const SettingsTree& link, DzWarning* warnin
         *isKept = false;
         return refuse("%1 appears twice", "it is made once");
     }
-    const bool isUnknown
-        = qobject_cast<const DzUnknownBrick*>(to) || qobject_cast<const DzUnknownBrick*>(from);
-    if (!isUnknown && !input->canConnect(output))
+    if (!DzBrickParam::Access::mayBeLinked(input, output))
         return refuse("%1 joins what cannot be joined", "it is kept but has no effect");
-    input->link(output);
-    return true;
+    return DzBrickParam::Access::link(input, output);
 }
 
 DzBrickParam* DzNetworkReader::findParam(
     const QString& brickName, const QString& key, bool isOutput)
 {
     DzShaderBrick* brick = m_bricks.value(brickName);
-    if (!brick || key.isEmpty())
+    if (!brick)
         return nullptr;
     if (auto* unknown = qobject_cast<DzUnknownBrick*>(brick))
         return unknown->paramFor(
@@ -315,7 +351,7 @@ DzBrickParam* DzNetworkReader::findParam(
 
 void DzNetworkReader::keepLink(const QString& key, const SettingsTree& link)
 {
-    treesOf(m_user.m_kept).danglingLinks.setSettingsValue(key, link);
+    treesOf(m_kept).danglingLinks.setSettingsValue(key, link);
 }
 
 void DzNetworkReader::keepNumbersIn(const SettingsTree& connections)
@@ -333,5 +369,5 @@ void DzNetworkReader::keepNumber(const QString& brickName)
 {
     const uint id = NetworkKeys::brickID(brickName);
     if (id < highestID)
-        m_user.m_nextID = qMax(m_user.m_nextID, id + 1);
+        Users::passID(m_user, id);
 }

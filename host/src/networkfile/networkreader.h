@@ -3,12 +3,13 @@
 #pragma once
 
 #include "paramkeys.h"
+#include "useraccess.h"
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QVector>
 
-class DzDefaultBrickUser;
 class SettingsTree;
 class DzShaderBrick;
 class DzUnknownBrick;
@@ -27,10 +28,10 @@ private:
     void readBricks(const SettingsTree& bricks);
     DzShaderBrick* makeBrick(const QString& name, const SettingsTree& stored);
     void readAttributes(const QString& name, DzShaderBrick* brick, const SettingsTree& tree);
-    /// Returns the parameters that the tree names, in its order.
-    QVector<DzBrickParam*> readParameters(
-        const QString& name, DzShaderBrick* brick, const SettingsTree& tree);
-    void restoreOrder(DzShaderBrick* brick, const ParamKeys& keys, QVector<DzBrickParam*> order);
+    void readParameters(const QString& name, DzShaderBrick* brick, const SettingsTree& tree);
+    DzBrickParam* findOriginal(
+        const ParamKeys& keys, const SettingsTree& members, QSet<QString>* others) const;
+    void restoreOrder(DzShaderBrick* brick, const QVector<DzBrickParam*>& order);
     void addMissingPlaces(DzShaderBrick* brick);
     void readConnections(const SettingsTree& connections);
     /// Makes one link. When it cannot be made, says why in the warning, and whether its entry is to
@@ -44,6 +45,7 @@ private:
     void keepNumber(const QString& brickName);
 
     DzDefaultBrickUser& m_user;
+    std::unique_ptr<DzDefaultBrickUser::Access::KeptTrees>& m_kept;
     QHash<QString, DzShaderBrick*> m_bricks;
     QHash<const DzShaderBrick*, ParamKeys> m_keys;
     /// Per class, the members of "Attributes" that bricks of the class write by themselves.

@@ -3,9 +3,9 @@
 
 #include "networkwriter.h"
 
-#include "brickkepttrees.h"
+#include "brickaccess.h"
 #include "dzapp.h"
-#include "dzbrickparam.h"
+#include "dzforeachlink.h"
 #include "dzproperty.h"
 #include "dzundostack.h"
 #include "dzunknownbrick.h"
@@ -14,7 +14,7 @@
 #include "networkkeys.h"
 #include "paramkeys.h"
 #include "settingstree.h"
-#include "userkepttrees.h"
+#include "useraccess.h"
 
 #include <QSet>
 
@@ -23,7 +23,17 @@ namespace {
 /// From this many parameters on the keys of a brick are worth keeping.
 const int largeBrick = 64;
 
-/// True when `fresh` has the parameters of `brick`, one for one and in whatever order.
+typedef DzShaderBrick::Access::KeptTrees BrickTrees;
+
+/// What is kept of a brick's file in one of its trees; null when nothing is.
+const SettingsTree* keptOf(
+    const DzShaderBrick* brick, std::unique_ptr<SettingsTree> BrickTrees::*tree)
+{
+    const BrickTrees* trees = DzShaderBrick::Access::kept(brick);
+    return trees ? (trees->*tree).get() : nullptr;
+}
+
+/// True when a fresh brick has the same parameters, one for one and in whatever order.
 bool hasSameParameters(const ParamKeys& keys, const ParamKeys& freshKeys)
 {
     if (keys.size() != freshKeys.size())
@@ -48,7 +58,7 @@ DzNetworkWriter::~DzNetworkWriter()
 void DzNetworkWriter::write(
     SettingsTree* out, const QList<uint>& ids, QHash<const DzShaderBrick*, QString>* names)
 {
-    const DzDefaultBrickUser::KeptTrees* kept = m_user.m_kept.get();
+    const DzDefaultBrickUser::Access::KeptTrees* kept = DzDefaultBrickUser::Access::kept(m_user);
     DzKeptMembers::begin(out, kept ? kept->setup.get() : nullptr);
     SettingsTree* bricks = out->setSettingsValue(NetworkKeys::bricks());
     DzKeptMembers::begin(bricks, kept ? kept->bricks.get() : nullptr);
@@ -74,7 +84,7 @@ void DzNetworkWriter::writeBrick(SettingsTree* out, const DzShaderBrick* brick)
         writeUnknownBrick(out, unknown);
         return;
     }
-    DzKeptMembers::begin(out, brick->m_kept ? brick->m_kept->brick.get() : nullptr);
+    DzKeptMembers::begin(out, keptOf(brick, &BrickTrees::brick));
     const QString className = brick->getStoredClassName();
     out->setStringValue(NetworkKeys::className(), className);
     const DzShaderBrick* fresh = freshBrick(className);
@@ -98,11 +108,11 @@ void DzNetworkWriter::writeUnknownBrick(SettingsTree* out, const DzUnknownBrick*
 void DzNetworkWriter::writeAttributes(
     SettingsTree* out, const DzShaderBrick* brick, const DzShaderBrick* fresh)
 {
-    DzKeptMembers::begin(out, brick->m_kept ? brick->m_kept->attributes.get() : nullptr);
+    DzKeptMembers::begin(out, keptOf(brick, &BrickTrees::attributes));
     brick->getAttributes(out->facade());
     if (brick->getNumProperties() > 0 && fresh) {
         SettingsTree* properties = out->setSettingsValue(NetworkKeys::brickProperties());
-        DzKeptMembers::begin(properties, brick->m_kept ? brick->m_kept->properties.get() : nullptr);
+        DzKeptMembers::begin(properties, keptOf(brick, &BrickTrees::properties));
         for (int i = 0; i < brick->getNumProperties(); ++i) {
             const DzProperty* property = brick->getProperty(i);
             DzKeptMembers::writeProperty(properties->setSettingsValue(property->getName()),
@@ -117,26 +127,45 @@ void DzNetworkWriter::writeParameters(
     SettingsTree* out, const DzShaderBrick* brick, const DzShaderBrick* fresh)
 {
     const ParamKeys keys(brick);
+    const ParamKeys originals = keys.areOriginal() ? keys : ParamKeys::original(brick);
     BrickPtr own;
-    if (fresh && !hasSameParameters(keys, ParamKeys(fresh))) {
+    if (fresh && !hasSameParameters(originals, freshKeys(fresh))) {
         own = freshWithAttributes(brick);
         fresh = own;
     }
-    DzKeptMembers::begin(out, brick->m_kept ? brick->m_kept->parameters.get() : nullptr);
-    if (fresh) {
-        const ParamKeys freshKeys(fresh);
-        for (int i = 0; i < keys.size(); ++i) {
-            const bool isSamePlace = i < freshKeys.size() && freshKeys.key(i) == keys.key(i);
-            const DzBrickParam* usual
-                = isSamePlace ? freshKeys.param(i) : freshKeys.find(keys.key(i));
-            DzKeptMembers::writeParameter(out->setSettingsValue(keys.key(i)), keys.param(i), usual);
+    const ParamKeys usualKeys = fresh ? freshKeys(fresh) : ParamKeys(brick);
+    int next = 0;
+    const auto writeNext = [&] {
+        const DzBrickParam* param = keys.param(next);
+        const QString& key = keys.key(next);
+        const QString original = keys.areOriginal() ? key : originals.keyOf(param);
+        const bool isSamePlace = next < usualKeys.size() && usualKeys.key(next) == original;
+        const DzBrickParam* usual = !fresh ? nullptr
+            : isSamePlace                  ? usualKeys.param(next)
+                                           : usualKeys.find(original);
+        SettingsTree* entry = out->setSettingsValue(key);
+        DzKeptMembers::writeParameter(entry, param, usual);
+        if (original != key) {
+            entry->setStringValue(NetworkKeys::originalName(), original);
+            if (usual && usual->getName() != param->getName())
+                entry->setStringValue(NetworkKeys::paramName(), param->getName());
         }
-    } else {
-        for (int i = 0; i < keys.size(); ++i)
-            DzKeptMembers::writeParameter(
-                out->setSettingsValue(keys.key(i)), keys.param(i), nullptr);
+        ++next;
+    };
+    // The order of the entries is that of the parameters; what else the file had stands among them.
+    if (const SettingsTree* kept = keptOf(brick, &BrickTrees::parameters)) {
+        for (int i = 0; i < kept->getNumValues(); ++i) {
+            const QString key = kept->getKey(i);
+            if (!DzKeptMembers::isPlace(*kept, key)) {
+                if (!keys.find(key))
+                    kept->copySetting(key, out);
+            } else if (next < keys.size()) {
+                writeNext();
+            }
+        }
     }
-    DzKeptMembers::end(out);
+    while (next < keys.size())
+        writeNext();
 }
 
 const DzShaderBrick* DzNetworkWriter::freshBrick(const QString& className)
@@ -167,9 +196,18 @@ DzNetworkWriter::BrickPtr DzNetworkWriter::freshWithAttributes(const DzShaderBri
     return fresh;
 }
 
+ParamKeys DzNetworkWriter::freshKeys(const DzShaderBrick* fresh)
+{
+    const ParamKeys keys(fresh);
+    return keys.areOriginal() ? keys : ParamKeys::original(fresh);
+}
+
 QString DzNetworkWriter::keyOf(const DzBrickParam* param)
 {
     const DzShaderBrick* brick = param->getTopBrickOwner();
+    // Its inputs and outputs are known by the names that the file has for them.
+    if (qobject_cast<const DzUnknownBrick*>(brick))
+        return param->getArg(0);
     if (brick->getNumParameters() <= largeBrick)
         return ParamKeys::keyOf(brick, param);
     auto keys = m_largeBricks.constFind(brick);
@@ -183,7 +221,7 @@ void DzNetworkWriter::writeConnections(SettingsTree* out, const QList<uint>& ids
     QSet<uint> included;
     for (const uint id : ids)
         included.insert(id);
-    const DzDefaultBrickUser::KeptTrees* kept = m_user.m_kept.get();
+    const DzDefaultBrickUser::Access::KeptTrees* kept = DzDefaultBrickUser::Access::kept(m_user);
     DzKeptMembers::begin(out, kept ? kept->connections.get() : nullptr);
     // The places of the file come first and in their order, for that is the order of the links.
     QStringList places;
@@ -204,33 +242,52 @@ void DzNetworkWriter::writeConnections(SettingsTree* out, const QList<uint>& ids
         const DzShaderBrick* brick = m_user.getBrick(id);
         if (!brick)
             continue;
-        for (int i = 0; i < brick->getNumParameters(); ++i) {
-            const DzBrickParam* input = brick->getParameter(i);
-            if (input->isOutput())
-                continue;
-            for (int k = 0; k < input->getNumConnections(); ++k) {
-                const DzBrickParam* output = input->getConnection(k);
-                const DzShaderBrick* source = output->getTopBrickOwner();
-                if (source->getBrickUser() != &m_user || !included.contains(source->getBrickID()))
-                    continue;
-                SettingsTree* link = out->setSettingsValue(nextKey());
-                link->setStringValue(NetworkKeys::sourceBrick(), NetworkKeys::brick(id));
-                link->setStringValue(
-                    NetworkKeys::targetBrick(), NetworkKeys::brick(source->getBrickID()));
-                link->setStringValue(NetworkKeys::sourceParam(), keyOf(input));
-                link->setStringValue(NetworkKeys::targetParam(), keyOf(output));
-                if (kept && !kept->linkEntries.isEmpty()) {
-                    const auto entry = kept->linkEntries.constFind(NetworkKeys::linkName(*link));
-                    if (entry != kept->linkEntries.constEnd())
-                        *link = *entry;
-                }
+        forEachInputLink(brick, [&](DzBrickParam* input, DzBrickParam* output) {
+            const DzShaderBrick* source = output->getTopBrickOwner();
+            if (source->getBrickUser() != &m_user || !included.contains(source->getBrickID()))
+                return;
+            SettingsTree* link = out->setSettingsValue(nextKey());
+            link->setStringValue(NetworkKeys::sourceBrick(), NetworkKeys::brick(id));
+            link->setStringValue(
+                NetworkKeys::targetBrick(), NetworkKeys::brick(source->getBrickID()));
+            link->setStringValue(NetworkKeys::sourceParam(), keyOf(input));
+            link->setStringValue(NetworkKeys::targetParam(), keyOf(output));
+            if (kept && !kept->linkEntries.isEmpty()) {
+                const auto entry = kept->linkEntries.constFind(NetworkKeys::linkName(*link));
+                if (entry != kept->linkEntries.constEnd())
+                    *link = *entry;
             }
-        }
+        });
     }
     if (kept && ids.size() == m_user.getNumBricks()) {
         const SettingsTree& dangling = kept->danglingLinks;
-        for (int i = 0; i < dangling.getNumValues(); ++i)
-            out->setSettingsValue(nextKey(), *dangling.getSettingsValue(dangling.getKey(i)));
+        for (int i = 0; i < dangling.getNumValues(); ++i) {
+            const SettingsTree& entry = *dangling.getSettingsValueAt(i);
+            SettingsTree* link = out->setSettingsValue(nextKey(), entry);
+            if (wouldBeMade(entry))
+                link->setBoolValue(NetworkKeys::inactive(), true);
+        }
     }
     DzKeptMembers::end(out);
+}
+
+/// True when reading a link that has no effect here would give it one: the network has come to have
+/// what the link names. What is written means what is here.
+bool DzNetworkWriter::wouldBeMade(const SettingsTree& link)
+{
+    if (!link.hasKey(NetworkKeys::sourceParam()) || !link.hasKey(NetworkKeys::targetParam()))
+        return false;
+    const auto find = [&](const QString& brickKey, const QString& paramKey, bool isOutput) {
+        const DzShaderBrick* brick
+            = m_user.getBrick(NetworkKeys::brickID(link.getStringValue(brickKey)));
+        const QString key = link.getStringValue(paramKey);
+        for (int i = 0; brick && i < brick->getNumParameters(); ++i)
+            if (brick->getParameter(i)->isOutput() == isOutput
+                && keyOf(brick->getParameter(i)) == key)
+                return brick->getParameter(i);
+        return static_cast<DzBrickParam*>(nullptr);
+    };
+    const DzBrickParam* input = find(NetworkKeys::sourceBrick(), NetworkKeys::sourceParam(), false);
+    const DzBrickParam* output = find(NetworkKeys::targetBrick(), NetworkKeys::targetParam(), true);
+    return input && output && DzBrickParam::Access::mayBeLinked(input, output);
 }

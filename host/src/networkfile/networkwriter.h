@@ -37,6 +37,8 @@ private:
     /// The same for this very brick: with the parameters that its attributes give it.
     BrickPtr freshWithAttributes(const DzShaderBrick* brick);
 
+    static ParamKeys freshKeys(const DzShaderBrick* fresh);
+    bool wouldBeMade(const SettingsTree& link);
     /// The key of a parameter of a brick that may have very many.
     QString keyOf(const DzBrickParam* param);
 

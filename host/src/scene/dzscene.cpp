@@ -3,6 +3,8 @@
 
 #include "dzscene.h"
 
+#include "dzapp.h"
+
 #include "dznode.h"
 #include "dzobject.h"
 #include "dzshape.h"
@@ -228,4 +230,9 @@ void DzScene::clear()
         delete node;
     emit materialListChanged();
     emit sceneCleared();
+}
+
+std::shared_ptr<DzScene> DzApp::makeScene()
+{
+    return std::make_shared<DzScene>();
 }

@@ -9,11 +9,6 @@
 
 namespace {
 
-bool isRecorded()
-{
-    return dzUndoStack && dzUndoStack->canPushItems();
-}
-
 const std::shared_ptr<const DzFacetMesh>& emptyMesh()
 {
     static const std::shared_ptr<const DzFacetMesh> mesh = std::make_shared<DzFacetMesh>();

@@ -84,8 +84,9 @@ DzShaderBrick* reshapedBrick(QObject* target, const QMetaMethod& method)
     if (auto* brick = qobject_cast<DzShaderBrick*>(target)) {
         const bool isOfPlugin
             = method.methodIndex() >= DzShaderBrick::staticMetaObject.methodCount();
-        const bool reshapes
-            = isOfPlugin ? !isQuestion(method.name()) : method.name() == "changeParamIndex";
+        const bool reshapes = isOfPlugin
+            ? !isQuestion(method.name())
+            : method.name() == "changeParamIndex" || method.name() == "setAttributes";
         return reshapes ? brick : nullptr;
     }
     const auto* property = qobject_cast<DzProperty*>(target);

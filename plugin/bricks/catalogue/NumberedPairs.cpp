@@ -35,6 +35,7 @@ NumberedPairs::NumberedPairs(
     : brick(owner)
     , numberName(name)
     , amount(amountParam)
+    , numPairs(0)
 {
 }
 
@@ -89,7 +90,7 @@ void NumberedPairs::matchCount()
     const int wanted = boundedCount();
     for (int i = 1; i <= wanted; ++i)
         completePair(i);
-    while (pairs.size() > wanted)
+    while (numPairs > wanted)
         removeLastPair();
 }
 
@@ -97,17 +98,24 @@ void NumberedPairs::completePair(int index)
 {
     while (pairs.size() < index)
         pairs.append(Pair());
+    numPairs = qMax(numPairs, index);
     Pair& pair = pairs[index - 1];
-    const bool isNew = !pair.number && !pair.texture;
+    const bool isNew = !isOnBrick(pair.number) && !isOnBrick(pair.texture);
     const QByteArray number = QByteArray::number(index);
-    if (!pair.number) {
+    if (!isOnBrick(pair.number)) {
         const int place = brick->findOwnParamsEnd();
-        pair.number = brick->addFloat((numberName + number).constData(), 0);
+        if (!pair.number)
+            pair.number = brick->addFloat((numberName + number).constData(), 0);
+        else
+            brick->addParameter(pair.number);
         brick->changeParamIndex(pair.number, place);
     }
-    if (!pair.texture) {
+    if (!isOnBrick(pair.texture)) {
         const int place = brick->findOwnParamsEnd();
-        pair.texture = createTexture(("tex" + number).constData());
+        if (!pair.texture)
+            pair.texture = createTexture(("tex" + number).constData());
+        else
+            brick->addParameter(pair.texture);
         brick->changeParamIndex(pair.texture, place);
     }
     const std::map<int, HeldPair>::iterator held = heldPairs.find(index);
@@ -118,6 +126,11 @@ void NumberedPairs::completePair(int index)
         giveBack(held->second.texture, pair.texture);
     }
     heldPairs.erase(held);
+}
+
+bool NumberedPairs::isOnBrick(const DzBrickParam* param) const
+{
+    return param && param->getTopBrickOwner() == brick;
 }
 
 VireoExtPropertyParam* NumberedPairs::createTexture(const char* name) const
@@ -131,8 +144,9 @@ VireoExtPropertyParam* NumberedPairs::createTexture(const char* name) const
 
 void NumberedPairs::removeLastPair()
 {
-    HeldPair& held = heldPairs[pairs.size()];
-    const Pair pair = pairs.takeLast();
+    HeldPair& held = heldPairs[numPairs];
+    // It stays listed: the host keeps the inputs that undo may put back, and their steps mean them.
+    const Pair pair = pairs.at(--numPairs);
     held.number = holdInput(pair.number);
     held.texture = holdInput(pair.texture);
     brick->deleteParam(pair.texture);
@@ -173,7 +187,7 @@ void NumberedPairs::write(SceneCodeWriter* writer) const
     if (amount)
         amount->writeParameterCode(writer);
     QVector<double> numbers;
-    for (int i = 0; i < pairs.size(); ++i) {
+    for (int i = 0; i < numPairs; ++i) {
         const Pair& pair = pairs.at(i);
         // The number is a value in every mode: a texture linked to it is not followed.
         if (DzFloatProperty* number

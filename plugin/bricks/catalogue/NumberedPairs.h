@@ -61,6 +61,7 @@ private:
     int boundedCount();
     void completePair(int index);
     void removeLastPair();
+    bool isOnBrick(const DzBrickParam* param) const;
     VireoExtPropertyParam* createTexture(const char* name) const;
     static HeldInput holdInput(const VireoExtPropertyParam* param);
     void giveBack(const HeldInput& held, VireoExtPropertyParam* param) const;
@@ -70,6 +71,7 @@ private:
     QPointer<DzIntProperty> count;
     QPointer<VireoExtPropertyParam> amount;
     QList<Pair> pairs;
+    int numPairs; ///< those at the front of the list that are on the brick
     /// Of the pairs that "count" took away, by their number.
     std::map<int, HeldPair> heldPairs;
 };

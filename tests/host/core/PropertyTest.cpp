@@ -287,9 +287,11 @@ TEST(Property, descriptionsTellOncePerChangeAndLeaveSteps)
         property->setIsUserProperty(true);
         captions.append(dzUndoStack->getUndoCaption());
         property->setCanAnimate(false);
+        captions.append(dzUndoStack->getUndoCaption());
     }
-    EXPECT_EQ(captions.mid(0, 4), QStringList({ "Rename name", "Move L", "Hide L", "Change L" }));
-    EXPECT_EQ(dzUndoStack->getNumItems(), 4);
+    EXPECT_EQ(captions.mid(0, 5),
+        QStringList({ "Rename name", "Move L", "Hide L", "Change L", "Change L" }));
+    EXPECT_EQ(dzUndoStack->getNumItems(), 5);
     for (const QSignalSpy* spy : { &labels, &paths, &hidden, &user, &animation })
         EXPECT_EQ(spy->size(), 1);
     while (dzUndoStack->undo()) {}
@@ -297,6 +299,7 @@ TEST(Property, descriptionsTellOncePerChangeAndLeaveSteps)
     EXPECT_EQ(property->getPath(), QString());
     EXPECT_FALSE(property->isHidden());
     EXPECT_FALSE(property->isUserProperty());
+    EXPECT_TRUE(property->canAnimate());
     EXPECT_EQ(labels.size(), 2);
 }
 

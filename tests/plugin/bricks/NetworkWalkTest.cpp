@@ -1034,3 +1034,41 @@ TEST_F(NetworkWalkTest, anotherBrickThanARootGivesTheNameOfItsStatement)
     EXPECT_TEXT(nullStatement(1), code.materialText);
     EXPECT_TEXT(QStringLiteral("Lm_material1"), code.resultName);
 }
+
+// Loops ---------------------------------------------------------------------------------------
+
+namespace {
+
+/// A brick that is fed by another without a link that the host could refuse.
+class SecretlyFedBrick : public BareBrick
+{
+public:
+    CodeResult* writeCode(CodeResult* result, SceneCodeWriter* writer) override
+    {
+        ++timesWritten;
+        codeFor(source, writer);
+        result->kind = CodeResult::TextureKind;
+        result->name = QStringLiteral("secret");
+        return result;
+    }
+
+    VireoBrickBase* source = nullptr;
+    int timesWritten = 0;
+};
+
+} // namespace
+
+TEST(Loops, aBrickThatFeedsItselfIsWrittenOnceAndNamed)
+{
+    SecretlyFedBrick first;
+    SecretlyFedBrick second;
+    first.source = &second;
+    second.source = &first;
+    for (int run = 1; run <= 2; ++run) {
+        Warnings warnings;
+        codeOf(&first);
+        EXPECT_EQ(warnings.messages.size(), 1);
+        EXPECT_EQ(first.timesWritten, run);
+        EXPECT_EQ(second.timesWritten, run);
+    }
+}
