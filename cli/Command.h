@@ -71,3 +71,5 @@ void addApplyCommand(CLI::App& program);
 void addRebuildCommand(CLI::App& program);
 void addStripCommand(CLI::App& program);
 void addRunCommand(CLI::App& program);
+void addRenderCommand(CLI::App& program);
+void addRendererCommand(CLI::App& program);

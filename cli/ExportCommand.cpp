@@ -6,15 +6,14 @@
 
 #include "ExportText.h"
 #include "NetworkCode.h"
+#include "NetworkInput.h"
 #include "SceneSurfaces.h"
 #include "VireoRootBrick.h"
 #include "dzapp.h"
-#include "dzbrickuserfile.h"
 #include "dzelement.h"
 #include "dznumericproperty.h"
 #include "dzproperty.h"
 #include "dztexture.h"
-#include "idzbrickuser.h"
 
 #include <CLI/CLI.hpp>
 #include <QFileInfo>
@@ -63,18 +62,8 @@ QString wholeText(const GeneratedCode& code, bool withList)
 void runExport(const ExportOptions& options)
 {
     const BrickUserHandle network;
-    IDzBrickUser* const user = network.user;
     const QString path = argumentText(options.file);
-    DzBrickUserFile file;
-    if (!file.load(path, user))
-        fail(file.getError());
-    for (const QString& warning : file.getWarnings())
-        notice(QStringLiteral("warning: %1: %2").arg(path, warning));
-    VireoRootBrick* root = findRootBrick(user);
-    if (!root)
-        fail(QStringLiteral("cannot export %1: the network has no root brick; add a \"Vireo "
-                            "Surface\" and link the material to it")
-                 .arg(path));
+    VireoRootBrick* root = loadNetworkRoot(path, network.user, "export");
 
     GenerateOptions generate;
     generate.literalValues = !options.placeholders;

@@ -67,6 +67,8 @@ int run(int argc, char** argv)
     addRebuildCommand(program);
     addStripCommand(program);
     addPluginsCommand(program);
+    addRenderCommand(program);
+    addRendererCommand(program);
     addRunCommand(program);
     try {
         program.parse(argc, argv);

@@ -42,6 +42,7 @@ ROOMS = {
     "plugin/material": 23,
     "plugin/entry": 24,
     "lux/text": 30,
+    "lux/render": 32,
     "lux/check": 31,
     "cli": 40,
     "mixer/base": 40,
