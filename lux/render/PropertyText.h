@@ -15,7 +15,8 @@ QByteArray propertyNumbers(const std::vector<double>& values);
 /// False for what LuxCore's properties cannot hold: they have no escapes, and either kind of quote
 /// ends a string.
 bool isPropertyString(const QByteArray& text);
-/// A string value in quotes, so that blanks in it are its own; an empty one for what cannot be held.
+/// A string value in quotes, so that blanks in it are its own; an empty one for what cannot be
+/// held.
 QByteArray propertyString(const QByteArray& text);
 
 /// LuxCore's properties as text, a line each: "scene.<group>.<name>.<key> = <value>".

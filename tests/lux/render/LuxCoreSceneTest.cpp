@@ -265,7 +265,8 @@ TEST(LuxCoreScene, volumesBelongToTheMaterial)
 TEST(LuxCoreScene, meshSettingsAreRead)
 {
     const LuxCoreMaterial material = translated(
-        "Texture \"d\" \"float\" \"fbm\"\nMaterial \"matte\"\nNamedMaterial \"m\"\n"
+        "Texture \"d\" \"float\" \"fbm\"\nMakeNamedMaterial \"m\" \"string type\" "
+        "[\"matte\"]\nNamedMaterial \"m\"\n"
         "\"string displacementmap\" [\"d\"] \"float dmscale\" [0.5] \"float dmoffset\" "
         "[0.25] \"integer nsubdivlevels\" [3]\n");
     EXPECT_EQ(material.mesh.subdivisions, 3);
