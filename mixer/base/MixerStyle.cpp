@@ -84,6 +84,17 @@ void paintCross(const QStyleOption* option, QPainter* painter)
     painter->restore();
 }
 
+/// Separators of menus: room for the line, and how far it keeps off the menu's sides.
+const int separatorHeight = 7;
+const int separatorMargin = 6;
+const qreal separatorOpacity = 0.3;
+
+bool isPlainSeparator(const QStyleOption* option)
+{
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    return item && item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty();
+}
+
 } // namespace
 
 MixerStyle::MixerStyle()
@@ -116,4 +127,26 @@ void MixerStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         break;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void MixerStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+    const QWidget* widget) const
+{
+    if (element != CE_MenuItem || !isPlainSeparator(option)) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        return;
+    }
+    // Fusion gives it two pixels, out of which rounding takes the line at most scales.
+    QColor color = option->palette.color(QPalette::WindowText);
+    color.setAlphaF(separatorOpacity);
+    const QRectF room = QRectF(option->rect).adjusted(separatorMargin, 0, -separatorMargin, 0);
+    painter->fillRect(QRectF(room.left(), option->rect.center().y(), room.width(), 1), color);
+}
+
+QSize MixerStyle::sizeFromContents(
+    ContentsType type, const QStyleOption* option, const QSize& size, const QWidget* widget) const
+{
+    if (type == CT_MenuItem && isPlainSeparator(option))
+        return QSize(size.width(), separatorHeight);
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
 }

@@ -316,6 +316,8 @@ void MainWindow::makeConnections()
         &MainWindow::showRecentFiles);
     connect(m_sceneController.get(), &SceneController::recentFilesChanged, this,
         &MainWindow::showRecentFiles);
+    connect(m_sceneController.get(), &SceneController::opened, this,
+        [this] { m_panels->show(m_surfaces); });
     connect(m_sceneController.get(), &SceneController::applyListShownChanged, this,
         &MainWindow::refreshCommands);
     connect(m_welcome, &WelcomePage::fileChosen, this, &MainWindow::openFile);

@@ -82,6 +82,7 @@ bool SceneController::open(const QString& path)
         return false;
     }
     remember();
+    emit opened();
     emit message(tr("Opened %1.").arg(path));
     Messages::showWarnings(
         m_window, tr("Not everything in %1 was read:").arg(path), m_session->getWarnings());
@@ -108,6 +109,7 @@ bool SceneController::restore(const RestorableWork& work)
         Messages::showError(m_window, m_session->getError());
         return false;
     }
+    emit opened();
     // It is kept under the new name before the old copies go.
     if (m_autosaver->keepNow(m_session.get()))
         m_store->discard(work);

@@ -59,6 +59,8 @@ public:
 signals:
     void message(const QString& text);
     void recentFilesChanged();
+    /// A scene was opened, or restored.
+    void opened();
     void applyListShownChanged(bool shown);
 
 private:

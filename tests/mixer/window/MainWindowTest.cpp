@@ -1347,6 +1347,36 @@ TEST_F(WindowTest, aPanelBehindAnotherIsBroughtToTheFront)
     EXPECT_TRUE(command("dockHistory")->isChecked());
 }
 
+TEST_F(WindowTest, aSceneThatOpensBringsItsSurfacesToTheFront)
+{
+    auto* surfaces = m_window->findChild<QDockWidget*>(QStringLiteral("Surfaces"));
+    const auto isSeen = [surfaces] { return !surfaces->visibleRegion().isEmpty(); };
+    run("dockHistory");
+    ASSERT_FALSE(isSeen());
+    ASSERT_TRUE(m_window->openFile(scenePath()));
+    settle();
+    EXPECT_TRUE(isSeen());
+}
+
+TEST_F(WindowTest, dialogsHaveTitlesThatSayWhatTheyAsk)
+{
+    select({ brick("Matte") });
+    type("Sigma", QStringLiteral("2"));
+    QString title;
+    withDialog<QMessageBox>([&title](QMessageBox* box) {
+        title = box->windowTitle();
+        box->button(QMessageBox::Cancel)->click();
+    });
+    run("close");
+    EXPECT_EQ(title, QStringLiteral("Save the Network?"));
+    EXPECT_FALSE(m_window->openFile(file("missing.sskn")));
+    auto* error = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(error, nullptr);
+    EXPECT_EQ(error->windowTitle(), QStringLiteral("Not Done"));
+    error->accept();
+    settle();
+}
+
 TEST_F(WindowTest, whatCannotBeOpenedIsNotTakenByADrop)
 {
     QMimeData data;
@@ -1373,7 +1403,7 @@ TEST_F(WindowTest, theDialogOffersAllThatCanBeOpened)
         EXPECT_TRUE(filters.first().contains(QLatin1String(pattern))) << pattern;
 }
 
-TEST_F(WindowTest, everyMenuNamesCommandsThatThereAre)
+TEST_F(WindowTest, everyMenuNamesCommandsThatExist)
 {
     // Names that no command has are left out of menus, with a warning.
     const CommandSet* commands = m_window->getCommands();
