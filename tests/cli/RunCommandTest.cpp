@@ -8,6 +8,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -143,6 +145,27 @@ TEST_F(RunCommand, aSmallScriptRunsWhereTheEngineCannotReserveWhatItLikes)
     EXPECT_TEXT(QString(), QString::fromUtf8(process.readAllStandardError()));
     EXPECT_TEXT(QStringLiteral("hi\nMatte\n"), QString::fromUtf8(process.readAllStandardOutput()));
     EXPECT_EQ(process.exitCode(), 0);
+}
+
+TEST_F(RunCommand, aScriptLeavesTheSystemAnEighthOfItsMemory)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer has its own idea of memory";
+#endif
+    rlimit given;
+    if (getrlimit(RLIMIT_AS, &given) != 0 || given.rlim_cur != RLIM_INFINITY)
+        GTEST_SKIP() << "there is a limit already";
+    EXPECT_EQ(run({ script("print(/Max address space +([0-9]+)/.exec(readFile('/proc/self/limits'))"
+                           "[1]);") }),
+        0)
+        << m_error.toStdString();
+    const quint64 limit = m_output.trimmed().toULongLong();
+    const quint64 installed = static_cast<quint64>(sysconf(_SC_PHYS_PAGES))
+        * static_cast<quint64>(sysconf(_SC_PAGESIZE));
+    // Beside what a script may take there is what the program and its engine only reserve.
+    const quint64 reserved = quint64(3) << 30;
+    EXPECT_LT(limit, installed - installed / 8 + reserved);
+    EXPECT_GT(limit, installed / 2);
 }
 
 TEST_F(RunCommand, aScriptThatCrashesTheEngineEndsWithOneLine)
