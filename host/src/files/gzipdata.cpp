@@ -31,8 +31,7 @@ public:
     z_stream z = {};
 
 private:
-    Stream(const Stream&) = delete;
-    Stream& operator=(const Stream&) = delete;
+    Q_DISABLE_COPY(Stream)
 
     End m_end;
 };

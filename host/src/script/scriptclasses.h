@@ -39,8 +39,7 @@ public:
     static const QMetaObject* findHostClass(const QByteArray& name);
 
 private:
-    ScriptClasses(const ScriptClasses&) = delete;
-    ScriptClasses& operator=(const ScriptClasses&) = delete;
+    Q_DISABLE_COPY(ScriptClasses)
 
     struct Method;
     struct MethodGroup;

@@ -67,8 +67,7 @@ public:
     QScriptValue include(QScriptContext* context, const QString& path, const QString& from);
 
 private:
-    ScriptEngine(const ScriptEngine&) = delete;
-    ScriptEngine& operator=(const ScriptEngine&) = delete;
+    Q_DISABLE_COPY(ScriptEngine)
 
     struct NativeFunction {
         ScriptEngine* engine;

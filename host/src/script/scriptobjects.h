@@ -34,8 +34,7 @@ public:
     void deleteAll();
 
 private:
-    ScriptObjects(const ScriptObjects&) = delete;
-    ScriptObjects& operator=(const ScriptObjects&) = delete;
+    Q_DISABLE_COPY(ScriptObjects)
 
     struct Owned {
         QPointer<QObject> object;
