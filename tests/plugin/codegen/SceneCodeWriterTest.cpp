@@ -141,6 +141,16 @@ TEST_F(SceneCodeWriterTest, placeMarkersInArgumentsTakePartInLaterSteps)
         writer.text());
 }
 
+/// A number is text before it is an argument: the marker for the locale's form makes no difference.
+TEST_F(SceneCodeWriterTest, numbersHaveAPointAlsoWhereANameAsksForTheLocalesForm)
+{
+    writer.writeFloat(QStringLiteral("n%L2"), 1234.5);
+    writer.writeInteger(QStringLiteral("n%L2"), 1234567);
+    EXPECT_TEXT(QStringLiteral("\t\"float   n1234.5\" [1234.5]\n"
+                               "\t\"integer n1234567\" [1234567]\n"),
+        writer.text());
+}
+
 TEST(SceneCodeWriterState, aNewWriterCountsFromOneAndHoldsNothing)
 {
     const SceneCodeWriter writer;
