@@ -5,6 +5,7 @@
 
 #include "Document.h"
 #include "Networks.h"
+#include "TextCheck.h"
 
 #include <QByteArray>
 #include <benchmark/benchmark.h>
@@ -71,5 +72,17 @@ void takesNumbers(benchmark::State& state)
         benchmark::DoNotOptimize(document.statement(0).parameter(1).numbers().size());
 }
 BENCHMARK(takesNumbers)->Unit(benchmark::kMillisecond);
+
+/// With a finding a texture, as in networks of fresh bricks.
+void checksNetworks(benchmark::State& state)
+{
+    lux::SceneText scene;
+    scene.readText(networkText(), QString(), lux::SceneOptions());
+    const auto numFindings = lux::checkScene(scene, lux::CheckOptions()).size();
+    require(numFindings > 1000 && numFindings < 5000, "findings");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(lux::checkScene(scene, lux::CheckOptions()).size());
+}
+BENCHMARK(checksNetworks)->Unit(benchmark::kMillisecond);
 
 } // namespace
