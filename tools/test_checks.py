@@ -302,7 +302,8 @@ class Qt48Test(TreeTest):
         for code, words in self.BAD:
             with self.subTest(code=code):
                 self.write("plugin/codegen/Bad.cpp", "// first\n\n" + code + "\n")
-                self.assertOneFinding(check_qt48.check(self.root), "plugin/codegen/Bad.cpp:3", words)
+                self.assertOneFinding(
+                    check_qt48.check(self.root), "plugin/codegen/Bad.cpp:3", words)
 
     def test_everyPluginFolderIsChecked(self):
         for folder in ("plugin/entry", "plugin/bricks/catalogue", "plugin/actions"):

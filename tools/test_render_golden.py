@@ -13,10 +13,14 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
+import golden_bricks  # noqa: E402
+import golden_files  # noqa: E402
+import golden_text  # noqa: E402
+import golden_writer  # noqa: E402
 import render_golden as rg  # noqa: E402
 
 SCRIPT = Path(__file__).resolve().parent / "render_golden.py"
-CATALOGUE = rg.read_catalogue()
+CATALOGUE = golden_bricks.read_catalogue()
 
 
 def settings(**entries):
@@ -76,8 +80,8 @@ def document(bricks, links=()):
 
 
 def render(bricks, links=(), literal=True, map_files=False):
-    network = rg.read_network(CATALOGUE, document(bricks, links))
-    return rg.render_network(network, rg.Writer(literal, map_files))
+    network = golden_files.read_network(CATALOGUE, document(bricks, links))
+    return rg.render_network(network, golden_writer.Writer(literal, map_files))
 
 
 def lines_of(text, start):
@@ -107,34 +111,36 @@ class NumberTest(unittest.TestCase):
             6500.0: "6500",
         }
         for number, text in expected.items():
-            self.assertEqual(rg.format_float(number), text)
+            self.assertEqual(golden_text.format_float(number), text)
 
     def test_single_precision_hides(self):
-        self.assertEqual(rg.format_float(rg.to_single(0.1)), "0.1")
-        self.assertEqual(rg.format_float(rg.to_single(1e38)), "1e+38")
-        self.assertEqual(rg.format_float(rg.to_single(-1e300)), "-inf")
+        self.assertEqual(golden_text.format_float(golden_text.to_single(0.1)), "0.1")
+        self.assertEqual(golden_text.format_float(golden_text.to_single(1e38)), "1e+38")
+        self.assertEqual(golden_text.format_float(golden_text.to_single(-1e300)), "-inf")
 
 
 class FillTest(unittest.TestCase):
     def test_arguments_take_part(self):
-        self.assertEqual(rg.fill("a%1 b%2", "x%1y", "Z"), "axZy b%2")
-        self.assertEqual(rg.fill("a%1 b%2", "x%L1y", "Z"), "axZy b%2")
-        self.assertEqual(rg.fill("a%1 b%2", "x%2y", "Z"), "axZy bZ")
-        self.assertEqual(rg.fill("a%1 b%2", "x%0y", "Z"), "axZy b%2")
-        self.assertEqual(rg.fill("a%1 b%2", "100%", "Z"), "a100% bZ")
+        self.assertEqual(golden_text.fill("a%1 b%2", "x%1y", "Z"), "axZy b%2")
+        self.assertEqual(golden_text.fill("a%1 b%2", "x%L1y", "Z"), "axZy b%2")
+        self.assertEqual(golden_text.fill("a%1 b%2", "x%2y", "Z"), "axZy bZ")
+        self.assertEqual(golden_text.fill("a%1 b%2", "x%0y", "Z"), "axZy b%2")
+        self.assertEqual(golden_text.fill("a%1 b%2", "100%", "Z"), "a100% bZ")
 
     def test_lowest_first_and_all_of_it(self):
-        self.assertEqual(rg.fill("%2 %1 %2 %L1", "a", "b"), "b a b a")
-        self.assertEqual(rg.fill("%10 %2", "a", "b"), "b a")
+        self.assertEqual(golden_text.fill("%2 %1 %2 %L1", "a", "b"), "b a b a")
+        self.assertEqual(golden_text.fill("%10 %2", "a", "b"), "b a")
 
     def test_too_many_arguments(self):
-        self.assertEqual(rg.fill("x%1", "a", "b"), "xa")
+        self.assertEqual(golden_text.fill("x%1", "a", "b"), "xa")
 
     def test_per_cent_parenthesis_is_no_marker(self):
-        self.assertEqual(rg.fill(rg.VALUE_OR_MAP_LINE, "Kd", "N"), '\t"string  Kd" [%(N)]\n')
+        self.assertEqual(golden_text.fill(golden_text.VALUE_OR_MAP_LINE, "Kd", "N"),
+                         '\t"string  Kd" [%(N)]\n')
 
     def test_no_marker_above_the_basic_plane(self):
-        self.assertEqual(rg.fill("%1 %\N{MATHEMATICAL BOLD DIGIT ONE}", "a", "b")[:3], "a %")
+        self.assertEqual(
+            golden_text.fill("%1 %\N{MATHEMATICAL BOLD DIGIT ONE}", "a", "b")[:3], "a %")
 
 
 class CatalogueTest(unittest.TestCase):
@@ -501,9 +507,9 @@ class PlaceholderTest(unittest.TestCase):
             self.assertIn('\t"string  bumpmap" [%%(LuxRender_Lm_%s_bumpmap)]\n' % number, text)
 
     def test_number_grows_past_three_digits(self):
-        writer = rg.Writer(False)
+        writer = golden_writer.Writer(False)
         for _ in range(1000):
-            name = writer.placeholder(rg.Property("Kd", "color", rg.BLACK))
+            name = writer.placeholder(golden_bricks.Property("Kd", "color", golden_bricks.BLACK))
         self.assertEqual(name, "LuxRender_Lm_1000_Kd")
 
     def test_image_property(self):
