@@ -44,7 +44,7 @@ int sequenceLength(const char* at, const char* end)
 class ByteNameCodec : public QTextCodec
 {
 public:
-    QByteArray name() const override { return "vireo-file-names"; }
+    QByteArray name() const override { return "file-names"; }
     // Numbers from 2000 on belong to nobody's list of encodings; this one is any of them.
     int mibEnum() const override { return 71806; }
 
