@@ -4,6 +4,7 @@
 #include "dzvec3param.h"
 
 #include "dzfloatproperty.h"
+#include "dzundostack.h"
 
 #include <limits>
 
@@ -41,9 +42,11 @@ DzVec3 DzVec3Param::getValue() const
 
 void DzVec3Param::setValue(const DzVec3& value)
 {
+    DzUndoStackHold hold;
     m_components[0]->setValue(value.m_x);
     m_components[1]->setValue(value.m_y);
     m_components[2]->setValue(value.m_z);
+    hold.accept(tr("Change %1").arg(getLabel()));
 }
 
 DzVec3 DzVec3Param::getDefaultValue() const

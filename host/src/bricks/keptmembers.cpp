@@ -24,6 +24,21 @@ void setPlace(SettingsTree* settings, const QString& key)
     settings->setOpaqueValue(key, QByteArray());
 }
 
+bool isText(const SettingsTree& tree, const QString& key)
+{
+    const int index = tree.getSettingIndex(key);
+    return index >= 0 && tree.getValueType(index) == DzSettings::StringValue;
+}
+
+/// True when a file with the one reads like a file with the other: halves of characters are lost
+/// there.
+bool readsAlike(const SettingsTree& a, const SettingsTree& b, const QString& key)
+{
+    return a.hasEqualValue(b, key)
+        || (isText(a, key) && isText(b, key)
+            && a.getStringValue(key).toUtf8() == b.getStringValue(key).toUtf8());
+}
+
 /// True when nothing of what is kept for a property remains, so that the file is to be read again
 /// as if nothing had been kept.
 bool isOutlived(const SettingsTree& kept, const SettingsTree& full, const SettingsTree& usual)
@@ -33,7 +48,7 @@ bool isOutlived(const SettingsTree& kept, const SettingsTree& full, const Settin
     for (int i = 0; i < kept.getNumValues(); ++i) {
         const QString key = kept.getKey(i);
         if (!DzKeptMembers::isPlace(kept, key)
-            && (!full.hasKey(key) || full.hasEqualValue(usual, key)))
+            && (!full.hasKey(key) || readsAlike(full, usual, key)))
             return false;
     }
     return true;
@@ -162,7 +177,7 @@ void DzKeptMembers::writeProperty(
         const QString key = full.getKey(i);
         const bool isNew = !out->hasKey(key);
         // A value of the file that could not be used stands until the property is changed.
-        if (!full.hasEqualValue(usual, key) || isPlace(*out, key)
+        if (!readsAlike(full, usual, key) || isPlace(*out, key)
             || (isNew && key == QLatin1String(valueKey)))
             full.copySetting(key, out);
     }

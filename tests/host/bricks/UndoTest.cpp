@@ -284,6 +284,20 @@ TEST_F(UndoTest, namesLabelsTitlesAndLimitsLeaveOneStepEach)
     }
 }
 
+TEST_F(UndoTest, aVectorIsSetInOneStep)
+{
+    auto* vector = qobject_cast<DzVec3Param*>(
+        matte->addCustomInput(VectorLink, text("v"), text("Vector"), 0));
+    vector->setValue(DzVec3(4, 5, 6));
+    EXPECT_EQ(dzUndoStack->getNumItems(), 1);
+    EXPECT_EQ(dzUndoStack->getUndoCaption(), text("Change Vector"));
+    ASSERT_TRUE(dzUndoStack->undo());
+    EXPECT_EQ(vector->getValue().m_z, 0.0f);
+    ASSERT_TRUE(dzUndoStack->redo());
+    EXPECT_EQ(vector->getValue().m_x, 4.0f);
+    EXPECT_EQ(vector->getValue().m_z, 6.0f);
+}
+
 TEST_F(UndoTest, twoThousandInputsOnOneBrickAreAddedAndTakenBackOneByOne)
 {
     const int numInputs = 2000;
