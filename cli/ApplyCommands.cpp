@@ -140,7 +140,8 @@ void addApplyCommand(CLI::App& program)
 {
     CLI::App* command = program.add_subcommand("apply", "Put a network on the surfaces of a scene");
     auto options = std::make_shared<ApplyOptions>();
-    command->add_option("NET", options->network, fileHelp("Network file", DzFileKind::network()))
+    notEmpty(command->add_option(
+                 "NET", options->network, fileHelp("Network file", DzFileKind::network())))
         ->required();
     options->addTo(command, "Surfaces to put it on");
     command->callback([options] { runApply(*options); });

@@ -23,9 +23,9 @@ namespace {
 const int longestMessage = 2000;
 
 /// The text without anything that a terminal would obey; lines and tabs stay.
-QByteArray forTerminal(const QByteArray& text)
+QByteArray forTerminal(const QString& text)
 {
-    QStringList lines = QString::fromUtf8(text).split(QLatin1Char('\n'));
+    QStringList lines = text.split(QLatin1Char('\n'));
     for (QString& line : lines) {
         QStringList columns = line.split(QLatin1Char('\t'));
         for (QString& column : columns)
@@ -49,7 +49,8 @@ void failWrongUse(const QString& message)
 
 void printText(const QByteArray& output)
 {
-    const QByteArray text = isatty(fileno(stdout)) ? forTerminal(output) : output;
+    const QByteArray text
+        = isatty(fileno(stdout)) ? forTerminal(QString::fromUtf8(output)) : output;
     const size_t size = static_cast<size_t>(text.size());
     if (std::fwrite(text.constData(), 1, size, stdout) != size || std::fflush(stdout) != 0)
         fail(QStringLiteral("cannot write to standard output: %1; nothing else was changed")
@@ -74,7 +75,7 @@ void deliver(const QByteArray& text, const std::string& outputFile)
 
 void printError(const QString& text)
 {
-    std::fprintf(stderr, "%s\n", forTerminal(text.toUtf8()).constData());
+    std::fprintf(stderr, "%s\n", forTerminal(text).constData());
 }
 
 void notice(const QString& message)

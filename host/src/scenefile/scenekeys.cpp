@@ -110,7 +110,7 @@ void SceneKeys::read(const JsonIndex& index)
             continue;
         entry.key = startKey(index, animation);
         auto& places = entry.channel.isListed ? m_listed : m_named;
-        places[entry.channel.name][Place(entry.node, entry.surface)].push_back(m_entries.size());
+        places[entry.channel.name][entry.surface][entry.node].push_back(m_entries.size());
         m_entries.push_back(std::move(entry));
     }
 }
@@ -118,23 +118,26 @@ void SceneKeys::read(const JsonIndex& index)
 std::vector<std::size_t> SceneKeys::find(
     const SurfaceName& surface, const ChannelName& channel) const
 {
-    std::vector<std::size_t> found;
-    const auto& channels = channel.isListed ? m_listed : m_named;
-    const auto places = channels.constFind(channel.name);
-    if (places == channels.constEnd())
+    Numbers found;
+    const Places& channels = channel.isListed ? m_listed : m_named;
+    const auto surfaces = channels.constFind(channel.name);
+    if (surfaces == channels.constEnd())
         return found;
-    QStringList surfaces { QString(), surface.surface };
-    surfaces.removeDuplicates();
+    const auto take = [&found](const Numbers& entries) {
+        found.insert(found.end(), entries.begin(), entries.end());
+    };
+    QStringList names { QString(), surface.surface };
+    names.removeDuplicates();
     QStringList nodes { QString(), surface.nodeId, surface.nodeName };
-    if (surface.isAnywhere)
-        for (auto place = places->constBegin(); place != places->constEnd(); ++place)
-            nodes.append(place.key().first);
     nodes.removeDuplicates();
-    for (const QString& node : qAsConst(nodes))
-        for (const QString& name : qAsConst(surfaces)) {
-            const std::vector<std::size_t> entries = places->value(Place(node, name));
-            found.insert(found.end(), entries.begin(), entries.end());
-        }
+    for (const QString& name : qAsConst(names)) {
+        const QHash<QString, Numbers> entries = surfaces->value(name);
+        if (surface.isAnywhere)
+            std::for_each(entries.begin(), entries.end(), take);
+        else
+            for (const QString& node : qAsConst(nodes))
+                take(entries.value(node));
+    }
     // The order of the document, whatever that of the places.
     std::sort(found.begin(), found.end());
     return found;

@@ -5,7 +5,6 @@
 #include "jsonindex.h"
 
 #include <QHash>
-#include <QPair>
 #include <QString>
 #include <vector>
 
@@ -71,9 +70,11 @@ public:
     void addUser(std::size_t entry, const User& user) { m_entries[entry].users.push_back(user); }
 
 private:
-    typedef QPair<QString, QString> Place; // node and surface
+    typedef std::vector<std::size_t> Numbers;
+    /// By channel, then surface, then node.
+    typedef QHash<QString, QHash<QString, QHash<QString, Numbers>>> Places;
 
     std::vector<Entry> m_entries;
-    QHash<QString, QHash<Place, std::vector<std::size_t>>> m_listed;
-    QHash<QString, QHash<Place, std::vector<std::size_t>>> m_named;
+    Places m_listed;
+    Places m_named;
 };
