@@ -3,6 +3,7 @@
 
 #include "BrickSearchPopup.h"
 
+#include "BrickHelp.h"
 #include "LinkColors.h"
 #include "NetworkEdit.h"
 #include "NetworkWalk.h"
@@ -24,8 +25,9 @@ namespace {
 const int popupWidth = 320;
 const int popupHeight = 340;
 const int linesPerPage = 8;
+const int helpLines = 3;
 
-enum ItemRole { ClassRole = Qt::UserRole, CategoryRole, ColorRole };
+enum ItemRole { ClassRole = Qt::UserRole, CategoryRole, ColorRole, HelpRole };
 
 /// The last two parts of a category's path say enough.
 QString shortCategory(const QString& category)
@@ -94,6 +96,7 @@ BrickSearchPopup::BrickSearchPopup(
     , m_edit(new QLineEdit)
     , m_list(new QListWidget)
     , m_none(new QLabel(tr("No brick fits.")))
+    , m_help(new QLabel)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
@@ -111,16 +114,24 @@ BrickSearchPopup::BrickSearchPopup(
     m_list->setFocusPolicy(Qt::NoFocus);
     m_none->setAlignment(Qt::AlignCenter);
     m_none->hide();
+    m_help->setObjectName(QStringLiteral("brickHelp"));
+    m_help->setTextFormat(Qt::PlainText);
+    m_help->setWordWrap(true);
+    m_help->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_help->setForegroundRole(QPalette::PlaceholderText);
+    m_help->setFixedHeight(fontMetrics().lineSpacing() * helpLines);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
     layout->setSpacing(4);
     layout->addWidget(m_edit);
     layout->addWidget(m_list);
     layout->addWidget(m_none, 1);
+    layout->addWidget(m_help);
     setFocusProxy(m_edit);
     m_edit->installEventFilter(this);
     connect(m_edit, &QLineEdit::textChanged, this, &BrickSearchPopup::search);
     connect(m_list, &QListWidget::itemClicked, this, &BrickSearchPopup::choose);
+    connect(m_list, &QListWidget::currentItemChanged, this, &BrickSearchPopup::explain);
     resize(popupWidth, popupHeight);
     search(QString());
 }
@@ -160,7 +171,10 @@ void BrickSearchPopup::search(const QString& text)
             item->setData(ColorRole, linkColor(kind->outputs.first().typeText));
         item->setData(
             Qt::AccessibleTextRole, tr("%1, in %2").arg(kind->name, shortCategory(kind->category)));
-        item->setToolTip(kind->description);
+        const QString help = BrickHelp::ofBrick(kind->sample);
+        item->setData(HelpRole, help);
+        item->setData(Qt::AccessibleDescriptionRole, help);
+        item->setToolTip(BrickHelp::tipOf(help.isEmpty() ? kind->description : help));
     }
     m_list->setCurrentRow(0);
     m_list->setVisible(!kinds.isEmpty());
@@ -176,6 +190,13 @@ QVector<const BrickKind*> BrickSearchPopup::withRootsLast(
     if (text.trimmed().isEmpty() && rootOf(m_network->getUser()))
         kinds.erase(roots, kinds.end());
     return kinds;
+}
+
+/// Says what the brick is for that would be taken.
+void BrickSearchPopup::explain()
+{
+    const QListWidgetItem* item = m_list->currentItem();
+    m_help->setText(item ? item->data(HelpRole).toString() : QString());
 }
 
 void BrickSearchPopup::choose()

@@ -43,6 +43,7 @@ private:
         QVector<const BrickKind*> kinds, const QString& text) const;
     void choose();
     void moveInList(int steps);
+    void explain();
 
     QPointer<NetworkEdit> m_network;
     Test m_accepts;
@@ -50,4 +51,5 @@ private:
     QListWidget* m_list;
     QLabel* m_none;
     bool m_isWalked = false;
+    QLabel* m_help;
 };

@@ -4,6 +4,7 @@
 #include "BrickyardPanel.h"
 
 #include "BrickCatalogue.h"
+#include "BrickHelp.h"
 #include "LineIcon.h"
 #include "LinkColors.h"
 #include "idzbrickuser.h"
@@ -151,7 +152,8 @@ void BrickyardPanel::fill()
         if (icon.isNull())
             icon = iconFor(kind);
         item->setIcon(0, icon);
-        item->setToolTip(0, kind.description.isEmpty() ? kind.category : kind.description);
+        const QString help = BrickHelp::ofBrick(kind.sample);
+        item->setToolTip(0, BrickHelp::tipOf(help.isEmpty() ? kind.category : help));
         m_bricks.insert(kind.className, item);
     }
     m_tree->sortItems(0, Qt::AscendingOrder);

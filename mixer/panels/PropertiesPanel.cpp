@@ -5,6 +5,7 @@
 
 #include "BrickSelection.h"
 #include "FirstFocus.h"
+#include "HelpStrip.h"
 #include "LineIcon.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
@@ -14,6 +15,7 @@
 #include "dzshaderbrick.h"
 #include "dzunknownbrick.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QHash>
 #include <QLabel>
@@ -79,6 +81,7 @@ PropertiesPanel::PropertiesPanel(QWidget* parent)
     , m_empty(new QLabel)
     , m_tools(new QWidget)
     , m_scroll(new QScrollArea)
+    , m_help(new HelpStrip)
 {
     m_title->setAccessibleName(tr("Title of the brick"));
     m_title->setToolTip(tr("Title of the brick"));
@@ -117,9 +120,11 @@ PropertiesPanel::PropertiesPanel(QWidget* parent)
     layout->addLayout(head);
     layout->addWidget(m_empty, 1);
     layout->addWidget(m_scroll, 1);
+    layout->addWidget(m_help);
 
     m_update.setSingleShot(true);
     connect(&m_update, &QTimer::timeout, this, &PropertiesPanel::updateNow);
+    connect(qApp, &QApplication::focusChanged, this, &PropertiesPanel::explainFocus);
     connect(m_title, &QLineEdit::editingFinished, this, &PropertiesPanel::enterTitle);
     connect(reset, &QToolButton::clicked, this,
         [this] { resetAllValues(m_document->getSelection()->getBricks()); });
@@ -236,6 +241,7 @@ void PropertiesPanel::refreshHead()
         return;
     const BrickSelection* selection = m_document->getSelection();
     DzShaderBrick* brick = selection->getCurrent();
+    explainFocus();
     if (brick != m_titled)
         enterTitle();
     m_titled = brick;
@@ -247,6 +253,22 @@ void PropertiesPanel::refreshHead()
     const QString kind = QStringLiteral("%1 (%2)").arg(
         brick->getPreferredName(), QString::number(brick->getBrickID()));
     m_kind->setText(selection->size() == 1 ? kind : tr("%1 bricks").arg(selection->size()));
+}
+
+/// Explains the value that the keyboard is on.
+void PropertiesPanel::explainFocus()
+{
+    const QWidget* focus = QApplication::focusWidget();
+    // Whoever looks at a list or picks in a dialog still is at the value.
+    if (focus && focus->window() != window())
+        return;
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(),
+        [focus](const PropertyRow* candidate) { return candidate->isAncestorOf(focus); });
+    m_help->setBrick(m_document ? m_document->getSelection()->getCurrent() : nullptr);
+    if (row == m_rows.end())
+        m_help->setValue(nullptr, QString());
+    else
+        m_help->setValue((*row)->getGroup().getFirst(), (*row)->getGroup().getLabel());
 }
 
 void PropertiesPanel::enterTitle()

@@ -9,6 +9,7 @@
 
 class DzProperty;
 class DzShaderBrick;
+class HelpStrip;
 class MixerDocument;
 class PropertyGroup;
 class PropertyRow;
@@ -52,6 +53,7 @@ private:
     void enterTitle();
     void showRows(const std::vector<PropertyGroup>& groups);
     void alignNames();
+    void explainFocus();
 
     QPointer<MixerDocument> m_document;
     QTimer m_update;
@@ -66,6 +68,7 @@ private:
     QWidget* m_tools;
     QScrollArea* m_scroll;
     QVBoxLayout* m_layout;
+    HelpStrip* m_help;
     QVector<QWidget*> m_headings;
     std::vector<PropertyRow*> m_rows;
 };

@@ -5,6 +5,7 @@
 
 #include "BrickAppearance.h"
 #include "BrickCatalogue.h"
+#include "BrickHelp.h"
 #include "FileField.h"
 #include "LineIcon.h"
 #include "PropertyEditor.h"
@@ -177,7 +178,9 @@ void PropertyRow::refresh(const QString& folder)
     const DzProperty* property = m_group.getFirst();
     if (!property)
         return;
-    setToolTip(m_group.describe());
+    const QString help = BrickHelp::ofValue(property);
+    setToolTip(BrickHelp::tipOf(
+        help.isEmpty() ? m_group.describe() : m_group.describe() + QLatin1Char('\n') + help));
     const bool locked = m_group.isLocked();
     const bool mapped = m_group.isMapped();
     m_editor->setFolder(folder);

@@ -4,6 +4,7 @@
 #include "BrickCatalogue.h"
 #include "BrickItem.h"
 #include "CanvasFixture.h"
+#include "Explanations.h"
 #include "MiniMap.h"
 #include "NetworkFrames.h"
 #include "NetworkWalk.h"
@@ -19,6 +20,7 @@
 #include <QDragEnterEvent>
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
@@ -1765,4 +1767,17 @@ TEST_F(Canvas, nothingMovesWhileIdle)
     QTest::qWait(300);
     QCoreApplication::instance()->removeEventFilter(&counter);
     EXPECT_EQ(counter.paints, 0);
+}
+
+TEST_F(Canvas, theSearchSaysWhatTheBrickIsForThatWouldBeTaken)
+{
+    key(Qt::Key_Space, Qt::ControlModifier);
+    ASSERT_NE(search(), nullptr);
+    auto* help = search()->findChild<QLabel*>(QStringLiteral("brickHelp"));
+    ASSERT_NE(help, nullptr);
+    QTest::keyClicks(search()->findChild<QLineEdit*>(), QStringLiteral("velvet"));
+    EXPECT_EQ(help->text(), Explanations::ofBrick(QStringLiteral("VireoMatVelvetBrick")));
+    EXPECT_TRUE(help->isVisible());
+    QTest::keyClicks(search()->findChild<QLineEdit*>(), QStringLiteral("!!!"));
+    EXPECT_EQ(help->text(), QString()) << "nothing fits";
 }

@@ -6,7 +6,9 @@
 #include "BrickSelection.h"
 #include "DocumentController.h"
 #include "DocumentTabs.h"
+#include "Explanations.h"
 #include "FileField.h"
+#include "HelpStrip.h"
 #include "MixerDocument.h"
 #include "NetworkEdit.h"
 #include "NetworkView.h"
@@ -652,4 +654,53 @@ TEST_F(PropertiesPanelTest, rowsSayNameRangeAndDefault)
     select({ map });
     const QString limited = row(gamma->getLabel().toUtf8().constData())->toolTip();
     EXPECT_TRUE(limited.contains(QLatin1String("Range: 0 to 5"))) << limited.toStdString();
+}
+
+TEST_F(PropertiesPanelTest, theStripUnderTheValuesExplainsTheOneInHandAndElseTheBrick)
+{
+    auto* strip = m_window->getProperties()->findChild<HelpStrip*>();
+    ASSERT_NE(strip, nullptr);
+    select({});
+    EXPECT_FALSE(strip->isVisible());
+    DzShaderBrick* matte = add("VireoMatMatteBrick");
+    const QString className = QStringLiteral("VireoMatMatteBrick");
+    EXPECT_TRUE(strip->isVisible());
+    EXPECT_EQ(strip->getText(),
+        QStringLiteral("%1: %2").arg(
+            matte->getPreferredName(), Explanations::ofBrick(className)));
+    const QString ofSigma = Explanations::ofInput(className, QStringLiteral("sigma"));
+    startTyping("Sigma", QStringLiteral("1"));
+    EXPECT_EQ(strip->getText(), QStringLiteral("Sigma: ") + ofSigma);
+    EXPECT_TRUE(row("Sigma")->toolTip().contains(ofSigma.toHtmlEscaped()));
+    const int height = strip->height();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_NE(strip->getText(), QStringLiteral("Sigma: ") + ofSigma);
+    EXPECT_EQ(strip->height(), height) << "nothing jumps";
+}
+
+TEST_F(PropertiesPanelTest, allNumbersOfAVectorAreExplainedAsTheirInput)
+{
+    add("VireoTexFltCheckerboardBrick");
+    const QString sentence
+        = Explanations::ofInput(QStringLiteral("VireoTexFltCheckerboardBrick"), QStringLiteral("v1"));
+    ASSERT_FALSE(sentence.isEmpty());
+    int found = 0;
+    for (const PropertyRow* each : m_window->getProperties()->findChildren<PropertyRow*>())
+        found += each->toolTip().contains(sentence.toHtmlEscaped());
+    EXPECT_GE(found, 3);
+}
+
+TEST_F(PropertiesPanelTest, whatAUserAddsIsNotExplainedAsSomethingElse)
+{
+    auto* matte = static_cast<VireoBrickBase*>(add("VireoMatMatteBrick"));
+    const QString sentence
+        = Explanations::ofInput(QStringLiteral("VireoMatMatteBrick"), QStringLiteral("sigma"));
+    matte->addCustomInput(1009, QStringLiteral("sigma"), QStringLiteral("<i>Mine</i>"),
+        DzBrickParam::InputDirection);
+    select({});
+    select({ matte });
+    EXPECT_TRUE(row("Sigma")->toolTip().contains(sentence));
+    const QString tip = row("<i>Mine</i>")->toolTip();
+    EXPECT_FALSE(tip.contains(sentence));
+    EXPECT_TRUE(tip.contains(QLatin1String("&lt;i&gt;Mine"))) << "a name is no rich text";
 }
