@@ -13,6 +13,7 @@
 #include "Networks.h"
 #include "ProblemFinder.h"
 #include "ProgramSettings.h"
+#include "RendererFindings.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
 #include "dznumericproperty.h"
@@ -277,6 +278,32 @@ static void BM_Problems(benchmark::State& state)
     state.SetComplexityN(state.range(0));
 }
 
+/// What the window waits for; the check itself runs in a thread of its own.
+static void BM_RendererCheckStarted(benchmark::State& state)
+{
+    const Network network = buildMixedNetwork(static_cast<int>(state.range(0)));
+    RendererFindings findings;
+    for (auto _ : state) {
+        findings.check(network.user.get());
+        state.PauseTiming();
+        findings.finish();
+        require(!findings.getFindings().isEmpty(), "the check found something");
+        state.ResumeTiming();
+    }
+}
+
+/// Until it is told what was found.
+static void BM_RendererCheckDone(benchmark::State& state)
+{
+    const Network network = buildMixedNetwork(static_cast<int>(state.range(0)));
+    RendererFindings findings;
+    for (auto _ : state) {
+        findings.check(network.user.get());
+        findings.finish();
+    }
+    require(!findings.getFindings().isEmpty(), "the check found something");
+}
+
 BENCHMARK(BM_WindowStart)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowOpen)->Arg(1000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LiveText)->Arg(100)->Arg(500)->Unit(benchmark::kMillisecond);
@@ -286,4 +313,6 @@ BENCHMARK(BM_WindowUndoDelete)->Arg(2000)->Iterations(20)->Unit(benchmark::kMill
 BENCHMARK(BM_WindowUndoDuplicate)->Arg(2000)->Iterations(5)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LongTextFollows)->Arg(2000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WindowSelectAll)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RendererCheckStarted)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RendererCheckDone)->Arg(1000)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Problems)->Arg(1000)->Arg(4000)->Complexity(benchmark::oN);

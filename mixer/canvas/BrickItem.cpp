@@ -224,11 +224,15 @@ QPointF BrickItem::inputPlace(int row) const
     return pos() + QPointF(0, rowCentre(row));
 }
 
-void BrickItem::setBadge(const QString& text)
+void BrickItem::setBadge(const QString& text, ProblemLevel level)
 {
-    if (text == m_badge)
+    if (text == m_badge && level == m_badgeLevel)
         return;
+    // The title makes room for it.
+    if (text.isEmpty() != m_badge.isEmpty())
+        dropTexts();
     m_badge = text;
+    m_badgeLevel = level;
     update();
 }
 
@@ -346,7 +350,7 @@ void BrickItem::paintFar(QPainter* painter, const CanvasStyle& style, qreal deta
     painter->fillRect(box, style.body);
     painter->fillRect(QRectF(0, 0, m_size.width(), titleHeight), titleBarColor());
     if (!m_badge.isEmpty())
-        painter->fillRect(badgeBox(), style.badge);
+        painter->fillRect(badgeBox(), levelColor(m_badgeLevel));
     if (detail < titleDetail)
         return;
     painter->setFont(style.titleFont);
@@ -380,16 +384,31 @@ void BrickItem::paintTitle(QPainter* painter, const CanvasStyle& style) const
     painter->setFont(style.titleFont);
     painter->setPen(style.titleText);
     painter->drawText(QPointF(10, titleHeight - 8), m_title);
-    if (m_badge.isEmpty())
-        return;
+    if (!m_badge.isEmpty())
+        paintBadge(painter, style);
+}
+
+/// Each level has a shape of its own, for those who do not tell the colours apart.
+void BrickItem::paintBadge(QPainter* painter, const CanvasStyle& style) const
+{
     const QRectF box = badgeBox();
-    const QPointF corners[]
-        = { QPointF(box.center().x(), box.top()), box.bottomRight(), box.bottomLeft() };
     painter->setPen(QPen(style.border, 1));
-    painter->setBrush(style.badge);
-    painter->drawPolygon(corners, 3);
-    painter->setPen(Qt::black);
-    painter->drawText(box.adjusted(0, 3, 0, 0), Qt::AlignCenter, QStringLiteral("!"));
+    painter->setBrush(levelColor(m_badgeLevel));
+    if (m_badgeLevel == ProblemLevel::Warns) {
+        const QPointF corners[]
+            = { QPointF(box.center().x(), box.top()), box.bottomRight(), box.bottomLeft() };
+        painter->drawPolygon(corners, 3);
+        painter->setPen(Qt::black);
+        painter->drawText(box.adjusted(0, 3, 0, 0), Qt::AlignCenter, QStringLiteral("!"));
+        return;
+    }
+    const bool isNote = m_badgeLevel == ProblemLevel::Notes;
+    if (isNote)
+        painter->drawEllipse(box.adjusted(1, 1, -1, -1));
+    else
+        painter->drawRect(box.adjusted(1, 1, -1, -1));
+    painter->setPen(Qt::white);
+    painter->drawText(box, Qt::AlignCenter, isNote ? QStringLiteral("i") : QStringLiteral("!"));
 }
 
 void BrickItem::paintRow(QPainter* painter, const CanvasStyle& style, int row) const

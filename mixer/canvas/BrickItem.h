@@ -3,6 +3,7 @@
 #pragma once
 
 #include "BrickAppearance.h"
+#include "ProblemLevel.h"
 
 #include <QColor>
 #include <QGraphicsItem>
@@ -57,7 +58,8 @@ public:
     QPointF pinPlace(const DzBrickParam* param) const;
 
     QString getBadge() const { return m_badge; }
-    void setBadge(const QString& text);
+    /// A sign in the title with a text of its own; none for an empty text.
+    void setBadge(const QString& text, ProblemLevel level = ProblemLevel::Warns);
     /// Where the badge is drawn, in item coordinates.
     QRectF badgeBox() const;
     void setSelected(bool isSelected);
@@ -92,6 +94,7 @@ private:
     QColor titleBarColor() const;
     void paintFar(QPainter* painter, const CanvasStyle& style, qreal detail) const;
     void paintBody(QPainter* painter, const CanvasStyle& style) const;
+    void paintBadge(QPainter* painter, const CanvasStyle& style) const;
     void paintTitle(QPainter* painter, const CanvasStyle& style) const;
     void paintRow(QPainter* painter, const CanvasStyle& style, int row) const;
     void paintPins(QPainter* painter, const CanvasStyle& style, int first, int last) const;
@@ -107,6 +110,7 @@ private:
     QString m_title;
     QVector<CanvasWire> m_wires;
     QString m_badge;
+    ProblemLevel m_badgeLevel = ProblemLevel::Warns;
     QSizeF m_size;
     QColor m_barColor;
     bool m_rowsDirty = true;

@@ -34,7 +34,6 @@ CanvasStyle::CanvasStyle(const QPalette& palette)
         selection = isDark ? selection.lighter(190) : selection.darker(160);
     frame = mix(canvas, text, isDark ? 0.09 : 0.08);
     frameTitle = mix(text, canvas, 0.25);
-    badge = QColor(0xe8, 0xa0, 0x20);
     refusal = isDark ? QColor(0xe0, 0x60, 0x50) : QColor(0xb8, 0x2c, 0x20);
     hint = isDark ? QColor(0x10, 0x10, 0x10, 0xe8) : QColor(0xff, 0xff, 0xff, 0xf0);
     hintText = isDark ? QColor(0xf4, 0xf4, 0xf4) : QColor(0x18, 0x18, 0x18);

@@ -25,7 +25,6 @@ struct CanvasStyle {
     QColor selection;
     QColor frame;
     QColor frameTitle;
-    QColor badge;
     QColor refusal;
     QColor hint;
     QColor hintText;

@@ -4,6 +4,7 @@
 #include "CanvasTips.h"
 
 #include "BrickAppearance.h"
+#include "BrickHelp.h"
 #include "BrickItem.h"
 #include "NetworkScene.h"
 #include "dzbrickparam.h"
@@ -28,7 +29,8 @@ QString wireTip(const BrickLink& link)
 QString brickTip(const DzShaderBrick* brick)
 {
     const QString title = BrickAppearance::titleText(brick);
-    const QString description = brick->getDescription();
+    const QString help = BrickHelp::ofBrick(brick);
+    const QString description = help.isEmpty() ? brick->getDescription() : help;
     return description.isEmpty() ? title : title + QLatin1Char('\n') + description;
 }
 
@@ -37,8 +39,14 @@ QString rowTip(const BrickAppearance::Row& row)
     const QString label = BrickAppearance::rowLabel(row);
     const QString value = BrickAppearance::rowValue(row);
     const bool hasPin = row.param && row.kind != BrickAppearance::Row::Setting;
-    const QString text = hasPin ? Tips::tr("%1: %2").arg(label, row.param->getTypeString()) : label;
-    return value.isEmpty() ? text : text + QLatin1Char('\n') + value;
+    QStringList lines { hasPin ? Tips::tr("%1: %2").arg(label, row.param->getTypeString())
+                               : label };
+    const QString help
+        = row.param ? BrickHelp::ofInput(row.param) : BrickHelp::ofValue(row.property);
+    for (const QString& line : { value, help })
+        if (!line.isEmpty())
+            lines.append(line);
+    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace

@@ -536,12 +536,10 @@ bool NetworkScene::isFocusRow(const BrickItem* item, int row) const
     return m_focusBrick && item->getBrick() == m_focusBrick && row == m_focusRow;
 }
 
-void NetworkScene::setBadge(DzShaderBrick* brick, const QString& text)
+void NetworkScene::setBadge(DzShaderBrick* brick, const QString& text, ProblemLevel level)
 {
-    if (BrickItem* item = getItem(brick)) {
-        item->setBadge(text);
-        item->dropTexts();
-    }
+    if (BrickItem* item = getItem(brick))
+        item->setBadge(text, level);
 }
 
 void NetworkScene::clearBadges()

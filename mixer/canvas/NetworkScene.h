@@ -4,6 +4,7 @@
 
 #include "CanvasStyle.h"
 #include "NetworkEdit.h"
+#include "ProblemLevel.h"
 
 #include <QGraphicsScene>
 #include <QHash>
@@ -92,7 +93,8 @@ public:
     void setFocusRow(DzShaderBrick* brick, int row);
     bool isFocusRow(const BrickItem* item, int row) const;
 
-    void setBadge(DzShaderBrick* brick, const QString& text);
+    void setBadge(
+        DzShaderBrick* brick, const QString& text, ProblemLevel level = ProblemLevel::Warns);
     void clearBadges();
 
 signals:

@@ -62,9 +62,22 @@ public:
     }
 
 private:
-    void add(Problem::Kind kind, DzShaderBrick* brick, const QString& text)
+    Problem& add(Problem::Kind kind, DzShaderBrick* brick, const QString& text)
     {
         m_problems.append(Problem { kind, brick, text });
+        return m_problems.last();
+    }
+
+    /// A problem of a value that something can be done about at once.
+    static void setRemedy(
+        Problem* problem, DzProperty* property, const char* rule, lux::Remedy::Action action)
+    {
+        lux::Remedy remedy;
+        remedy.action = action;
+        remedy.parameter = property->getName();
+        problem->property = property;
+        problem->rule = QString::fromLatin1(rule);
+        problem->remedies = { remedy };
     }
 
     void findRoots(const QVector<DzShaderBrick*>& bricks)
@@ -199,36 +212,41 @@ private:
     void checkProperty(DzShaderBrick* brick, DzProperty* property)
     {
         if (auto* text = qobject_cast<DzStringProperty*>(property)) {
-            checkText(brick, text->getValue(), property->getLabel());
+            checkText(brick, text->getValue(), property->getLabel(), property);
             if (qobject_cast<DzFileProperty*>(property))
-                checkFile(brick, text->getValue(), property->getLabel());
+                checkFile(brick, text->getValue(), property->getLabel(), property);
         } else if (auto* image = qobject_cast<DzImageProperty*>(property)) {
-            checkText(brick, image->getFilename(), property->getLabel());
-            checkFile(brick, image->getFilename(), property->getLabel());
+            checkText(brick, image->getFilename(), property->getLabel(), property);
+            checkFile(brick, image->getFilename(), property->getLabel(), property);
         } else if (auto* number = qobject_cast<DzNumericProperty*>(property)) {
             checkNumber(brick, number);
         }
     }
 
-    void checkNumber(DzShaderBrick* brick, const DzNumericProperty* property)
+    void checkNumber(DzShaderBrick* brick, DzNumericProperty* property)
     {
         if (!std::isfinite(property->getDoubleValue()))
             add(Problem::NotFinite, brick,
                 message("\"%1\" is %2, which the renderer cannot read; set a number.")
-                    .arg(property->getLabel(), property->getValueText()));
+                    .arg(property->getLabel(), property->getValueText()))
+                .property
+                = property;
         if (!property->isMapped())
             return;
         const QString file = property->getMapValue()->getFilename();
         const QString what = message("map of %1").arg(property->getLabel());
-        checkText(brick, file, what);
-        checkFile(brick, file, what);
+        checkText(brick, file, what, property);
+        checkFile(brick, file, what, property);
     }
 
-    void checkFile(DzShaderBrick* brick, const QString& file, const QString& what)
+    void checkFile(
+        DzShaderBrick* brick, const QString& file, const QString& what, DzProperty* property)
     {
         if (!file.isEmpty() && !exists(file))
-            add(Problem::MissingFile, brick,
-                message("The file \"%1\" (%2) does not exist; choose another.").arg(file, what));
+            setRemedy(&add(Problem::MissingFile, brick,
+                          message("The file \"%1\" (%2) does not exist; choose another.")
+                              .arg(file, what)),
+                property, "missing-file", lux::Remedy::ChooseFile);
     }
 
     bool exists(const QString& file)
@@ -242,11 +260,16 @@ private:
         return found;
     }
 
-    void checkText(DzShaderBrick* brick, const QString& text, const QString& what)
+    void checkText(DzShaderBrick* brick, const QString& text, const QString& what,
+        DzProperty* property = nullptr)
     {
         QString cause;
-        if (!isWritableText(text, &cause))
-            add(Problem::UnwritableText, brick, message("%1: %2.").arg(what, cause));
+        if (isWritableText(text, &cause))
+            return;
+        Problem& problem = add(Problem::UnwritableText, brick, message("%1: %2.").arg(what, cause));
+        problem.property = property;
+        if (property && text.contains(QLatin1Char('\\')))
+            setRemedy(&problem, property, "swallowed-backslash", lux::Remedy::UseSlashes);
     }
 
     const IDzBrickUser* m_user;

@@ -2,10 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Finding.h"
+#include "ProblemLevel.h"
+
 #include <QPointer>
 #include <QString>
 #include <QVector>
 
+class DzProperty;
 class DzShaderBrick;
 class IDzBrickUser;
 
@@ -20,7 +24,8 @@ struct Problem {
         SeveralLinks,
         UnknownBrick,
         UnwritableText,
-        NotFinite
+        NotFinite,
+        Rendering ///< what the renderer does with the text
     };
 
     Kind kind;
@@ -28,6 +33,13 @@ struct Problem {
     QPointer<DzShaderBrick> brick;
     /// What is wrong and what to do, in one line.
     QString text;
+    /// The value that it is about; null where it is about none.
+    QPointer<DzProperty> property = {};
+    ProblemLevel level = ProblemLevel::Warns;
+    /// The same for all problems of a sort; empty for those that are always told.
+    QString rule = {};
+    /// What can be done at once, the best first. Parameters are those of the brick.
+    QVector<lux::Remedy> remedies = {};
 };
 
 /// The problems of a network, in order of its bricks. File names that are not absolute are looked

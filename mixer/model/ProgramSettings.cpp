@@ -13,6 +13,7 @@ const QString layoutKey = QStringLiteral("window/layout");
 const QString themeKey = QStringLiteral("look/theme");
 const QString miniMapKey = QStringLiteral("look/miniMap");
 const QString applyListKey = QStringLiteral("scene/showApplyList");
+const QString silencedKey = QStringLiteral("problems/silenced");
 const QString recentKey = QStringLiteral("files/recent");
 
 } // namespace
@@ -75,6 +76,16 @@ bool ProgramSettings::isMiniMapShown() const
 void ProgramSettings::setMiniMapShown(bool shown)
 {
     m_settings->setValue(miniMapKey, shown);
+}
+
+QStringList ProgramSettings::getSilencedRules() const
+{
+    return m_settings->value(silencedKey).toStringList();
+}
+
+void ProgramSettings::setSilencedRules(const QStringList& rules)
+{
+    m_settings->setValue(silencedKey, rules);
 }
 
 QStringList ProgramSettings::getRecentFiles() const

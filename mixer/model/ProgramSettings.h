@@ -33,6 +33,10 @@ public:
     bool isMiniMapShown() const;
     void setMiniMapShown(bool shown);
 
+    /// Rules of problems that the user does not want to be told of, in the order of telling so.
+    QStringList getSilencedRules() const;
+    void setSilencedRules(const QStringList& rules);
+
     /// Full paths, the latest first; such that are gone are left out.
     QStringList getRecentFiles() const;
     void addRecentFile(const QString& path);

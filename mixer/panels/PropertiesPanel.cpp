@@ -135,6 +135,12 @@ PropertiesPanel::PropertiesPanel(QWidget* parent)
     rebuild();
 }
 
+PropertiesPanel::~PropertiesPanel()
+{
+    // The last widget to go still tells that it lost the keyboard.
+    qApp->disconnect(this);
+}
+
 void PropertiesPanel::setDocument(MixerDocument* document)
 {
     if (m_document == document)
@@ -163,6 +169,14 @@ PropertyRow* PropertiesPanel::findRow(const QString& label) const
         if (row->getGroup().getLabel() == label)
             return row;
     return nullptr;
+}
+
+void PropertiesPanel::showProblems(const QVector<Problem>& problems, ProblemActions* actions)
+{
+    m_problems = problems;
+    m_actions = actions;
+    for (PropertyRow* row : m_rows)
+        row->showProblems(m_problems, m_actions);
 }
 
 void PropertiesPanel::focusFirst()
@@ -237,11 +251,11 @@ void PropertiesPanel::rebuild()
 
 void PropertiesPanel::refreshHead()
 {
+    explainFocus();
     if (!m_document)
         return;
     const BrickSelection* selection = m_document->getSelection();
     DzShaderBrick* brick = selection->getCurrent();
-    explainFocus();
     if (brick != m_titled)
         enterTitle();
     m_titled = brick;
@@ -258,13 +272,13 @@ void PropertiesPanel::refreshHead()
 /// Explains the value that the keyboard is on.
 void PropertiesPanel::explainFocus()
 {
+    m_help->setBrick(m_document ? m_document->getSelection()->getCurrent() : nullptr);
     const QWidget* focus = QApplication::focusWidget();
     // Whoever looks at a list or picks in a dialog still is at the value.
     if (focus && focus->window() != window())
         return;
     const auto row = std::find_if(m_rows.begin(), m_rows.end(),
         [focus](const PropertyRow* candidate) { return candidate->isAncestorOf(focus); });
-    m_help->setBrick(m_document ? m_document->getSelection()->getCurrent() : nullptr);
     if (row == m_rows.end())
         m_help->setValue(nullptr, QString());
     else
@@ -316,6 +330,7 @@ void PropertiesPanel::showRows(const std::vector<PropertyGroup>& groups)
             row = new PropertyRow(group, m_document->getFolder());
             connect(row, &PropertyRow::brickActivated, this, &PropertiesPanel::brickActivated);
             connect(row, &PropertyRow::message, this, &PropertiesPanel::message);
+            row->showProblems(m_problems, m_actions);
         }
         m_rows.push_back(row);
         m_layout->addWidget(row);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ProblemFinder.h"
+
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
@@ -11,6 +13,7 @@ class DzProperty;
 class DzShaderBrick;
 class HelpStrip;
 class MixerDocument;
+class ProblemActions;
 class PropertyGroup;
 class PropertyRow;
 class QLabel;
@@ -25,6 +28,7 @@ class PropertiesPanel : public QWidget
 
 public:
     explicit PropertiesPanel(QWidget* parent = nullptr);
+    ~PropertiesPanel() override;
 
     /// Shows this document's selection; null for none. Not owned.
     void setDocument(MixerDocument* document);
@@ -32,6 +36,8 @@ public:
     PropertyRow* findRow(const QString& label) const;
     /// Brings the rows up to date now rather than with the next frame.
     void updateNow();
+    /// Shows these beside the values that they are about. The actions are not owned and outlive it.
+    void showProblems(const QVector<Problem>& problems, ProblemActions* actions);
     /// Takes the keyboard to the first value.
     void focusFirst();
     /// Takes it to the row of this value.
@@ -69,6 +75,8 @@ private:
     QScrollArea* m_scroll;
     QVBoxLayout* m_layout;
     HelpStrip* m_help;
+    QVector<Problem> m_problems;
+    ProblemActions* m_actions = nullptr;
     QVector<QWidget*> m_headings;
     std::vector<PropertyRow*> m_rows;
 };

@@ -4,10 +4,11 @@
 #include "PropertyRow.h"
 
 #include "BrickAppearance.h"
-#include "BrickCatalogue.h"
 #include "BrickHelp.h"
 #include "FileField.h"
+#include "FreshValue.h"
 #include "LineIcon.h"
+#include "ProblemNote.h"
 #include "PropertyEditor.h"
 #include "dzbrickparam.h"
 #include "dzproperty.h"
@@ -45,35 +46,10 @@ protected:
     }
 };
 
-/// The same value of a new brick of the class; null when new ones do not have it.
-const DzProperty* newOne(const DzProperty* property)
-{
-    const DzBrickParam* param = property->getBrickParam();
-    const QObject* brick
-        = param ? param->getTopBrickOwner() : static_cast<const QObject*>(property->getOwner());
-    const BrickKind* kind = brick
-        ? BrickCatalogue::instance()->find(QString::fromLatin1(brick->metaObject()->className()))
-        : nullptr;
-    if (!kind)
-        return nullptr;
-    if (!param)
-        return kind->sample->findProperty(property->getName());
-    const DzBrickParam* same = kind->sample->findParameterByName(param->getName());
-    for (int i = 0; same && same->getProperty(i); ++i)
-        if (same->getProperty(i)->getName() == property->getName())
-            return same->getProperty(i);
-    return nullptr;
-}
-
-/// True when nobody has touched the values. Not the same as their being the default: a value may
-/// start with another one.
 bool isUntouched(const PropertyGroup& group)
 {
     const QVector<DzProperty*> all = group.getAll();
-    return !group.isMapped() && std::all_of(all.begin(), all.end(), [](const DzProperty* property) {
-        const DzProperty* fresh = newOne(property);
-        return fresh && fresh->getValueText() == property->getValueText();
-    });
+    return std::all_of(all.begin(), all.end(), isFreshValue);
 }
 
 /// A picture and the begin of a name.
@@ -84,6 +60,7 @@ const int leastSourceWidth = 40;
 PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWidget* parent)
     : QWidget(parent)
     , m_group(group)
+    , m_line(new QHBoxLayout)
     , m_name(new ElidedLabel(group.getLabel()))
     , m_editor(PropertyEditor::make(group, nullptr))
     , m_source(new QToolButton)
@@ -94,12 +71,15 @@ PropertyRow::PropertyRow(const PropertyGroup& group, const QString& folder, QWid
     lines->addWidget(m_source, 0, Qt::AlignLeft);
     lines->addWidget(m_editor);
     lines->addWidget(m_map);
-    auto* layout = new QHBoxLayout(this);
+    m_line->setSpacing(2);
+    m_line->addWidget(m_name, 0, Qt::AlignTop);
+    m_line->addSpacing(6);
+    m_line->addLayout(lines, 1);
+    // What is told of the value stands below it, as wide as the row.
+    auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addWidget(m_name, 0, Qt::AlignTop);
-    layout->addSpacing(6);
-    layout->addLayout(lines, 1);
+    layout->addLayout(m_line);
     m_mapButton = addTool(LineIcon::Image, tr("Map of %1").arg(group.getLabel()));
     m_resetButton = addTool(LineIcon::Reset, tr("Reset %1 to its default").arg(group.getLabel()));
     m_lockButton = addTool(LineIcon::Unlock, tr("Lock %1").arg(group.getLabel()));
@@ -159,7 +139,7 @@ QToolButton* PropertyRow::addTool(int icon, const QString& name)
     QSizePolicy policy = button->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     button->setSizePolicy(policy);
-    static_cast<QHBoxLayout*>(layout())->addWidget(button, 0, Qt::AlignTop);
+    m_line->addWidget(button, 0, Qt::AlignTop);
     return button;
 }
 
@@ -208,6 +188,32 @@ void PropertyRow::refresh(const QString& folder)
                                     : tr("Lock %1: it is written as a value and not as a "
                                          "placeholder, and not changed by mistake")
                                           .arg(m_group.getLabel()));
+}
+
+void PropertyRow::showProblems(const QVector<Problem>& problems, ProblemActions* actions)
+{
+    const QVector<DzProperty*> own = m_group.getAll();
+    QVector<Problem> mine;
+    for (const Problem& problem : problems)
+        if (problem.property && own.contains(problem.property))
+            mine.append(problem);
+    const bool isShown = std::equal(mine.begin(), mine.end(), m_notes.begin(), m_notes.end(),
+        [](const Problem& problem, const ProblemNote* note) {
+            return problem.text == note->getProblem().text
+                && problem.property == note->getProblem().property;
+        });
+    if (isShown)
+        return;
+    for (ProblemNote* note : qAsConst(m_notes)) {
+        // One of its buttons may be what asked for this.
+        note->hide();
+        note->deleteLater();
+    }
+    m_notes.clear();
+    for (const Problem& problem : qAsConst(mine)) {
+        m_notes.append(new ProblemNote(problem, actions));
+        layout()->addWidget(m_notes.last());
+    }
 }
 
 void PropertyRow::fillMenu(QMenu* menu)

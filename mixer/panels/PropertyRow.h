@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "ProblemFinder.h"
 #include "PropertyGroup.h"
 
 #include <QWidget>
 
 class FileField;
+class ProblemActions;
+class ProblemNote;
 class PropertyEditor;
+class QHBoxLayout;
 class QLabel;
 class QMenu;
 class QToolButton;
@@ -26,6 +30,9 @@ public:
     /// Width that the name needs, and gets.
     int getNameWidth() const;
     void setNameWidth(int width);
+    /// Shows those of the problems that are about its values, below them. The actions are not owned
+    /// and outlive it.
+    void showProblems(const QVector<Problem>& problems, ProblemActions* actions);
     const PropertyGroup& getGroup() const { return m_group; }
 
 signals:
@@ -45,6 +52,8 @@ private:
     void openMenu(const QPoint& globalPlace);
 
     PropertyGroup m_group;
+    QHBoxLayout* m_line;
+    QVector<ProblemNote*> m_notes;
     QLabel* m_name;
     PropertyEditor* m_editor;
     QToolButton* m_source;

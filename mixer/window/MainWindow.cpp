@@ -24,6 +24,7 @@
 #include "NetworkTextPanel.h"
 #include "NetworkView.h"
 #include "PanelSet.h"
+#include "ProblemActions.h"
 #include "ProblemsPanel.h"
 #include "ProgramSettings.h"
 #include "PropertiesPanel.h"
@@ -35,6 +36,7 @@
 #include "WelcomePage.h"
 #include "WindowCommands.h"
 #include "dzapp.h"
+#include "dzbrickparam.h"
 #include "dzfileformat.h"
 #include "dzproperty.h"
 #include "dzshaderbrick.h"
@@ -129,6 +131,7 @@ MainWindow::MainWindow(ProgramSettings* settings, AutosaveStore* store)
     resize(firstSizeOn(screen()));
     restoreGeometry(m_settings->getGeometry());
     restoreState(m_settings->getLayout());
+    m_problems->setSilencedRules(m_settings->getSilencedRules());
     showRecentFiles();
     dzApp->setInterface(this);
     currentChanged();
@@ -331,6 +334,11 @@ void MainWindow::makeConnections()
     connect(m_textPanel, &NetworkTextPanel::message, this, &MainWindow::showMessage);
     connect(m_problems, &ProblemsPanel::brickActivated, this, &MainWindow::showBrick);
     connect(m_problems, &ProblemsPanel::problemsChanged, this, &MainWindow::showProblems);
+    connect(m_problems, &ProblemsPanel::silencedRulesChanged, this,
+        [this](const QStringList& rules) { m_settings->setSilencedRules(rules); });
+    const ProblemActions* remedies = m_problems->getActions();
+    connect(remedies, &ProblemActions::message, this, &MainWindow::showWarning);
+    connect(remedies, &ProblemActions::linkWanted, this, &MainWindow::searchFor);
     connect(m_surfaces, &SurfacesPanel::selectionChanged, this, &MainWindow::refreshCommands);
     connect(m_sceneController->getSession(), &SceneSession::fileChanged, this,
         &MainWindow::refreshCommands);
@@ -471,16 +479,38 @@ void MainWindow::showProblems()
     m_problemButton->setVisible(!problems.isEmpty());
     m_problemButton->setText(
         problems.size() == 1 ? tr("1 problem") : tr("%1 problems").arg(problems.size()));
+    m_properties->showProblems(problems, m_problems->getActions());
     NetworkView* view = getView();
     if (!view)
         return;
-    QHash<DzShaderBrick*, QStringList> texts;
-    for (const Problem& problem : problems)
-        if (problem.brick)
-            texts[problem.brick].append(problem.text);
-    view->getNetworkScene()->clearBadges();
-    for (auto text = texts.constBegin(); text != texts.constEnd(); ++text)
-        view->getNetworkScene()->setBadge(text.key(), text.value().join(QLatin1Char('\n')));
+    struct Badge {
+        QStringList texts;
+        ProblemLevel level = ProblemLevel::Notes;
+    };
+    QHash<DzShaderBrick*, Badge> badges;
+    for (const Problem& problem : problems) {
+        if (!problem.brick)
+            continue;
+        Badge& badge = badges[problem.brick];
+        badge.texts.append(problem.text);
+        badge.level = qMin(badge.level, problem.level);
+    }
+    NetworkScene* scene = view->getNetworkScene();
+    scene->clearBadges();
+    for (auto badge = badges.constBegin(); badge != badges.constEnd(); ++badge)
+        scene->setBadge(badge.key(), badge->texts.join(QLatin1Char('\n')), badge->level);
+}
+
+/// Lets the user choose what feeds an input.
+void MainWindow::searchFor(DzBrickParam* input)
+{
+    NetworkView* view = getView();
+    const DzShaderBrick* brick = input->getTopBrickOwner();
+    if (!view || !brick || view->isBusy())
+        return;
+    view->showBrick(brick);
+    const QPointF pin = BrickAppearance::position(brick) + BrickAppearance::pinOffset(brick, input);
+    view->getSearch()->openFor(input, pin - QPointF(4 * NetworkView::gridStep, 0));
 }
 
 void MainWindow::goToPart(int step)

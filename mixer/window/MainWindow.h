@@ -12,6 +12,7 @@ class BrickyardPanel;
 class CommandSet;
 class DocumentController;
 class DocumentTabs;
+class DzBrickParam;
 class DzProperty;
 class DzShaderBrick;
 class MessageLine;
@@ -103,6 +104,7 @@ private:
     void currentChanged();
     void updateTitle();
     void showProblems();
+    void searchFor(DzBrickParam* input);
     void addBrick(const QString& className);
 
     ProgramSettings* m_settings;

@@ -1532,10 +1532,19 @@ TEST_F(Canvas, toolTipsNameTypesAndValues)
         QCoreApplication::sendEvent(m_view.viewport(), &event);
         return QToolTip::text();
     };
-    EXPECT_EQ(tipAt(pinOf(matte, "sigma")), QStringLiteral("Sigma: LFloat<br>0"));
+    const auto help = [](const char* className, const char* input) {
+        return Explanations::ofInput(QString::fromLatin1(className), QString::fromLatin1(input))
+            .toHtmlEscaped();
+    };
+    EXPECT_EQ(tipAt(pinOf(matte, "sigma")),
+        QStringLiteral("Sigma: LFloat<br>0<br>") + help("VireoMatMatteBrick", "sigma"));
     EXPECT_EQ(tipAt(pinOf(matte, "result")), QStringLiteral("Result: LuxMaterial"));
     VireoBrickBase* checks = add("VireoTexFltCheckerboardBrick", -400, 100);
-    EXPECT_EQ(tipAt(pinOf(checks, "v1")), QStringLiteral("v1: vector<br>1, 0, 0"));
+    EXPECT_EQ(tipAt(pinOf(checks, "v1")),
+        QStringLiteral("v1: vector<br>1, 0, 0<br>") + help("VireoTexFltCheckerboardBrick", "v1"));
+    EXPECT_TRUE(
+        tipAt(titleOf(matte))
+            .contains(Explanations::ofBrick(QStringLiteral("VireoMatMatteBrick")).toHtmlEscaped()));
     m_view.getNetworkScene()->setBadge(matte, QStringLiteral("a <b> file is missing"));
     const BrickItem* item = m_view.getNetworkScene()->getItem(matte);
     EXPECT_EQ(tipAt(at(item->pos() + item->badgeBox().center())),

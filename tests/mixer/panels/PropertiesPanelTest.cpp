@@ -666,8 +666,7 @@ TEST_F(PropertiesPanelTest, theStripUnderTheValuesExplainsTheOneInHandAndElseThe
     const QString className = QStringLiteral("VireoMatMatteBrick");
     EXPECT_TRUE(strip->isVisible());
     EXPECT_EQ(strip->getText(),
-        QStringLiteral("%1: %2").arg(
-            matte->getPreferredName(), Explanations::ofBrick(className)));
+        QStringLiteral("%1: %2").arg(matte->getPreferredName(), Explanations::ofBrick(className)));
     const QString ofSigma = Explanations::ofInput(className, QStringLiteral("sigma"));
     startTyping("Sigma", QStringLiteral("1"));
     EXPECT_EQ(strip->getText(), QStringLiteral("Sigma: ") + ofSigma);
@@ -681,8 +680,8 @@ TEST_F(PropertiesPanelTest, theStripUnderTheValuesExplainsTheOneInHandAndElseThe
 TEST_F(PropertiesPanelTest, allNumbersOfAVectorAreExplainedAsTheirInput)
 {
     add("VireoTexFltCheckerboardBrick");
-    const QString sentence
-        = Explanations::ofInput(QStringLiteral("VireoTexFltCheckerboardBrick"), QStringLiteral("v1"));
+    const QString sentence = Explanations::ofInput(
+        QStringLiteral("VireoTexFltCheckerboardBrick"), QStringLiteral("v1"));
     ASSERT_FALSE(sentence.isEmpty());
     int found = 0;
     for (const PropertyRow* each : m_window->getProperties()->findChildren<PropertyRow*>())
@@ -695,8 +694,8 @@ TEST_F(PropertiesPanelTest, whatAUserAddsIsNotExplainedAsSomethingElse)
     auto* matte = static_cast<VireoBrickBase*>(add("VireoMatMatteBrick"));
     const QString sentence
         = Explanations::ofInput(QStringLiteral("VireoMatMatteBrick"), QStringLiteral("sigma"));
-    matte->addCustomInput(1009, QStringLiteral("sigma"), QStringLiteral("<i>Mine</i>"),
-        DzBrickParam::InputDirection);
+    matte->addCustomInput(
+        1009, QStringLiteral("sigma"), QStringLiteral("<i>Mine</i>"), DzBrickParam::InputDirection);
     select({});
     select({ matte });
     EXPECT_TRUE(row("Sigma")->toolTip().contains(sentence));

@@ -586,7 +586,7 @@ TEST_F(WindowTest, placeholdersAreLockedAndUnlockedInTheirTable)
 
 TEST_F(WindowTest, aProblemLeadsToItsBrickWhichHasABadge)
 {
-    DzShaderBrick* idle = addFromPalette("glass");
+    DzShaderBrick* idle = addFromPalette("velvet");
     QTest::qWait(250);
     ASSERT_EQ(m_window->getProblems()->getProblems().size(), 1);
     document()->getSelection()->clear();
