@@ -119,7 +119,7 @@ TEST_F(RunCommand, aScriptThatTakesAllMemoryEndsWithOneLine)
              "new Array(4294967295).join('text');" }) {
         QProcess process;
         process.start(QStringLiteral("/bin/sh"),
-            { QStringLiteral("-c"), QStringLiteral("ulimit -v 600000; exec \"$@\""),
+            { QStringLiteral("-c"), QStringLiteral("ulimit -v 350000; exec \"$@\""),
                 QStringLiteral("sh"), QStringLiteral(VIREO_PROGRAM), QStringLiteral("run"),
                 script(code) });
         ASSERT_TRUE(process.waitForFinished(120000)) << code;
