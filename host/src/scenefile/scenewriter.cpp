@@ -435,7 +435,8 @@ void DzSceneWriter::clearMap(const SurfaceRecord& surface, const ChannelRecord& 
         const Value definition = channelOf(m_index, channel.places.definition);
         removeMember(definition, "image_file");
         removeMember(definition, "image");
-        if (definition != none && instance != none && !channel.isNamed() && isOnlyMapEntry(entry)) {
+        if (definition != none && instance != none && !channel.isNamed()
+            && isOnlyMapEntry(entry, definition)) {
             removeEntry(surface.instance, entry, false);
             return;
         }
@@ -451,12 +452,17 @@ void DzSceneWriter::clearMap(const SurfaceRecord& surface, const ChannelRecord& 
         setMember(instance, "image", QByteArrayLiteral("null"));
 }
 
-/// True for an entry that stands beside the definition's for its map alone.
-bool DzSceneWriter::isOnlyMapEntry(Value entry) const
+/// True for an entry that stands beside the definition's for its map alone: it says no other value.
+bool DzSceneWriter::isOnlyMapEntry(Value entry, Value definition) const
 {
     if (m_index.countChildren(entry) != 1)
         return false;
     const Value channel = channelOf(m_index, entry);
+    const Value value = m_index.find(channel, "current_value");
+    const Value current = m_index.find(definition, "current_value");
+    const Value defined = current == none ? m_index.find(definition, "value") : current;
+    if (value != none && m_index.raw(value) != m_index.raw(defined))
+        return false;
     for (Value member = m_index.firstChild(channel); member != none;
          member = m_index.nextSibling(member, channel)) {
         const bool isExpected = m_index.hasKey(member, "id") || m_index.hasKey(member, "type")

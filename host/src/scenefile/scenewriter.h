@@ -69,7 +69,7 @@ private:
     void clearMap(const SurfaceRecord& surface, const ChannelRecord& channel);
     void setMember(Value channel, const char* key, const QByteArray& token);
     void removeMember(Value object, const char* key);
-    bool isOnlyMapEntry(Value entry) const;
+    bool isOnlyMapEntry(Value entry, Value definition) const;
 
     void removeChannel(const SurfaceRecord& surface, const ChannelRecord& channel);
     void removeEntry(Value material, Value entry, bool isNamed);

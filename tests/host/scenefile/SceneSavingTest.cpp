@@ -204,6 +204,20 @@ TEST(SceneSaving, surfacesOfOneEntryThatChangeDifferentlyGetTheirOwn)
     EXPECT_EQ(opened.file.saveText(), text);
 }
 
+TEST(SceneSaving, takingOffTheDefinitionsMapKeepsTheSurfacesOwnValue)
+{
+    OpenedScene opened(document(library(channelText("W", "1, \"image_file\" : \"/m.png\"")),
+        instance("\"A\"",
+            "\"extra\" : [ { \"type\" : \"studio_material_channels\", \"channels\" : [ { "
+            "\"channel\" : { \"id\" : \"W\", \"type\" : \"float\", \"current_value\" : 0.25 } } ] "
+            "} "
+            "]")));
+    propertyIn<DzFloatProperty>(opened.surface("A"), "W")->clearMap();
+    const OpenedScene again(opened.file.saveText());
+    EXPECT_FALSE(propertyIn<DzFloatProperty>(again.surface("A"), "W")->isMapped());
+    EXPECT_EQ(weightOf(again, "A"), 0.25f);
+}
+
 // References --------------------------------------------------------------------------------
 
 TEST(SceneSaving, percentSignsStandForThemselvesWhereNoDigitsFollow)
