@@ -4,6 +4,7 @@
 #include "NetworkCopies.h"
 
 #include "BrickAppearance.h"
+#include "FreePlace.h"
 #include "NetworkEdit.h"
 #include "NetworkFrames.h"
 #include "StoredNetworks.h"
@@ -71,7 +72,7 @@ LooseBricks takeApart(IDzBrickUser* network)
 }
 
 QVector<DzShaderBrick*> addCopies(NetworkEdit* edit, const QString& text, const QString& caption,
-    const std::function<QPointF(const QPointF& middle)>& offsetFor, QString* error)
+    const std::function<QPointF(const QRectF& box)>& offsetFor, QString* error)
 {
     QVector<DzShaderBrick*> added;
     setError(error, QString());
@@ -106,7 +107,7 @@ QVector<DzShaderBrick*> addCopies(NetworkEdit* edit, const QString& text, const 
     for (const BrickPtr& brick : qAsConst(loose.bricks))
         bricks.append(brick);
     renumberFrames(*edit, bricks);
-    const QPointF offset = offsetFor(BrickAppearance::box(bricks).center());
+    const QPointF offset = offsetFor(BrickAppearance::box(bricks));
     DzUndoStackHold hold;
     for (DzShaderBrick* brick : qAsConst(bricks)) {
         BrickAppearance::setPosition(brick, position(brick) + offset);
@@ -142,8 +143,11 @@ bool mayPaste(const QString& text)
 QVector<DzShaderBrick*> pasteBricks(
     NetworkEdit* edit, const QString& text, const QPointF& place, QString* error)
 {
-    return addCopies(
-        edit, text, tr("Paste"), [place](const QPointF& middle) { return place - middle; }, error);
+    const auto toFreePlace = [edit, place](const QRectF& box) {
+        const QPointF wanted = place - box.center() + box.topLeft();
+        return findFreePlaceNear(*edit, wanted, box.size()) - box.topLeft();
+    };
+    return addCopies(edit, text, tr("Paste"), toFreePlace, error);
 }
 
 QVector<DzShaderBrick*> duplicateBricks(
@@ -151,5 +155,5 @@ QVector<DzShaderBrick*> duplicateBricks(
 {
     return addCopies(
         edit, copyBricks(*edit, bricks), tr("Duplicate"),
-        [offset](const QPointF&) { return offset; }, error);
+        [offset](const QRectF&) { return offset; }, error);
 }

@@ -726,7 +726,7 @@ TEST_F(Canvas, theMouseIsKnownAgainWhenAPopupHasClosed)
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(m_view.viewport(), &leave);
     // What Qt tells the widget under the mouse then.
-    const QPointF place(700, 600);
+    const QPointF place(250, 620);
     QEnterEvent enter(place, place, m_view.viewport()->mapToGlobal(place.toPoint()));
     QCoreApplication::sendEvent(m_view.viewport(), &enter);
     key(Qt::Key_V, Qt::ControlModifier);
@@ -864,6 +864,23 @@ TEST_F(Canvas, copyAndPasteKeepLinksInside)
     EXPECT_EQ(dzUndoStack->getNumUndoItems(), 1);
     dzUndoStack->undo();
     EXPECT_EQ(m_user.getNumBricks(), 3);
+}
+
+TEST_F(Canvas, whatIsPastedHidesNoOthers)
+{
+    linkThree();
+    m_selection.set({ matte, texture });
+    key(Qt::Key_C, Qt::ControlModifier);
+    moveTo(titleOf(matte) - QPoint(100, 0));
+    key(Qt::Key_V, Qt::ControlModifier);
+    ASSERT_EQ(m_user.getNumBricks(), 5);
+    m_view.getNetworkScene()->flush();
+    for (const uint id : { 4u, 5u })
+        for (VireoBrickBase* other : { root, matte, texture })
+            EXPECT_FALSE(m_view.getNetworkScene()
+                             ->boxOf({ m_user.getBrick(id) })
+                             .intersects(m_view.getNetworkScene()->boxOf({ other })))
+                << id;
 }
 
 TEST_F(Canvas, cutTakesTheBricksAway)
