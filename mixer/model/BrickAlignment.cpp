@@ -45,6 +45,7 @@ QVector<qreal> distributed(const QVector<QRectF>& boxes, Axis axis)
         used += extent(box, axis);
         end = qMax(end, low(box, axis) + extent(box, axis));
     }
+    // Negative where they overlap: then by the same amount everywhere.
     const qreal gap = boxes.size() > 1 ? (end - start - used) / (boxes.size() - 1) : 0;
     QVector<qreal> places(boxes.size());
     qreal next = start;

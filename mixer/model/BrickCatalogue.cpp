@@ -56,6 +56,7 @@ bool passes(const BrickKind& kind, const BrickCatalogue::Filter& filter)
 const BrickCatalogue* BrickCatalogue::instance()
 {
     static QPointer<BrickCatalogue> catalogue;
+    // Modules come and never go, so their number tells whether there are new ones.
     if (catalogue && catalogue->m_factoryCount == dzApp->getPluginMgr()->getClassFactories().size())
         return catalogue;
     delete catalogue;
@@ -67,6 +68,7 @@ BrickCatalogue::BrickCatalogue()
 {
     // The samples go while their modules are there.
     connect(dzApp, &DzApp::closing, this, [this] { delete this; });
+    // A brick that sets its values while it is made must not leave steps.
     const DzUndoStackLock lock;
     const QList<const DzClassFactory*> factories = dzApp->getPluginMgr()->getClassFactories();
     m_factoryCount = factories.size();
@@ -125,6 +127,7 @@ QVector<const BrickKind*> BrickCatalogue::search(const QString& text, const Filt
         if (rating < noMatch && passes(kind, filter))
             found.append(qMakePair(rating, &kind));
     }
+    // Equally good ones stay in the order in which the modules name them.
     std::stable_sort(
         found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     QVector<const BrickKind*> kinds;

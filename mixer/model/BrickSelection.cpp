@@ -98,6 +98,7 @@ bool BrickSelection::insert(DzShaderBrick* brick)
 
 void BrickSelection::watch(DzShaderBrick* brick)
 {
+    // Guarded pointers would forget it too, but tell nobody that the selection changed.
     connect(brick, &QObject::destroyed, this, &BrickSelection::forget);
 }
 

@@ -31,6 +31,7 @@ IDzBrickUser* makeBrickUser()
         if (!mayBeBrickUser(factory))
             continue;
         std::unique_ptr<QObject> object(factory->createInstance());
+        // The interface is no QObject: qobject_cast does not know it.
         if (auto* user = dynamic_cast<IDzBrickUser*>(object.get())) {
             object.release();
             keepBrickUser(user);
@@ -48,6 +49,7 @@ void keepBrickUser(IDzBrickUser* user)
 
 void releaseBrickUser(IDzBrickUser* user)
 {
+    // A user that is not counted has one owner, who is done with it.
     if (auto* shared = dynamic_cast<DzRefCountedItem*>(user))
         shared->unref();
     else

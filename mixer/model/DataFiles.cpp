@@ -15,6 +15,7 @@ QStringList dataFolders()
     const QString named = QString::fromLocal8Bit(qgetenv("VIREO_DATA_DIR"));
     if (!named.isEmpty())
         folders.append(named);
+    // Beside the program, so that an installation may be moved as a whole.
     folders.append(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/vireo"));
     return folders;
 }

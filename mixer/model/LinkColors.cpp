@@ -30,7 +30,8 @@ const NamedColor namedColors[] = {
 const QRgb otherColors[] = { 0xffd7609b, 0xffb06fd0, 0xffe07f3f, 0xff3f97d7, 0xff9bb53a, 0xffd0555a,
     0xff52a08c, 0xff7f6fd8 };
 
-/// The same number for the same text in every run and on every machine.
+/// The same number for the same text in every run and on every machine (FNV-1a): qHash() is seeded
+/// anew each time, and wires would change their colours from one start to the next.
 quint32 stableHash(const QString& text)
 {
     quint32 hash = 2166136261u;
@@ -43,8 +44,10 @@ quint32 stableHash(const QString& text)
 
 QColor findColor(QString typeText)
 {
+    // A list looks like its elements.
     if (typeText.endsWith(QLatin1String("[]")))
         typeText.chop(2);
+    // Modules may put words of their own before the kind.
     for (const NamedColor& named : namedColors)
         if (typeText.endsWith(QLatin1String(named.word), Qt::CaseInsensitive))
             return QColor(named.color);

@@ -53,6 +53,7 @@ LooseBricks takeApart(IDzBrickUser* network)
     network->getBrickIDs(ids);
     for (const uint id : qAsConst(ids)) {
         DzShaderBrick* brick = network->getBrick(id);
+        // Only loading puts in what no module offers; adding it as a user would is refused.
         if (!network->canUseBrick(brick)) {
             ++loose.unusableCount;
             continue;
@@ -114,6 +115,7 @@ QVector<DzShaderBrick*> addCopies(NetworkEdit* edit, const QString& text, const 
         if (user->addBrick(brick) != 0)
             added.append(brick);
     }
+    // After the bricks, so that undoing takes the links away before them.
     for (const BrickLink& link : qAsConst(loose.links))
         link.input->addConnection(link.output);
     hold.accept(caption);

@@ -44,6 +44,7 @@ BrickLink inOrder(DzBrickParam* a, DzBrickParam* b)
 
 QString linkRefusal(DzBrickParam* a, DzBrickParam* b)
 {
+    // The host only says that it refuses: the first of its rules that does not hold is the reason.
     const BrickLink link = inOrder(a, b);
     if (link.isNull() || !link.output->getTopBrickOwner() || !link.input->getTopBrickOwner())
         return tr("There is nothing to link.");
@@ -81,6 +82,7 @@ QString linkRefusal(DzBrickParam* a, DzBrickParam* b)
 
 bool joinPins(DzBrickParam* output, DzBrickParam* input, LinkMode mode)
 {
+    // Asked before the old links go: a refusal leaves them.
     if (!canLink(output, input) || input->isConnectedTo(output))
         return false;
     if (mode == ReplaceLinks)
@@ -168,6 +170,7 @@ bool joinInto(DzShaderBrick* brick, const BrickLink& link)
     if (ends.isNull())
         return false;
     link.input->removeConnection(link.output);
+    // Other wires to the same input have nothing to do with this one.
     return joinPins(link.output, ends.input, ReplaceLinks)
         && joinPins(ends.output, link.input, AddLink);
 }

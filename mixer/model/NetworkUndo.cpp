@@ -60,6 +60,7 @@ void BrickSettingsItem::restore(const DzSettings& settings)
 
 void BrickSettingsItem::tell(NetworkEdit* edit, DzShaderBrick* brick, const DzSettings& before)
 {
+    // Titles are named in texts and problems, which are made anew then: not for every width.
     if (!before.hasEqualValue(*brick->getBrickSettings(), BrickAppearance::titleKey()))
         emit brick->brickTitleChanged(brick->getBrickTitle());
     if (edit)

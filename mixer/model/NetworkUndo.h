@@ -35,7 +35,7 @@ public:
 private:
     void place(bool isAfter);
 
-    QPointer<NetworkEdit> m_edit;
+    QPointer<NetworkEdit> m_edit; ///< the step outlives the tab that it was made in
     QVector<Entry> m_entries;
 };
 

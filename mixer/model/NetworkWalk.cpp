@@ -67,6 +67,7 @@ QVector<DzShaderBrick*> reachable(const QVector<DzShaderBrick*>& bricks, bool up
     };
     for (DzShaderBrick* brick : bricks)
         meet(brick);
+    // The list grows while it is walked: chains may be longer than the stack is deep.
     for (int next = 0; next < found.size(); ++next) {
         const DzShaderBrick* brick = found.at(next);
         for (int i = 0; i < brick->getNumParameters(); ++i) {

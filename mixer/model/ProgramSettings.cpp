@@ -90,6 +90,7 @@ void ProgramSettings::setSilencedRules(const QStringList& rules)
 
 QStringList ProgramSettings::getRecentFiles() const
 {
+    // What is missing stays in the list: its drive may be back the next time.
     QStringList present;
     for (const QString& path : m_settings->value(recentKey).toStringList())
         if (QFileInfo::exists(path))

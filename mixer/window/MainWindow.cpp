@@ -279,7 +279,7 @@ void MainWindow::makeMenus()
         "addBrick insertBrick | rename hideParams wider narrower | frame unframe frameTitle "
         "removeFrame | editValues lockAll unlockAll resetAll | arrange");
     m_commands->fill(brick->addMenu(tr("Ali&gn")), CanvasCommands::alignments());
-    addMenu(tr("&Scene"), "apply fromScene | showApplyList");
+    addMenu(tr("&Scene"), "apply applyBack fromScene | showApplyList");
     QMenu* view = addMenu(tr("&View"),
         "zoomToAll zoomToSelection zoomIn zoomOut zoomToOne | showMiniMap snapToGrid |");
     m_commands->fill(view, m_panels->getCommandIds());

@@ -15,6 +15,7 @@
 #include "PendingEdits.h"
 #include "ProgramSettings.h"
 #include "SceneSession.h"
+#include "dzelement.h"
 #include "dzfileformat.h"
 #include "dzmaterial.h"
 #include "dznode.h"
@@ -31,17 +32,41 @@
 
 namespace {
 
-/// The selected surfaces as their nodes and they are called, in the order in which networks are
-/// taken from them.
-QStringList selectedSurfaceNames()
+/// What a surface is called, with its node before it.
+QString nameOf(const DzSurface& surface)
 {
-    QStringList names;
-    for (const DzSurface& surface : DzScene::getSelectedMaterials()) {
-        const QString name = labelOf(surface.material);
-        names.append(surface.node ? labelOf(surface.node) + QLatin1Char(' ') + name : name);
-    }
-    return names;
+    const QString name = labelOf(surface.material);
+    return surface.node ? labelOf(surface.node) + QLatin1Char(' ') + name : name;
 }
+
+/// While it lives, one surface alone is selected.
+class OnlySelected
+{
+public:
+    explicit OnlySelected(DzMaterial* only)
+    {
+        for (const DzSurface& surface : DzScene::getSelectedMaterials()) {
+            m_before.append(surface.material);
+            surface.material->select(false);
+        }
+        only->select(true);
+        m_only = only;
+    }
+    ~OnlySelected()
+    {
+        if (m_only)
+            m_only->select(false);
+        for (const QPointer<DzMaterial>& surface : qAsConst(m_before))
+            if (surface)
+                surface->select(true);
+    }
+
+private:
+    Q_DISABLE_COPY(OnlySelected)
+
+    QPointer<DzMaterial> m_only;
+    QVector<QPointer<DzMaterial>> m_before;
+};
 
 /// What the network is called that new documents start with.
 const QLatin1String startName("Untitled");
@@ -221,24 +246,56 @@ bool SceneController::apply(MixerDocument* document)
     return true;
 }
 
+DzMaterial* SceneController::getOrigin(const MixerDocument* document) const
+{
+    const DzElement* network = document ? document->getUser()->getBrickUserElement() : nullptr;
+    for (const Origin& origin : m_origins) {
+        if (!network || origin.network != network)
+            continue;
+        // Undo may keep a surface that another scene has taken the place of.
+        for (const DzSurface& surface : dzScene->getSurfaces())
+            if (surface.material == origin.surface)
+                return surface.material;
+    }
+    return nullptr;
+}
+
+bool SceneController::applyBack(MixerDocument* document)
+{
+    DzMaterial* surface = getOrigin(document);
+    if (!surface) {
+        emit message(tr("This network was taken from no surface of the scene. Select surfaces in "
+                        "the panel \"Surfaces\" and apply it to them."));
+        return false;
+    }
+    const OnlySelected selection(surface);
+    return apply(document);
+}
+
 QVector<SceneNetwork> SceneController::fromScene(MixerDocument* document)
 {
     IDzBrickUser* maker = document ? document->getUser() : makeBrickUser();
     if (!maker)
         return {};
-    const QStringList surfaces = selectedSurfaceNames();
+    const QVector<DzSurface> surfaces = DzScene::getSelectedMaterials();
     const QList<IDzBrickUser*> users = maker->fromScene();
     const QString unnamed = nameOfNewUser(maker);
     if (!document)
         releaseBrickUser(maker);
     if (users.isEmpty())
         emit message(tr("None of the selected surfaces has anything to take."));
+    m_origins.erase(std::remove_if(m_origins.begin(), m_origins.end(),
+                        [](const Origin& origin) { return !origin.network || !origin.surface; }),
+        m_origins.end());
     QVector<SceneNetwork> networks;
     for (int i = 0; i < users.size(); ++i) {
         const QString name = users.at(i)->getBrickUserName();
         const bool isNamed = !name.isEmpty() && name != unnamed && name != startName;
-        // The networks come in the order of the surfaces.
-        networks.append(SceneNetwork { users.at(i), isNamed ? name : surfaces.value(i, name) });
+        networks.append(SceneNetwork {
+            users.at(i), isNamed || i >= surfaces.size() ? name : nameOf(surfaces.at(i)) });
+        if (i < surfaces.size())
+            m_origins.append(
+                Origin { users.at(i)->getBrickUserElement(), surfaces.at(i).material });
     }
     return networks;
 }

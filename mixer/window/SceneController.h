@@ -3,12 +3,15 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QVector>
 #include <memory>
 
 class AutosaveStore;
 class Autosaver;
+class DzElement;
+class DzMaterial;
 class IDzBrickUser;
 class MixerDocument;
 class ProgramSettings;
@@ -52,6 +55,12 @@ public:
     /// Puts the document's network on the selected surfaces, after showing what that changes when
     /// the user wants to see it. False when nothing was applied.
     bool apply(MixerDocument* document);
+    /// Puts the document's network on the surface that it was taken from, whatever is selected, and
+    /// on no other. False when nothing was applied.
+    bool applyBack(MixerDocument* document);
+    /// The surface that the document's network was taken from; null when it came from none, or that
+    /// is no longer in the scene.
+    DzMaterial* getOrigin(const MixerDocument* document) const;
     /// The networks of the selected surfaces. `document` is any of the kind that is wanted; null
     /// makes one.
     QVector<SceneNetwork> fromScene(MixerDocument* document);
@@ -64,6 +73,12 @@ signals:
     void applyListShownChanged(bool shown);
 
 private:
+    /// A network and the surface that it was taken from.
+    struct Origin {
+        QPointer<DzElement> network;
+        QPointer<DzMaterial> surface;
+    };
+
     bool saveOverChanged();
     bool confirmApply(MixerDocument* document);
     void remember();
@@ -73,4 +88,5 @@ private:
     QWidget* m_window;
     std::unique_ptr<SceneSession> m_session;
     std::unique_ptr<Autosaver> m_autosaver;
+    QVector<Origin> m_origins;
 };

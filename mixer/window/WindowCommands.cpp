@@ -169,6 +169,10 @@ void WindowCommands::addSceneCommands()
         tr("Put the network on the selected surfaces"), canApply, [window, scene] {
             scene->apply(window->getDocument());
         } }.withIcon(LineIcon::make(LineIcon::Apply)));
+    m_commands->add({ QStringLiteral("applyBack"), tr("Apply &Back"), "Ctrl+Alt+Return",
+        tr("Put the network on the surface that it was taken from"),
+        [window, scene] { return scene->getOrigin(window->getDocument()) != nullptr; },
+        [window, scene] { scene->applyBack(window->getDocument()); } });
     m_commands->add(Command { QStringLiteral("fromScene"), tr("&From Scene"), "Ctrl+Shift+Return",
         tr("Open the networks of the selected surfaces"), hasSurfaces, [window] {
             openFromScene(window);

@@ -4,6 +4,7 @@
 #include "WindowFixture.h"
 
 #include "MixerDocument.h"
+#include "ProgramSettings.h"
 #include "SceneController.h"
 #include "SceneSession.h"
 #include "dzmaterial.h"
@@ -115,6 +116,43 @@ TEST_F(SceneSaving, aSceneThatAnotherProgramChangedIsNotOverwrittenUnasked)
     press("Cancel");
     run("saveScene");
     EXPECT_EQ(contentOf(path()), others);
+}
+
+TEST_F(SceneSaving, aNetworkGoesBackToTheSurfaceThatItCameFrom)
+{
+    m_settings->setApplyListShown(false);
+    openScene();
+    SceneController* scene = m_window->getSceneController();
+    EXPECT_EQ(scene->getOrigin(document()), nullptr);
+    EXPECT_FALSE(command("applyBack")->isEnabled());
+    EXPECT_FALSE(scene->applyBack(document()));
+    DzMaterial* body = surface("Body");
+    DzMaterial* rim = surface("Rim");
+    body->select(true);
+    settle();
+    run("fromScene");
+    settle();
+    EXPECT_EQ(scene->getOrigin(document()), body);
+    // Whatever is selected now.
+    body->select(false);
+    rim->select(true);
+    settle();
+    run("applyBack");
+    const auto isApplied = [](const DzMaterial* material) {
+        return material->findProperty(QStringLiteral("LuxRender_material_extrasettings"))
+            != nullptr;
+    };
+    EXPECT_TRUE(isApplied(body));
+    EXPECT_FALSE(isApplied(rim));
+    EXPECT_FALSE(body->isSelected());
+    EXPECT_TRUE(rim->isSelected());
+    dzUndoStack->undo();
+    EXPECT_FALSE(isApplied(body));
+    // The scene that comes next has other surfaces, though they be called alike.
+    ASSERT_TRUE(m_window->getSceneController()->saveTo(path()));
+    ASSERT_TRUE(m_window->openFile(path()));
+    EXPECT_EQ(scene->getOrigin(document()), nullptr);
+    EXPECT_FALSE(scene->applyBack(document()));
 }
 
 TEST_F(SceneSaving, whatCouldNotBeSavedIsTold)
