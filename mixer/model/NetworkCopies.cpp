@@ -10,6 +10,7 @@
 #include "StoredNetworks.h"
 #include "dzbrickparam.h"
 #include "dzbrickuserfile.h"
+#include "dzforeachlink.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
 #include "idzbrickuser.h"
@@ -59,14 +60,10 @@ LooseBricks takeApart(IDzBrickUser* network)
             continue;
         }
         loose.bricks.append(brick);
-        for (int i = 0; i < brick->getNumParameters(); ++i) {
-            DzBrickParam* param = brick->getParameter(i);
-            if (param->isOutput())
-                continue;
-            for (int k = 0; k < param->getNumConnections(); ++k)
-                if (network->canUseBrick(param->getConnection(k)->getTopBrickOwner()))
-                    loose.links.append(BrickLink { param->getConnection(k), param });
-        }
+        forEachInputLink(brick, [&](DzBrickParam* input, DzBrickParam* output) {
+            if (network->canUseBrick(output->getTopBrickOwner()))
+                loose.links.append(BrickLink { output, input });
+        });
     }
     network->deleteAllBricks();
     return loose;

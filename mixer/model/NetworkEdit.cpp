@@ -10,6 +10,7 @@
 #include "NetworkWalk.h"
 #include "dzapp.h"
 #include "dzbrickparam.h"
+#include "dzforeachlink.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
 #include "idzbrickuser.h"
@@ -64,15 +65,10 @@ QVector<BrickLink> NetworkEdit::getLinks() const
 {
     QVector<BrickLink> links;
     const QVector<DzShaderBrick*> bricks = getBricks();
-    for (const DzShaderBrick* brick : bricks) {
-        for (int i = 0; i < brick->getNumParameters(); ++i) {
-            DzBrickParam* param = brick->getParameter(i);
-            if (param->isOutput())
-                continue;
-            for (int k = 0; k < param->getNumConnections(); ++k)
-                links.append(BrickLink { param->getConnection(k), param });
-        }
-    }
+    for (const DzShaderBrick* brick : bricks)
+        forEachInputLink(brick, [&](DzBrickParam* input, DzBrickParam* output) {
+            links.append(BrickLink { output, input });
+        });
     return links;
 }
 

@@ -5,6 +5,7 @@
 
 #include "BrickAppearance.h"
 #include "dzbrickparam.h"
+#include "dzforeachlink.h"
 #include "dzshaderbrick.h"
 #include "dzundostack.h"
 #include "dzunknownbrick.h"
@@ -179,15 +180,13 @@ void joinAround(DzShaderBrick* brick)
 {
     QVector<DzBrickParam*> sources;
     QVector<BrickLink> outgoing;
-    for (int i = 0; i < brick->getNumParameters(); ++i) {
-        DzBrickParam* param = brick->getParameter(i);
-        for (int k = 0; k < param->getNumConnections(); ++k) {
-            if (param->isOutput())
-                outgoing.append(BrickLink { param, param->getConnection(k) });
-            else if (!sources.contains(param->getConnection(k)))
-                sources.append(param->getConnection(k));
-        }
-    }
+    forEachOutputLink(brick, [&](DzBrickParam* output, DzBrickParam* input) {
+        outgoing.append(BrickLink { output, input });
+    });
+    forEachInputLink(brick, [&](DzBrickParam*, DzBrickParam* source) {
+        if (!sources.contains(source))
+            sources.append(source);
+    });
     for (const BrickLink& link : qAsConst(outgoing)) {
         link.input->removeConnection(link.output);
         for (DzBrickParam* source : qAsConst(sources))

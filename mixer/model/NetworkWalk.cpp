@@ -4,6 +4,7 @@
 #include "NetworkWalk.h"
 
 #include "dzbrickparam.h"
+#include "dzforeachlink.h"
 #include "dznumericproperty.h"
 #include "dzshaderbrick.h"
 #include "idzbrickuser.h"
@@ -70,13 +71,8 @@ QVector<DzShaderBrick*> reachable(const QVector<DzShaderBrick*>& bricks, bool up
     // The list grows while it is walked: chains may be longer than the stack is deep.
     for (int next = 0; next < found.size(); ++next) {
         const DzShaderBrick* brick = found.at(next);
-        for (int i = 0; i < brick->getNumParameters(); ++i) {
-            const DzBrickParam* param = brick->getParameter(i);
-            if (param->isOutput() == upstream)
-                continue;
-            for (int k = 0; k < param->getNumConnections(); ++k)
-                meet(param->getConnection(k)->getTopBrickOwner());
-        }
+        forEachLink(brick, !upstream,
+            [&](const DzBrickParam*, const DzBrickParam* peer) { meet(peer->getTopBrickOwner()); });
     }
     return found;
 }

@@ -9,6 +9,7 @@
 #include "dzbrickparam.h"
 #include "dzfileproperty.h"
 #include "dzfloatproperty.h"
+#include "dzforeachlink.h"
 #include "dzimageproperty.h"
 #include "dznumericproperty.h"
 #include "dzshaderbrick.h"
@@ -99,28 +100,11 @@ private:
     QString writtenRoot() const { return BrickAppearance::titleText(m_roots.last()); }
 
     typedef QSet<const DzShaderBrick*> BrickSet;
-    /// Without recursion: networks may be deeper than the stack.
     static BrickSet reachableFrom(const QVector<DzShaderBrick*>& roots)
     {
-        QVector<DzShaderBrick*> open = roots;
         BrickSet reachable;
-        for (const DzShaderBrick* root : roots)
-            reachable.insert(root);
-        while (!open.isEmpty()) {
-            const DzShaderBrick* brick = open.takeLast();
-            for (int i = 0; i < brick->getNumParameters(); ++i) {
-                const DzBrickParam* param = brick->getParameter(i);
-                if (param->isOutput())
-                    continue;
-                for (int k = 0; k < param->getNumConnections(); ++k) {
-                    DzShaderBrick* source = param->getConnection(k)->getTopBrickOwner();
-                    if (source && !reachable.contains(source)) {
-                        reachable.insert(source);
-                        open.append(source);
-                    }
-                }
-            }
-        }
+        for (const DzShaderBrick* brick : withUpstream(roots))
+            reachable.insert(brick);
         return reachable;
     }
 
@@ -156,12 +140,11 @@ private:
         // where the input is.
         QVector<DzShaderBrick*> sharing;
         for (const DzShaderBrick* brick : qAsConst(m_written))
-            for (int i = 0; brick && i < brick->getNumParameters(); ++i) {
-                const DzBrickParam* param = brick->getParameter(i);
-                const bool isShared = !param->isOutput() && param->getNumConnections() > 1;
-                for (int k = 0; isShared && k < param->getNumConnections(); ++k)
-                    sharing.append(param->getConnection(k)->getTopBrickOwner());
-            }
+            if (brick)
+                forEachInputLink(brick, [&](const DzBrickParam* input, const DzBrickParam* output) {
+                    if (input->getNumConnections() > 1)
+                        sharing.append(output->getTopBrickOwner());
+                });
         m_written.unite(reachableFrom(sharing));
     }
 
@@ -181,13 +164,12 @@ private:
     /// An input that the brick feeds on a brick that is written; null when there is none.
     const DzBrickParam* idleInputFedBy(const DzShaderBrick* brick) const
     {
-        for (int i = 0; i < brick->getNumParameters(); ++i) {
-            const DzBrickParam* param = brick->getParameter(i);
-            for (int k = 0; param->isOutput() && k < param->getNumConnections(); ++k)
-                if (m_written.contains(param->getConnection(k)->getTopBrickOwner()))
-                    return param->getConnection(k);
-        }
-        return nullptr;
+        const DzBrickParam* idle = nullptr;
+        forEachOutputLink(brick, [&](const DzBrickParam*, const DzBrickParam* input) {
+            if (!idle && m_written.contains(input->getTopBrickOwner()))
+                idle = input;
+        });
+        return idle;
     }
 
     void checkClass(DzShaderBrick* brick)
