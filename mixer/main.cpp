@@ -7,6 +7,7 @@
 #include "MainWindow.h"
 #include "ProgramSettings.h"
 #include "dzapp.h"
+#include "dzfilename.h"
 #include "dzfileformat.h"
 #include "dzmemory.h"
 #include "dzpluginmgr.h"
@@ -107,6 +108,8 @@ int run(int argc, char** argv, const Options& options)
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("vireo-mixer"));
+    // File names are UTF-8; others stay usable.
+    dzUseByteFileNames();
     QApplication::setApplicationDisplayName(QStringLiteral("Vireo Shader Mixer"));
     QApplication::setApplicationVersion(QStringLiteral(VIREO_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/vireo/icon.png")));

@@ -126,12 +126,12 @@ NetworkText textOf(const IDzBrickUser* user, const NetworkTextForm& form)
     DzShaderBrick* root = rootOf(user);
     if (!root)
         return failure(message("There is no text: the network has no root brick."));
-    if (root->metaObject()->indexOfMethod("getSceneCode(bool,bool)") < 0)
+    if (root->metaObject()->indexOfMethod("getSceneCode(bool,bool,QString)") < 0)
         return failure(message("There is no text: \"%1\" writes none.").arg(root->getBrickTitle()));
     QVariantMap answer;
     QMetaObject::invokeMethod(root, "getSceneCode", Qt::DirectConnection,
         Q_RETURN_ARG(QVariantMap, answer), Q_ARG(bool, form.literalValues),
-        Q_ARG(bool, form.mapFiles));
+        Q_ARG(bool, form.mapFiles), Q_ARG(QString, form.imageFolder));
     NetworkText code;
     code.text = answer.value(key(DzBrickCodeKeys::exportText)).toString();
     code.statements = statementsIn(answer);

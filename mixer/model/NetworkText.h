@@ -29,6 +29,9 @@ struct UnwrittenMap {
 struct NetworkTextForm {
     bool literalValues = true; ///< values rather than placeholders for those that are not locked
     bool mapFiles = false;     ///< image maps as the names of their files
+    /// Where relative names of images are meant from: they are written as absolute ones. Empty
+    /// leaves names as the network has them.
+    QString imageFolder = QString();
 };
 
 /// A brick's own part of the text, in characters.

@@ -19,6 +19,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -247,7 +248,10 @@ void NetworkTextPanel::updateNow()
 void NetworkTextPanel::updateText()
 {
     m_stale = false;
-    const NetworkTextForm form { isLiteral(), isMapFiles() };
+    NetworkTextForm form { isLiteral(), isMapFiles() };
+    // The text is pasted or saved elsewhere, where the network's relative names lead nowhere.
+    if (m_document && isMapFiles() && !m_document->getPath().isEmpty())
+        form.imageFolder = QFileInfo(m_document->getPath()).absolutePath();
     m_code = m_document ? textOf(m_document->getUser(), form) : NetworkText();
     showNote();
     m_model->setPlaceholders(m_code.placeholders);
