@@ -7,8 +7,8 @@
 #include "MainWindow.h"
 #include "ProgramSettings.h"
 #include "dzapp.h"
-#include "dzfilename.h"
 #include "dzfileformat.h"
+#include "dzfilename.h"
 #include "dzmemory.h"
 #include "dzpluginmgr.h"
 

@@ -102,6 +102,9 @@ public:
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {
+        // A widget that has no size yet asks too; nothing can be painted then.
+        if (size.isEmpty())
+            return QPixmap();
         QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
