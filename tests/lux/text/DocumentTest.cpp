@@ -254,7 +254,8 @@ TEST(LuxDocument, commentsBlanksAndLineEnds)
 
 TEST(LuxDocument, otherControlCharactersAreIllegal)
 {
-    const Document document(QByteArray("\xef\xbb\xbfWorldBegin\v\fWorldEnd\0", 26));
+    const char text[] = "\xef\xbb\xbfWorldBegin\v\fWorldEnd\0"; // with its first 0
+    const Document document(QByteArray(text, sizeof text - 1));
     EXPECT_EQ(errorsOf(document), Kinds(3, ErrorKind::IllegalCharacter));
     EXPECT_EQ(keywordsOf(document), (Words { "WorldBegin", "WorldEnd" }));
 }
