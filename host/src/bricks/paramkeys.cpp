@@ -42,6 +42,10 @@ ParamKeys::ParamKeys(const DzShaderBrick* brick)
 
 ParamKeys ParamKeys::original(const DzShaderBrick* brick)
 {
+    // Mostly nothing was renamed.
+    const ParamKeys now(brick);
+    if (now.areOriginal())
+        return now;
     typedef DzBrickParam::Access Access;
     struct Made {
         bool isCustom;

@@ -172,12 +172,11 @@ void DzNetworkReader::readAttributes(
 void DzNetworkReader::readParameters(
     const QString& name, DzShaderBrick* brick, const SettingsTree& tree)
 {
-    ParamKeys keys(brick);
-    if (!keys.areOriginal())
-        keys = ParamKeys::original(brick);
+    const ParamKeys keys = ParamKeys::original(brick);
     QVector<DzBrickParam*> found;
     found.reserve(tree.getNumValues());
     QSet<const DzBrickParam*> taken;
+    taken.reserve(tree.getNumValues());
     QSet<QString> unread;
     bool areKeysNew = !keys.areOriginal();
     for (int i = 0; i < tree.getNumValues(); ++i) {

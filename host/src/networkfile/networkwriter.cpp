@@ -129,11 +129,12 @@ void DzNetworkWriter::writeParameters(
     const ParamKeys keys(brick);
     const ParamKeys originals = keys.areOriginal() ? keys : ParamKeys::original(brick);
     BrickPtr own;
-    if (fresh && !hasSameParameters(originals, freshKeys(fresh))) {
+    ParamKeys usualKeys = fresh ? freshKeys(fresh) : keys;
+    if (fresh && !hasSameParameters(originals, usualKeys)) {
         own = freshWithAttributes(brick);
         fresh = own;
+        usualKeys = ParamKeys::original(fresh);
     }
-    const ParamKeys usualKeys = fresh ? freshKeys(fresh) : ParamKeys(brick);
     int next = 0;
     const auto writeNext = [&] {
         const DzBrickParam* param = keys.param(next);
@@ -198,8 +199,10 @@ DzNetworkWriter::BrickPtr DzNetworkWriter::freshWithAttributes(const DzShaderBri
 
 ParamKeys DzNetworkWriter::freshKeys(const DzShaderBrick* fresh)
 {
-    const ParamKeys keys(fresh);
-    return keys.areOriginal() ? keys : ParamKeys::original(fresh);
+    auto keys = m_freshKeys.constFind(fresh);
+    if (keys == m_freshKeys.constEnd())
+        keys = m_freshKeys.insert(fresh, ParamKeys::original(fresh));
+    return *keys;
 }
 
 QString DzNetworkWriter::keyOf(const DzBrickParam* param)

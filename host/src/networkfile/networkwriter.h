@@ -37,12 +37,14 @@ private:
     /// The same for this very brick: with the parameters that its attributes give it.
     BrickPtr freshWithAttributes(const DzShaderBrick* brick);
 
-    static ParamKeys freshKeys(const DzShaderBrick* fresh);
+    /// The keys of such a brick's parameters, found once for all bricks of its class.
+    ParamKeys freshKeys(const DzShaderBrick* fresh);
     bool wouldBeMade(const SettingsTree& link);
     /// The key of a parameter of a brick that may have very many.
     QString keyOf(const DzBrickParam* param);
 
     const DzDefaultBrickUser& m_user;
     QHash<QString, BrickPtr> m_fresh;
+    QHash<const DzShaderBrick*, ParamKeys> m_freshKeys;
     QHash<const DzShaderBrick*, ParamKeys> m_largeBricks;
 };
