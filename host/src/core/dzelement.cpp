@@ -16,13 +16,17 @@ namespace {
 /// Below this many properties a search is cheaper than an index.
 const int manyProperties = 100;
 
-/// A new name of an element.
-class NameItem : public DzUndoItem
+/// A new name or label of an element: undo and redo exchange the text that is there for the other.
+class TextItem : public DzUndoItem
 {
 public:
-    NameItem(DzElement* element, const QString& before)
+    /// Gives the element a text and returns the one it had.
+    typedef QString (*Exchange)(DzElement* element, const QString& text);
+
+    TextItem(DzElement* element, const QString& before, Exchange exchange)
         : m_element(element)
         , m_other(before)
+        , m_exchange(exchange)
     {
     }
 
@@ -32,43 +36,28 @@ public:
 private:
     void swap()
     {
-        if (!m_element)
-            return;
-        const QString now = m_element->getName();
-        m_element->setName(m_other);
-        m_other = now;
+        if (m_element)
+            m_other = m_exchange(m_element, m_other);
     }
 
     QPointer<DzElement> m_element;
     QString m_other;
+    Exchange m_exchange;
 };
 
-/// A new label of an element.
-class LabelItem : public DzUndoItem
+QString exchangeName(DzElement* element, const QString& name)
 {
-public:
-    LabelItem(DzElement* element, const QString& before)
-        : m_element(element)
-        , m_other(before)
-    {
-    }
+    const QString before = element->getName();
+    element->setName(name);
+    return before;
+}
 
-    void undo() override { swap(); }
-    void redo() override { swap(); }
-
-private:
-    void swap()
-    {
-        if (!m_element)
-            return;
-        const QString now = m_element->getLabel();
-        m_element->setLabel(m_other);
-        m_other = now;
-    }
-
-    QPointer<DzElement> m_element;
-    QString m_other;
-};
+QString exchangeLabel(DzElement* element, const QString& label)
+{
+    const QString before = element->getLabel();
+    element->setLabel(label);
+    return before;
+}
 
 /// The adding or removing of a data item; owns the item while it is off the element. It finds the
 /// item by name, since one that was given back to a caller returns as a copy.
@@ -205,7 +194,7 @@ void DzElement::setName(const QString& name)
         return;
     DzBase::setName(name);
     if (!before.isEmpty() && isRecorded())
-        pushUndoItem(new NameItem(this, before), tr("Rename"));
+        pushUndoItem(new TextItem(this, before, exchangeName), tr("Rename"));
 }
 
 DzError DzElement::setLabel(const QString& label)
@@ -216,7 +205,7 @@ DzError DzElement::setLabel(const QString& label)
     m_label = label;
     emit labelChanged(label);
     if (isRecorded())
-        pushUndoItem(new LabelItem(this, before), tr("Rename"));
+        pushUndoItem(new TextItem(this, before, exchangeLabel), tr("Rename"));
     return DZ_NO_ERROR;
 }
 
